@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstring>
+#include <type_traits>
+#include <typeinfo>
+#if __has_include(<cxxabi.h>)
+#include <cxxabi.h>
+#endif
+
+#include "Core/IObject.h"
+
+namespace Core {
+
+namespace detail {
+
+#if __has_include(<cxxabi.h>)
+/// Whether a class, or one of the bases in its single-inheritance chain, has
+/// the given name. A library and a program that were built with different C++
+/// runtimes each carry their own type information for the same interface, so
+/// only the names can be compared.
+inline bool ChainHasName(const std::type_info& implementation, const char* name) {
+  const std::type_info* type = &implementation;
+  while (std::strcmp(type->name(), name) != 0) {
+    if (std::strcmp(typeid(*type).name(), "N10__cxxabiv120__si_class_type_infoE") != 0) return false;
+    type = static_cast<const abi::__si_class_type_info*>(type)->__base_type;
+  }
+  return true;
+}
+#endif
+
+}  // namespace detail
+
+/// The object as the interface `Target`, by a run-time type check that goes by
+/// the names of types; null when it does not implement it or is null. Adds no
+/// reference. The object must have been built by a compiler of this ABI.
+template <class Target, class Source>
+Target* InterfaceOf(Source* object) {
+  static_assert(std::is_base_of_v<IObject, Target> && std::is_base_of_v<IObject, Source>);
+  IObject* root = object;
+  if (!root) return nullptr;
+  if (auto* target = dynamic_cast<Target*>(root)) return target;
+#if __has_include(<cxxabi.h>)
+  // Single inheritance all the way: the interfaces share one address.
+  if (detail::ChainHasName(typeid(*root), typeid(Target).name())) return static_cast<Target*>(root);
+#endif
+  return nullptr;
+}
+
+}  // namespace Core

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "Core/StringFormat.h"
+#include "Core/TypeName.h"
+
+/// The failures that several parts of the library and its callers raise, each
+/// text written once. All are std::runtime_error.
+namespace Core {
+
+template <class T>
+[[noreturn]] void ThrowNullInterface() {
+  throw std::runtime_error("Null pointer exception! Interface is not accessible: " + TypeName<T>());
+}
+
+[[noreturn]] inline void ThrowCannotBeNull() { throw std::runtime_error("Cannot be nullptr!"); }
+
+[[noreturn]] inline void ThrowMustBeNull() {
+  throw std::runtime_error(
+      "Must be nullptr to prevent memory leaks. Maybe default constructor initialized the object?");
+}
+
+[[noreturn]] inline void ThrowInvalidAddress(const void* address) {
+  throw std::runtime_error(StringFormat(
+      "Memory address [%p] is invalid and was probably already reclaimed by the OS. This means that "
+      "object that was held by current Ptr<> was already released somewhere else. If WeakPtr is used "
+      "then this can happen if object lifecycle is not maintained properly. This can also happen on "
+      "AddReference and Release methods misuse. Other possible causes can be heap corruption or "
+      "miscompiled binaries.",
+      address));
+}
+
+/// A lookup by name or key that finds nothing.
+[[noreturn]] inline void ThrowMissingKey() {
+  throw std::out_of_range("invalid unordered_map<K, T> key");
+}
+
+/// Rejects a null argument: "Pointer of struct Data::Interfaces::IArray must
+/// not be null!".
+template <class T>
+void CheckNotNull(T* argument) {
+  if (!argument) throw std::runtime_error("Pointer of " + TypeName<T>() + " must not be null!");
+}
+
+/// Rejects an out-pointer that is null, or that still holds an object which the
+/// operation would overwrite and so leak.
+template <class T>
+void CheckOutPointer(T** out) {
+  if (!out)
+    throw std::runtime_error("Pointer to a pointer of " + TypeName<T>() +
+                             " must not be null! Address of return must be specified!");
+  if (*out)
+    throw std::runtime_error("Pointer of " + TypeName<T>() +
+                             " must be null in order to avoid memory leaks!");
+}
+
+}  // namespace Core

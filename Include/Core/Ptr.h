@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <utility>
+
+#include "Core/Cast.h"
+#include "Core/Failures.h"
+
+namespace Core {
+
+namespace detail {
+
+/// The pointer itself once it has passed the run-time type check.
+template <class T>
+T* CheckedAccess(T* object) {
+  if (!object) ThrowNullInterface<T>();
+  if (InterfaceOf<T>(static_cast<IObject*>(object)) != object) ThrowInvalidAddress(object);
+  return object;
+}
+
+}  // namespace detail
+
+/// Owns one reference to an object. Taking a raw pointer or copying adds a
+/// reference, destruction and reassignment give one back.
+///
+///     Core::Ptr<ITable> table;
+///     if (!Data_CreateTable(table.Receive(), error.Receive())) ...
+template <class T>
+class Ptr {
+ public:
+  Ptr() noexcept = default;
+  Ptr(std::nullptr_t) noexcept {}
+  /// Shares an object that someone else holds: adds a reference.
+  Ptr(T* object) : object_(object) {
+    if (object_) object_->AddReference();
+  }
+  Ptr(const Ptr& other) : Ptr(other.object_) {}
+  Ptr(Ptr&& other) noexcept : object_(other.Detach()) {}
+  template <class U>
+    requires std::is_convertible_v<U*, T*>
+  Ptr(const Ptr<U>& other) : Ptr(other.Get()) {}
+  template <class U>
+    requires std::is_convertible_v<U*, T*>
+  Ptr(Ptr<U>&& other) noexcept : object_(other.Detach()) {}
+  ~Ptr() {
+    if (object_) object_->Release();
+  }
+  Ptr& operator=(Ptr other) noexcept {
+    std::swap(object_, other.object_);
+    return *this;
+  }
+
+  /// Takes over a reference that the caller owns, as a factory hands it out.
+  [[nodiscard]] static Ptr Adopt(T* object) noexcept {
+    Ptr result;
+    result.object_ = object;
+    return result;
+  }
+
+  /// The address for an out-pointer argument. Gives back what was held, so the
+  /// out-pointer is null and nothing can leak.
+  [[nodiscard]] T** Receive() {
+    Reset();
+    return &object_;
+  }
+  /// Hands the reference to the caller; this pointer becomes null.
+  [[nodiscard]] T* Detach() noexcept { return std::exchange(object_, nullptr); }
+  void Reset() { *this = Ptr(); }
+
+  /// The bare pointer, no reference added; may be null.
+  T* Get() const noexcept { return object_; }
+  /// @throws std::runtime_error "Null pointer exception! Interface is not
+  ///         accessible: " and the interface's name
+  T* operator->() const {
+    if (!object_) ThrowNullInterface<T>();
+    return object_;
+  }
+  T& operator*() const { return *operator->(); }
+  explicit operator bool() const noexcept { return object_ != nullptr; }
+
+  /// The pointer after a run-time type check of the object, for code that
+  /// cannot trust the object to be alive still.
+  /// @throws std::runtime_error "Null pointer exception! ..." for null, "Memory
+  ///         address [%p] is invalid ..." when the check fails
+  T* Checked() const { return detail::CheckedAccess(object_); }
+
+  friend bool operator==(const Ptr& left, const Ptr& right) noexcept {
+    return left.object_ == right.object_;
+  }
+
+ private:
+  T* object_ = nullptr;
+};
+
+/// Refers to an object without a reference: the object must be kept alive by
+/// some `Ptr<>` for as long as the `WeakPtr` is used.
+template <class T>
+class WeakPtr {
+ public:
+  WeakPtr() noexcept = default;
+  WeakPtr(T* object) noexcept : object_(object) {}
+  WeakPtr(const Ptr<T>& object) noexcept : object_(object.Get()) {}
+
+  T* Get() const noexcept { return object_; }
+  T* operator->() const {
+    if (!object_) ThrowNullInterface<T>();
+    return object_;
+  }
+  explicit operator bool() const noexcept { return object_ != nullptr; }
+  /// As `Ptr::Checked`.
+  T* Checked() const { return detail::CheckedAccess(object_); }
+  /// An owning pointer to the object; null stays null.
+  Ptr<T> Share() const { return Ptr<T>(object_); }
+
+ private:
+  T* object_ = nullptr;
+};
+
+/// A new object, its one reference held by the result.
+template <class Implementation, class... Arguments>
+Ptr<Implementation> MakePtr(Arguments&&... arguments) {
+  return Ptr<Implementation>::Adopt(new Implementation(std::forward<Arguments>(arguments)...));
+}
+
+/// The object as another of its interfaces, with one more reference.
+/// @throws std::runtime_error "Null pointer exception! Interface is not
+///         accessible: " + name for null; "Cannot cast to desired interface:
+///         Interface: " + name + " Desired Interface: " + name when the object
+///         does not implement the target
+template <class Target, class Source>
+Ptr<Target> CastToInterface(const Ptr<Source>& source) {
+  if (!source) ThrowNullInterface<Source>();
+  if (auto* target = InterfaceOf<Target>(source.Get())) return Ptr<Target>(target);
+  throw std::runtime_error("Cannot cast to desired interface: Interface: " + TypeName<Source>() +
+                           " Desired Interface: " + TypeName<Target>());
+}
+
+template <class Target, class Source>
+Ptr<Target> CastToInterface(Source* source) {
+  return CastToInterface<Target>(Ptr<Source>(source));
+}
+
+}  // namespace Core

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cassert>
+#include <cstdarg>
+#include <cstdio>
+#include <string>
+
+namespace Core {
+
+#if defined(__GNUC__)
+[[gnu::format(printf, 1, 2)]]
+#endif
+/// The printf-style result as a new string. A format that the standard library
+/// rejects stops a debug build at the assertion and gives an empty text otherwise.
+inline std::string StringFormat(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  va_list measured;
+  va_copy(measured, arguments);
+  int result = std::vsnprintf(nullptr, 0, format, measured);
+  va_end(measured);
+  assert(-1 != result);
+  std::string text(result > 0 ? static_cast<std::size_t>(result) : 0, '\0');
+  result = std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+  va_end(arguments);
+  assert(-1 != result);
+  return text;
+}
+
+}  // namespace Core

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <typeinfo>
+#if __has_include(<cxxabi.h>)
+#include <cxxabi.h>
+#endif
+
+namespace Core {
+
+/// The undecorated name of a type: "Data::impl::TableImpl", "char".
+inline std::string UndecoratedName(const std::type_info& type) {
+#if __has_include(<cxxabi.h>)
+  int status = 0;
+  const std::unique_ptr<char, decltype(&std::free)> name(
+      abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
+  return name ? name.get() : type.name();
+#else
+  const std::string name = type.name();  // decorated with its class key
+  return name.starts_with("struct ") ? name.substr(7) : name;
+#endif
+}
+
+/// The name of a type as messages show it: "struct Data::Interfaces::IArray"
+/// for interfaces, implementations and records, "char" for built-in types.
+/// The same text on every compiler.
+template <class T>
+std::string TypeName() {
+  using Plain = std::remove_cv_t<T>;
+  return (std::is_class_v<Plain> ? "struct " : "") + UndecoratedName(typeid(Plain));
+}
+
+/// The name of an object's implementation, "struct Data::impl::ArrayImpl".
+template <class T>
+std::string RuntimeTypeName(T& object) {
+  return "struct " + UndecoratedName(typeid(object));
+}
+
+}  // namespace Core

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+
+#include "Core/VariantConversions.h"
+
+namespace Core {
+
+/// Whether `Compare` knows an order for two values: both primitive, or of one
+/// type that has its own order, or both references (or both addresses) alike.
+inline bool AreComparable(const _VARIANT& left, const _VARIANT& right) {
+  const ValueType type = TypeOf(left);
+  if (IsPrimitive(type) && IsPrimitive(TypeOf(right))) return true;
+  if (type == TypeOf(right) && KindOf(type) >= ValueKind::List) return true;
+  if (left.type == right.type && HasForm(left, StorageForm::Reference)) return true;
+  return HasForm(left, StorageForm::Pointer) && HasForm(right, StorageForm::Pointer);
+}
+
+namespace detail {
+
+[[noreturn]] inline void ThrowComparison(const char* format, const _VARIANT& left,
+                                         const _VARIANT& right) {
+  throw std::runtime_error(StringFormat(format, GetValueTypeName(TypeOf(left)).data(),
+                                        GetValueTypeName(TypeOf(right)).data()));
+}
+
+/// -1, 0 or 1; 0 for values without an order (NaN).
+template <class T>
+int Order(const T& left, const T& right) {
+  return left < right ? -1 : right < left ? 1 : 0;
+}
+
+inline int Sign(std::int32_t result) { return Order(result, 0); }
+
+inline int CompareAddresses(const _VARIANT& left, const _VARIANT& right) {
+  if (!HasForm(left, StorageForm::Pointer) || !HasForm(right, StorageForm::Pointer))
+    throw std::runtime_error("Must be pointer type!");
+  return Order(left.value[0], right.value[0]);
+}
+
+inline int CompareTexts(const _VARIANT& left, const _VARIANT& right) {
+  const auto leftText = ToStringObject(left), rightText = ToStringObject(right);
+  return leftText == rightText ? 0 : Sign(leftText->Compare(rightText.Get(), false));
+}
+
+inline int CompareDateTimes(const _VARIANT& left, const _VARIANT& right) {
+  if (TypeOf(left) == ValueType::String)
+    throw std::runtime_error("String cannot be converted to the primitive type!");
+  const auto leftDate = GetDateTime(left), rightDate = GetDateTime(right);
+  return leftDate == rightDate ? 0 : Sign(leftDate->CompareTo(rightDate.Get()));
+}
+
+/// Equal documents are 0; otherwise the longer text is greater, texts of one
+/// length are ordered case-sensitively.
+template <class Document>
+int CompareDocuments(const Ptr<Document>& left, const Ptr<Document>& right) {
+  if (left == right || left->Equals(right.Get())) return 0;
+  const Ptr<Data::Interfaces::IString> leftText(left->GetContent()), rightText(right->GetContent());
+  const std::uint64_t leftSize = leftText ? Utf8View(*leftText).size() : 0;
+  const std::uint64_t rightSize = rightText ? Utf8View(*rightText).size() : 0;
+  if (leftSize != rightSize) return Order(leftSize, rightSize);
+  return leftSize == 0 ? 0 : Sign(leftText->Compare(rightText.Get(), true));
+}
+
+inline int CompareErrors(const _VARIANT& left, const _VARIANT& right) {
+  const auto leftError = GetErrorCode(left), rightError = GetErrorCode(right);
+  const std::string_view leftText(leftError->GetMessage(), leftError->GetMessageLength());
+  const std::string_view rightText(rightError->GetMessage(), rightError->GetMessageLength());
+  return Order(leftText, rightText);
+}
+
+}  // namespace detail
+
+/// Three-way comparison; the right value's type chooses the method, so Int32 5
+/// against Double 5.7 compares doubles, and the other way round integers.
+/// Texts compare without regard to the case of A to Z.
+/// @return -1 when left is less, 0 when equal, 1 when greater
+/// @throws std::runtime_error "Values cannot be compared due type mismatch! Left
+///         type is %s, Right type is %s", "Null values cannot be compared! Left
+///         type is %s, Right type is %s", "Compare is not implemented for
+///         specified value types: Left type is %s, Right type is %s", and what
+///         the conversions throw
+inline int Compare(const _VARIANT& left, const _VARIANT& right) {
+  if (!AreComparable(left, right))
+    detail::ThrowComparison(
+        "Values cannot be compared due type mismatch! Left type is %s, Right type is %s", left, right);
+  if (IsNull(left) || IsNull(right) || IsNullAddress(left) || IsNullAddress(right))
+    detail::ThrowComparison("Null values cannot be compared! Left type is %s, Right type is %s", left,
+                            right);
+  switch (KindOf(TypeOf(right))) {
+    case ValueKind::SignedInteger:
+    case ValueKind::UnsignedInteger:
+    case ValueKind::Bool: return detail::Order(ToInt64(left), ToInt64(right));
+    case ValueKind::WideInteger: return detail::Order(ToWideInteger(left), ToWideInteger(right));
+    case ValueKind::Real: return detail::Order(ToDouble(left), ToDouble(right));
+    case ValueKind::Address: return detail::CompareAddresses(left, right);
+    case ValueKind::Object:
+    case ValueKind::List: return detail::Order(left.value[0], right.value[0]);
+    case ValueKind::Text: return detail::CompareTexts(left, right);
+    case ValueKind::DateTime: return detail::CompareDateTimes(left, right);
+    case ValueKind::Document:
+      return TypeOf(right) == ValueType::JsonDocument
+                 ? detail::CompareDocuments(GetJsonDocument(left), GetJsonDocument(right))
+                 : detail::CompareDocuments(GetXmlDocument(left), GetXmlDocument(right));
+    case ValueKind::Error: return detail::CompareErrors(left, right);
+    case ValueKind::Array:
+    case ValueKind::None: break;
+  }
+  detail::ThrowComparison(
+      "Compare is not implemented for specified value types: Left type is %s, Right type is %s", left,
+      right);
+}
+
+}  // namespace Core

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <stdexcept>
+#include <string_view>
+
+#include "Core/Failures.h"
+#include "Core/IObject.h"
+#include "Core/ValueTypes.h"
+#include "Data/Structures/Variant.h"
+
+/// The layout of a `_VARIANT` in one place: reading and writing its tag and
+/// payload, and the rules of copying one.
+namespace Core {
+
+using Data::Structures::_VARIANT;
+static_assert(sizeof(_VARIANT) == 24 && alignof(_VARIANT) == 8);
+
+inline constexpr std::size_t kInlineTextCapacity = 16;
+
+constexpr std::uint32_t MakeTag(ValueType type, StorageForm form) {
+  return static_cast<std::uint32_t>(type) | static_cast<std::uint32_t>(form) << 16;
+}
+
+constexpr ValueType TypeOf(const _VARIANT& variant) {
+  return static_cast<ValueType>(variant.type & 0xFFFF);
+}
+constexpr bool HasForm(const _VARIANT& variant, StorageForm form) {
+  return variant.type >> 16 == static_cast<std::uint32_t>(form);
+}
+constexpr bool IsNull(const _VARIANT& variant) { return TypeOf(variant) == ValueType::Null; }
+
+/// The object of a record in reference form; null for any other record and for
+/// an undefined one, whose payload means nothing.
+inline IObject* ReferencedObject(const _VARIANT& variant) {
+  const bool refers = HasForm(variant, StorageForm::Reference) && IsDefined(TypeOf(variant));
+  return refers ? reinterpret_cast<IObject*>(static_cast<std::uintptr_t>(variant.value[0])) : nullptr;
+}
+
+/// Whether the record points to nothing: reference or pointer form, null payload.
+constexpr bool IsNullAddress(const _VARIANT& variant) {
+  return !HasForm(variant, StorageForm::Value) && variant.value[0] == 0;
+}
+
+/// The text of a String in value form: up to the first zero byte, at most 16.
+inline std::string_view InlineText(const _VARIANT& variant) {
+  const char* text = reinterpret_cast<const char*>(variant.value);
+  const void* end = std::memchr(text, '\0', kInlineTextCapacity);
+  return {text, end ? static_cast<std::size_t>(static_cast<const char*>(end) - text)
+                    : kInlineTextCapacity};
+}
+
+/// Whether a text survives in value form: short, and no zero byte would end it.
+inline bool FitsInline(std::string_view text) {
+  return text.size() <= kInlineTextCapacity && text.find('\0') == std::string_view::npos;
+}
+
+// -- Records that own nothing --
+
+constexpr _VARIANT MakeNull() { return {MakeTag(ValueType::Null, StorageForm::Value), {0, 0}}; }
+
+/// An integer or Bool; `word` is sign- or zero-extended from its type.
+constexpr _VARIANT MakeInteger(ValueType type, std::int64_t word) {
+  return {MakeTag(type, StorageForm::Value), {static_cast<std::uint64_t>(word), 0}};
+}
+
+inline _VARIANT MakeDouble(double value) {
+  return {MakeTag(ValueType::Double, StorageForm::Value), {std::bit_cast<std::uint64_t>(value), 0}};
+}
+
+inline _VARIANT MakeFloat(float value) {
+  return {MakeTag(ValueType::Float, StorageForm::Value), {std::bit_cast<std::uint32_t>(value), 0}};
+}
+
+/// @pre FitsInline(text)
+inline _VARIANT MakeInlineText(std::string_view text) {
+  _VARIANT variant{MakeTag(ValueType::String, StorageForm::Value), {0, 0}};
+  if (!text.empty()) std::memcpy(variant.value, text.data(), text.size());
+  return variant;
+}
+
+/// A record in reference form that takes over the caller's reference.
+inline _VARIANT MakeReference(ValueType type, IObject* object) {
+  return {MakeTag(type, StorageForm::Reference),
+          {static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(object)), 0}};
+}
+
+// -- Copying --
+
+inline void AddReferenceOf(const _VARIANT& variant) {
+  if (IObject* object = ReferencedObject(variant)) object->AddReference();
+}
+inline void ReleaseReferenceOf(const _VARIANT& variant) {
+  if (IObject* object = ReferencedObject(variant)) object->Release();
+}
+
+/// Copies a record over one that is in use: the new object gains a reference
+/// before the old one gives its own back, so a record may be copied onto itself.
+/// An undefined record is copied as plain bytes.
+/// @throws std::runtime_error "Cannot be nullptr!"
+inline void CopyVariant(const _VARIANT* source, _VARIANT* destination) {
+  if (!source || !destination) ThrowCannotBeNull();
+  const _VARIANT copy = *source;
+  AddReferenceOf(copy);
+  const _VARIANT old = *destination;
+  *destination = copy;
+  ReleaseReferenceOf(old);
+}
+
+/// Rejects records that were never initialised.
+/// @throws std::runtime_error for a type code above 27
+inline void CheckDefined(const _VARIANT& variant) {
+  if (!IsDefined(TypeOf(variant)))
+    throw std::runtime_error(
+        "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
+        "uninitialized!");
+}
+
+/// Rejects a null or undefined record where an operation stores one.
+/// @throws std::runtime_error "Cannot be nullptr!" or as `CheckDefined`
+inline void CheckInitialized(const _VARIANT* variant) {
+  if (!variant) ThrowCannotBeNull();
+  CheckDefined(*variant);
+}
+
+}  // namespace Core

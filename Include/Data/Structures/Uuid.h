@@ -1,0 +1,17 @@
+#pragma once
+
+#include <stdint.h>
+
+namespace Data::Structures {
+
+/// A 128-bit identifier, 16 bytes; the integer fields are little-endian. Its
+/// text is "6b29fc40-ca47-1067-b31d-00dd010662da": the three integers, then the
+/// bytes in order.
+struct _UUID {
+  uint32_t data1;
+  uint16_t data2;
+  uint16_t data3;
+  uint8_t data4[8];
+};
+
+}  // namespace Data::Structures

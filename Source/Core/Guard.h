@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "Core/Failures.h"
+#include "Core/IErrorCode.h"
+
+namespace Core {
+
+enum class ErrorKind : std::uint32_t { Problem = 0, UnknownException = 1, StandardException = 2 };
+
+/// Stores a new error object if the caller asked for one and holds none yet.
+void ReportError(IErrorCode** error, std::string_view message, ErrorKind kind) noexcept;
+
+/// The frame of every guarded operation and export: runs the body so that no
+/// exception leaves it. A body without a result succeeds by returning; a
+/// failure gives false, zero or null.
+template <class Body>
+auto Guarded(IErrorCode** error, Body&& body) noexcept {
+  using Result = std::invoke_result_t<Body>;
+  try {
+    if constexpr (std::is_void_v<Result>) {
+      body();
+      return true;
+    } else {
+      return body();
+    }
+  } catch (const std::exception& exception) {
+    ReportError(error, exception.what(), ErrorKind::StandardException);
+  } catch (...) {
+    ReportError(error, "Uncaught exception", ErrorKind::UnknownException);
+  }
+  if constexpr (std::is_void_v<Result>) {
+    return false;
+  } else {
+    return Result{};
+  }
+}
+
+}  // namespace Core

@@ -1,0 +1,86 @@
+#include "Data/Interfaces/IArray.h"
+
+#include <cstring>
+#include <string>
+
+#include "Data/Exports.h"
+#include "TestSupport.h"
+
+namespace Data::tests {
+
+using Core::IErrorCode;
+using Core::Ptr;
+using Interfaces::IArray;
+
+namespace {
+
+Ptr<IArray> ArrayOf(const char* bytes, std::uint64_t stride, std::uint64_t count) {
+  Ptr<IArray> array;
+  EXPECT_TRUE(Data_CreateArray(array.Receive()));
+  array->SetData(bytes, stride, count);
+  return array;
+}
+
+}  // namespace
+
+TEST(Array, FactoryRejectsOnlyANullOutPointer) { EXPECT_FALSE(Data_CreateArray(nullptr)); }
+
+TEST(Array, GetPointerStaysInsideTheBytes) {
+  const auto array = ArrayOf("abcdefghijkl", 4, 3);
+  const struct {
+    const char* what;
+    std::uint64_t offset, size;
+    bool inside;
+  } cases[] = {
+      {"the last element", 8, 4, true},
+      {"one byte too far", 9, 4, false},
+      {"nothing at the end", 12, 0, true},
+      {"beyond the end", 13, 0, false},
+  };
+  for (const auto& c : cases) {
+    Ptr<IErrorCode> error;
+    void* pointer = array->GetPointer(c.offset, c.size, error.Receive());
+    EXPECT_EQ(pointer, c.inside ? static_cast<char*>(array->GetData()) + c.offset : nullptr) << c.what;
+    EXPECT_EQ(MessageOf(error), c.inside ? "" : "Offset or size are not in data bounds") << c.what;
+    if (error) {
+      EXPECT_EQ(error->GetCode(), 2u) << c.what;
+    }
+  }
+}
+
+TEST(Array, WriteOverwritesThenAppends) {
+  const struct {
+    const char* what;
+    std::uint64_t offset;
+    std::uint64_t result, stride, count;
+    const char* bytes;
+  } cases[] = {
+      {"inside", 0, 3, 4, 1, "xyzd"},
+      {"across the end: count grows by what was appended", 2, 2, 1, 2, "abxyz"},
+      {"at the end", 4, 4, 1, 4, "abcdxyz"},
+      {"beyond the end writes nothing", 10, 13, 4, 1, "abcd"},
+  };
+  for (const auto& c : cases) {
+    const auto array = ArrayOf("abcd", 4, 1);
+    EXPECT_EQ(array->Write(c.offset, "xyz", 3), c.result) << c.what;
+    EXPECT_EQ(array->GetStride(), c.stride) << c.what;
+    EXPECT_EQ(array->GetCount(), c.count) << c.what;
+    EXPECT_EQ(std::memcmp(array->GetData(), c.bytes, std::strlen(c.bytes)), 0) << c.what;
+  }
+}
+
+TEST(Array, AppendOfNullSetsTheStrideAlone) {
+  const auto array = ArrayOf("abcd", 2, 2);
+  EXPECT_EQ(array->Append(nullptr, 7), 2u);
+  EXPECT_EQ(array->GetStride(), 1u);
+}
+
+TEST(Array, ImpossibleSizesThrow) {
+  const auto array = ArrayOf("abcd", 1, 4);
+  EXPECT_EQ(ThrownBy([&] { array->Resize(UINT64_MAX, 1); }), "vector too long");
+  EXPECT_EQ(ThrownBy([&] { array->Resize(1ull << 33, 1ull << 33); }), "vector too long");
+  EXPECT_EQ(ThrownBy([&] { array->SetData("", UINT64_MAX / 2, 3); }), "vector too long");
+  EXPECT_EQ(array->GetSize(), 4u);
+}
+
+}  // namespace Data::tests
