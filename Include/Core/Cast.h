@@ -21,7 +21,8 @@ namespace detail {
 inline bool ChainHasName(const std::type_info& implementation, const char* name) {
   const std::type_info* type = &implementation;
   while (std::strcmp(type->name(), name) != 0) {
-    if (std::strcmp(typeid(*type).name(), "N10__cxxabiv120__si_class_type_infoE") != 0) return false;
+    if (std::strcmp(typeid(*type).name(), "N10__cxxabiv120__si_class_type_infoE") != 0)
+      return false;
     type = static_cast<const abi::__si_class_type_info*>(type)->__base_type;
   }
   return true;

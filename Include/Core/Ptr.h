@@ -38,11 +38,10 @@ class Ptr {
   Ptr(const Ptr& other) : Ptr(other.object_) {}
   Ptr(Ptr&& other) noexcept : object_(other.Detach()) {}
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  Ptr(const Ptr<U>& other) : Ptr(other.Get()) {}
+  requires std::is_convertible_v<U*, T*> Ptr(const Ptr<U>& other) : Ptr(other.Get()) {}
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  Ptr(Ptr<U>&& other) noexcept : object_(other.Detach()) {}
+  requires std::is_convertible_v<U*, T*> Ptr(Ptr<U>&& other)
+  noexcept : object_(other.Detach()) {}
   ~Ptr() {
     if (object_) object_->Release();
   }

@@ -12,7 +12,8 @@ namespace Core {
 #endif
 /// The printf-style result as a new string. A format that the standard library
 /// rejects stops a debug build at the assertion and gives an empty text otherwise.
-inline std::string StringFormat(const char* format, ...) {
+inline std::string
+StringFormat(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   va_list measured;

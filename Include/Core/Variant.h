@@ -23,7 +23,8 @@ inline constexpr ValueType kReferenceType<Data::Interfaces::IString> = ValueType
 template <>
 inline constexpr ValueType kReferenceType<Data::Interfaces::IDateTime> = ValueType::DateTime;
 template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IJsonDocument> = ValueType::JsonDocument;
+inline constexpr ValueType kReferenceType<Data::Interfaces::IJsonDocument> =
+    ValueType::JsonDocument;
 template <>
 inline constexpr ValueType kReferenceType<Data::Interfaces::IXmlDocument> = ValueType::XmlDocument;
 template <>
@@ -63,9 +64,8 @@ class Variant : public _VARIANT {
   Variant(float value) noexcept : _VARIANT(MakeFloat(value)) {}
   /// Text of up to 16 bytes is kept in the record, longer text in an `IString`.
   Variant(std::string_view utf8)
-      : _VARIANT(FitsInline(utf8)
-                     ? MakeInlineText(utf8)
-                     : MakeReference(ValueType::String, MakeString(utf8).Detach())) {}
+      : _VARIANT(FitsInline(utf8) ? MakeInlineText(utf8)
+                                  : MakeReference(ValueType::String, MakeString(utf8).Detach())) {}
   Variant(const char* utf8) : Variant(std::string_view(utf8)) {}
   Variant(const std::string& utf8) : Variant(std::string_view(utf8)) {}
   Variant(const Data::Structures::_UUID& uuid) noexcept

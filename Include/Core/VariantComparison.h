@@ -84,32 +84,42 @@ inline int CompareErrors(const _VARIANT& left, const _VARIANT& right) {
 inline int Compare(const _VARIANT& left, const _VARIANT& right) {
   if (!AreComparable(left, right))
     detail::ThrowComparison(
-        "Values cannot be compared due type mismatch! Left type is %s, Right type is %s", left, right);
+        "Values cannot be compared due type mismatch! Left type is %s, Right type is %s", left,
+        right);
   if (IsNull(left) || IsNull(right) || IsNullAddress(left) || IsNullAddress(right))
-    detail::ThrowComparison("Null values cannot be compared! Left type is %s, Right type is %s", left,
-                            right);
+    detail::ThrowComparison("Null values cannot be compared! Left type is %s, Right type is %s",
+                            left, right);
   switch (KindOf(TypeOf(right))) {
     case ValueKind::SignedInteger:
     case ValueKind::UnsignedInteger:
-    case ValueKind::Bool: return detail::Order(ToInt64(left), ToInt64(right));
-    case ValueKind::WideInteger: return detail::Order(ToWideInteger(left), ToWideInteger(right));
-    case ValueKind::Real: return detail::Order(ToDouble(left), ToDouble(right));
-    case ValueKind::Address: return detail::CompareAddresses(left, right);
+    case ValueKind::Bool:
+      return detail::Order(ToInt64(left), ToInt64(right));
+    case ValueKind::WideInteger:
+      return detail::Order(ToWideInteger(left), ToWideInteger(right));
+    case ValueKind::Real:
+      return detail::Order(ToDouble(left), ToDouble(right));
+    case ValueKind::Address:
+      return detail::CompareAddresses(left, right);
     case ValueKind::Object:
-    case ValueKind::List: return detail::Order(left.value[0], right.value[0]);
-    case ValueKind::Text: return detail::CompareTexts(left, right);
-    case ValueKind::DateTime: return detail::CompareDateTimes(left, right);
+    case ValueKind::List:
+      return detail::Order(left.value[0], right.value[0]);
+    case ValueKind::Text:
+      return detail::CompareTexts(left, right);
+    case ValueKind::DateTime:
+      return detail::CompareDateTimes(left, right);
     case ValueKind::Document:
       return TypeOf(right) == ValueType::JsonDocument
                  ? detail::CompareDocuments(GetJsonDocument(left), GetJsonDocument(right))
                  : detail::CompareDocuments(GetXmlDocument(left), GetXmlDocument(right));
-    case ValueKind::Error: return detail::CompareErrors(left, right);
+    case ValueKind::Error:
+      return detail::CompareErrors(left, right);
     case ValueKind::Array:
-    case ValueKind::None: break;
+    case ValueKind::None:
+      break;
   }
   detail::ThrowComparison(
-      "Compare is not implemented for specified value types: Left type is %s, Right type is %s", left,
-      right);
+      "Compare is not implemented for specified value types: Left type is %s, Right type is %s",
+      left, right);
 }
 
 }  // namespace Core

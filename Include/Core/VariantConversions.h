@@ -31,7 +31,9 @@ inline void CheckHoldsNumber(const _VARIANT& variant) {
     throw std::runtime_error("String cannot be converted to the primitive type!");
 }
 
-inline double StoredDouble(const _VARIANT& variant) { return std::bit_cast<double>(variant.value[0]); }
+inline double StoredDouble(const _VARIANT& variant) {
+  return std::bit_cast<double>(variant.value[0]);
+}
 inline float StoredFloat(const _VARIANT& variant) {
   return std::bit_cast<float>(static_cast<std::uint32_t>(variant.value[0]));
 }
@@ -45,14 +47,21 @@ inline std::int64_t Truncate(double value) {
 inline std::int64_t StoredInteger(const _VARIANT& variant) {
   const std::uint64_t word = variant.value[0];
   switch (TypeOf(variant)) {
-    case ValueType::Int16: return static_cast<std::int16_t>(word);
-    case ValueType::UInt16: return static_cast<std::uint16_t>(word);
-    case ValueType::Int32: return static_cast<std::int32_t>(word);
-    case ValueType::UInt32: return static_cast<std::uint32_t>(word);
-    case ValueType::Byte: return static_cast<std::uint8_t>(word);
+    case ValueType::Int16:
+      return static_cast<std::int16_t>(word);
+    case ValueType::UInt16:
+      return static_cast<std::uint16_t>(word);
+    case ValueType::Int32:
+      return static_cast<std::int32_t>(word);
+    case ValueType::UInt32:
+      return static_cast<std::uint32_t>(word);
+    case ValueType::Byte:
+      return static_cast<std::uint8_t>(word);
     case ValueType::SByte:
-    case ValueType::Bool: return static_cast<std::int8_t>(word);
-    default: return static_cast<std::int64_t>(word);
+    case ValueType::Bool:
+      return static_cast<std::int8_t>(word);
+    default:
+      return static_cast<std::int64_t>(word);
   }
 }
 
@@ -74,7 +83,8 @@ inline double ToDouble(const _VARIANT& variant) {
   detail::CheckHoldsNumber(variant);
   const std::uint64_t low = variant.value[0], high = variant.value[1];
   switch (TypeOf(variant)) {
-    case ValueType::UInt64: return static_cast<double>(low);
+    case ValueType::UInt64:
+      return static_cast<double>(low);
     case ValueType::Int16:
     case ValueType::Int32:
     case ValueType::Int64:
@@ -82,14 +92,19 @@ inline double ToDouble(const _VARIANT& variant) {
     case ValueType::UInt32:
     case ValueType::Byte:
     case ValueType::SByte:
-    case ValueType::Bool: return static_cast<double>(detail::StoredInteger(variant));
-    case ValueType::Double: return detail::StoredDouble(variant);
-    case ValueType::Float: return detail::StoredFloat(variant);
+    case ValueType::Bool:
+      return static_cast<double>(detail::StoredInteger(variant));
+    case ValueType::Double:
+      return detail::StoredDouble(variant);
+    case ValueType::Float:
+      return detail::StoredFloat(variant);
     case ValueType::Int128:
       return static_cast<double>(static_cast<std::int64_t>(high)) * 0x1p64 +
              static_cast<double>(static_cast<std::int64_t>(low));
-    case ValueType::UInt128: return static_cast<double>(high) * 0x1p64 + static_cast<double>(low);
-    default: throw std::runtime_error("Invalid value!");
+    case ValueType::UInt128:
+      return static_cast<double>(high) * 0x1p64 + static_cast<double>(low);
+    default:
+      throw std::runtime_error("Invalid value!");
   }
 }
 
@@ -245,7 +260,8 @@ inline std::string IntegerText(auto value) {
 /// As printf's "%f", but never with the decimal comma of a locale.
 inline std::string RealText(double value) {
   char digits[400];
-  return {digits, std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6).ptr};
+  return {digits,
+          std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6).ptr};
 }
 
 template <class Document>
@@ -310,32 +326,47 @@ inline std::string ToText(const _VARIANT& variant) {
     case ValueType::SByte:
     case ValueType::UInt16:
     case ValueType::UInt32:
-    case ValueType::Byte: return detail::IntegerText(detail::StoredInteger(variant));
-    case ValueType::UInt64: return detail::IntegerText(variant.value[0]);
-    case ValueType::Int128: return "Int128_ToStringNotImplemented";
-    case ValueType::UInt128: return "UInt128_ToStringNotImplemented";
-    case ValueType::Double: return detail::RealText(detail::StoredDouble(variant));
-    case ValueType::Float: return detail::RealText(detail::StoredFloat(variant));
-    case ValueType::Bool: return ToBool(variant) ? "true" : "false";
+    case ValueType::Byte:
+      return detail::IntegerText(detail::StoredInteger(variant));
+    case ValueType::UInt64:
+      return detail::IntegerText(variant.value[0]);
+    case ValueType::Int128:
+      return "Int128_ToStringNotImplemented";
+    case ValueType::UInt128:
+      return "UInt128_ToStringNotImplemented";
+    case ValueType::Double:
+      return detail::RealText(detail::StoredDouble(variant));
+    case ValueType::Float:
+      return detail::RealText(detail::StoredFloat(variant));
+    case ValueType::Bool:
+      return ToBool(variant) ? "true" : "false";
     case ValueType::IObject: {
       const auto object = GetObject<IObject>(variant);
       return object ? RuntimeTypeName(*object) : "null";
     }
-    case ValueType::Array: return detail::ArrayText(variant);
-    case ValueType::String: return std::string(GetStringView(variant));
-    case ValueType::DateTime: return detail::DateTimeText(variant);
-    case ValueType::JsonDocument: return detail::DocumentText(GetJsonDocument(variant), "{}");
+    case ValueType::Array:
+      return detail::ArrayText(variant);
+    case ValueType::String:
+      return std::string(GetStringView(variant));
+    case ValueType::DateTime:
+      return detail::DateTimeText(variant);
+    case ValueType::JsonDocument:
+      return detail::DocumentText(GetJsonDocument(variant), "{}");
     case ValueType::XmlDocument:
       return detail::DocumentText(GetXmlDocument(variant),
                                   "<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-    case ValueType::Uuid: return detail::UuidText(variant);
+    case ValueType::Uuid:
+      return detail::UuidText(variant);
     case ValueType::ErrorCode: {
       const auto error = GetErrorCode(variant);
       return error ? std::string(error->GetMessage(), error->GetMessageLength()) : std::string();
     }
-    case ValueType::ObjectList: return detail::ObjectListText(variant);
-    case ValueType::StringList: return detail::StringListText(variant);
-    default: return {};
+    case ValueType::ObjectList:
+      return detail::ObjectListText(variant);
+    case ValueType::StringList:
+      return detail::StringListText(variant);
+    default:
+      return {};
   }
 }
 

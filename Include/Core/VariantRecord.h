@@ -36,7 +36,8 @@ constexpr bool IsNull(const _VARIANT& variant) { return TypeOf(variant) == Value
 /// an undefined one, whose payload means nothing.
 inline IObject* ReferencedObject(const _VARIANT& variant) {
   const bool refers = HasForm(variant, StorageForm::Reference) && IsDefined(TypeOf(variant));
-  return refers ? reinterpret_cast<IObject*>(static_cast<std::uintptr_t>(variant.value[0])) : nullptr;
+  return refers ? reinterpret_cast<IObject*>(static_cast<std::uintptr_t>(variant.value[0]))
+                : nullptr;
 }
 
 /// Whether the record points to nothing: reference or pointer form, null payload.

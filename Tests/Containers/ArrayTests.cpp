@@ -40,7 +40,8 @@ TEST(Array, GetPointerStaysInsideTheBytes) {
   for (const auto& c : cases) {
     Ptr<IErrorCode> error;
     void* pointer = array->GetPointer(c.offset, c.size, error.Receive());
-    EXPECT_EQ(pointer, c.inside ? static_cast<char*>(array->GetData()) + c.offset : nullptr) << c.what;
+    EXPECT_EQ(pointer, c.inside ? static_cast<char*>(array->GetData()) + c.offset : nullptr)
+        << c.what;
     EXPECT_EQ(MessageOf(error), c.inside ? "" : "Offset or size are not in data bounds") << c.what;
     if (error) {
       EXPECT_EQ(error->GetCode(), 2u) << c.what;

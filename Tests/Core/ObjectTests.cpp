@@ -21,9 +21,7 @@ TEST(Object, CountsReferencesFromOne) {
 TEST(Object, WorksWithStandardLockGuards) {
   Ptr<IArray> array;
   ASSERT_TRUE(Data_CreateArray(array.Receive()));
-  {
-    const std::lock_guard guard(*array);
-  }
+  { const std::lock_guard guard(*array); }
   EXPECT_TRUE(array->TryLock());
   array->Unlock();
 }

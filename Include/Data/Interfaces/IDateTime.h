@@ -22,10 +22,10 @@ struct IDateTime : Core::IObject {
   virtual uint16_t GetSecond() = 0;  ///< Slot 11.
   /// Slot 12. Whole milliseconds of the second, in nanoseconds.
   virtual uint32_t GetNanosecond() = 0;
-  virtual int32_t GetUtcOffset() = 0;    ///< Slot 13. Minutes; always 0.
-  virtual uint16_t GetDayOfWeek() = 0;   ///< Slot 14. Monday 1 to Sunday 7.
-  virtual int32_t GetWeekOfYear() = 0;   ///< Slot 15. ISO 8601 week.
-  virtual int32_t GetDayOfYear() = 0;    ///< Slot 16. 1 to 366.
+  virtual int32_t GetUtcOffset() = 0;           ///< Slot 13. Minutes; always 0.
+  virtual uint16_t GetDayOfWeek() = 0;          ///< Slot 14. Monday 1 to Sunday 7.
+  virtual int32_t GetWeekOfYear() = 0;          ///< Slot 15. ISO 8601 week.
+  virtual int32_t GetDayOfYear() = 0;           ///< Slot 16. 1 to 366.
   virtual void SetYear(uint16_t year) = 0;      ///< Slot 17.
   virtual void SetMonth(uint16_t month) = 0;    ///< Slot 18.
   virtual void SetDay(uint16_t day) = 0;        ///< Slot 19.
@@ -38,12 +38,12 @@ struct IDateTime : Core::IObject {
   virtual void AddYears(int32_t years) = 0;
   /// Slot 25. The day is cut to the length of the new month.
   virtual void AddMonths(int32_t months) = 0;
-  virtual void AddDays(int32_t days) = 0;      ///< Slot 26.
-  virtual void AddHours(double hours) = 0;     ///< Slot 27.
-  virtual void AddMinutes(double minutes) = 0; ///< Slot 28.
-  virtual void AddSeconds(double seconds) = 0; ///< Slot 29.
+  virtual void AddDays(int32_t days) = 0;                 ///< Slot 26.
+  virtual void AddHours(double hours) = 0;                ///< Slot 27.
+  virtual void AddMinutes(double minutes) = 0;            ///< Slot 28.
+  virtual void AddSeconds(double seconds) = 0;            ///< Slot 29.
   virtual void AddMilliseconds(double milliseconds) = 0;  ///< Slot 30.
-  virtual void AddTicks(int64_t ticks) = 0;    ///< Slot 31. Of 100 ns.
+  virtual void AddTicks(int64_t ticks) = 0;               ///< Slot 31. Of 100 ns.
   /// Slot 32. Compares field by field from the finest that `unit` covers to the
   /// year; the first difference decides.
   /// @return -1, 0 or 1; -1 for an unknown unit
