@@ -1,0 +1,21 @@
+#!/bin/sh
+# Runs a Windows program under Wine: run-wine.sh PROGRAM.exe [ARGUMENTS...]
+# Quiet, and with a prefix of its own in the build tree that the program stands in, so that
+# neither the user's Wine nor another build is touched.
+set -eu
+
+for wine in wine64 /usr/lib/wine/wine64 wine; do
+  command -v "$wine" >/dev/null 2>&1 && break
+done
+
+# The build tree is the nearest folder above the program that CMake configured.
+tree=$(cd "$(dirname "$1")" && pwd)
+while [ "$tree" != / ] && [ ! -f "$tree/CMakeCache.txt" ]; do
+  tree=$(dirname "$tree")
+done
+[ "$tree" != / ] || tree=$(pwd)
+
+export WINEDEBUG="${WINEDEBUG:--all}"
+export WINEPREFIX="${WINEPREFIX:-$tree/wine}"
+export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
+exec "$wine" "$@"

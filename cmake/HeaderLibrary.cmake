@@ -1,0 +1,12 @@
+# add_header_library(TARGET HEADER): a target for a header-only package of the build machine.
+# The package's folder is linked alone into the build tree, because a cross compiler
+# must not see the other headers that stand beside it in /usr/include.
+function(add_header_library target header)
+  get_filename_component(folder ${header} DIRECTORY)
+  find_path(LAYERDATA_${target}_ROOT ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  set(alone ${LayerData_BINARY_DIR}/headers/${target})
+  file(MAKE_DIRECTORY ${alone})
+  file(CREATE_LINK ${LAYERDATA_${target}_ROOT}/${folder} ${alone}/${folder} SYMBOLIC)
+  add_library(${target} INTERFACE)
+  target_include_directories(${target} SYSTEM INTERFACE ${alone})
+endfunction()

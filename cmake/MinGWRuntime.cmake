@@ -1,0 +1,12 @@
+# Exceptions of the library reach its callers, so both share one C++ runtime:
+# its DLLs stand beside layerdata.dll, in the build tree and in the installed package.
+foreach(name libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}.dll
+    OUTPUT_VARIABLE dll OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(NOT IS_ABSOLUTE "${dll}")  # the compiler answers with the bare name of what it does not find
+    find_file(dll_${name} ${name}.dll PATHS /usr/x86_64-w64-mingw32/lib NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    set(dll ${dll_${name}})
+  endif()
+  file(COPY ${dll} DESTINATION ${CMAKE_BINARY_DIR}/bin)
+  install(FILES ${dll} DESTINATION ${CMAKE_INSTALL_BINDIR})
+endforeach()
