@@ -1,0 +1,191 @@
+#include "Text/MultiByteStringImpl.h"
+
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+#include "Platform/CodePages.h"
+#include "Text/TextOrder.h"
+
+namespace Data::impl {
+
+namespace {
+
+constexpr std::uint32_t kUtf8CodePage = 65001;
+
+/// Texts of up to this many units are converted without a heap block.
+constexpr std::size_t kShortLength = 256;
+
+struct Free {
+  void operator()(char* bytes) const { std::free(bytes); }
+};
+/// From the C allocator, which gives back the end of a block without moving it.
+using HeapBytes = std::unique_ptr<char, Free>;
+
+HeapBytes Allocate(std::size_t size) {
+  HeapBytes bytes(static_cast<char*>(std::malloc(size)));
+  if (!bytes) throw std::bad_alloc();
+  return bytes;
+}
+
+HeapBytes Shrink(HeapBytes bytes, std::size_t size) {
+  auto* shrunk = static_cast<char*>(std::realloc(bytes.get(), size));
+  if (!shrunk) return bytes;
+  static_cast<void>(bytes.release());
+  return HeapBytes(shrunk);
+}
+
+template <class Unit>
+void CheckLength(std::uint64_t length) {
+  if (length >= PTRDIFF_MAX / sizeof(Unit)) throw std::length_error("vector too long");
+}
+
+}  // namespace
+
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::WithRoomFor(std::size_t length) {
+  CheckLength<char>(length);
+  auto* object = new (TextBehind{length + 1}) MultiByteStringImpl(length + 1);
+  object->buffer_ = object->TextBehindObject();
+  return Core::Ptr<MultiByteStringImpl>::Adopt(object);
+}
+
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::string_view text) {
+  return FromUtf8(text.size(), [text](char* to) {
+    if (!text.empty()) std::memcpy(to, text.data(), text.size());
+    return text.size();
+  });
+}
+
+void MultiByteStringImpl::FreeOwnBuffer() {
+  if (buffer_ != TextBehindObject()) std::free(buffer_);
+}
+
+/// The text may lie in this very string, so that the old buffer stays until it
+/// has been copied.
+template <class Unit>
+void MultiByteStringImpl::Store(const Unit* text, std::uint64_t length, Kind kind) {
+  if (length != 0) Core::CheckNotNull(text);
+  CheckLength<Unit>(length);
+  const std::size_t bytes = length * sizeof(Unit), size = bytes + sizeof(Unit);
+  if (size <= capacity_) {
+    if (!buffer_) buffer_ = TextBehindObject();
+    if (bytes != 0) std::memmove(buffer_, text, bytes);
+  } else {
+    HeapBytes fresh = Allocate(size);
+    if (bytes != 0) std::memcpy(fresh.get(), text, bytes);
+    FreeOwnBuffer();
+    buffer_ = fresh.release();
+    capacity_ = size;
+  }
+  Finish<Unit>(length, kind);
+}
+
+/// Stores what `convert` writes: at most `maxLength` units.
+template <class Unit, class Conversion>
+void MultiByteStringImpl::StoreConverted(std::size_t maxLength, Kind kind, Conversion convert) {
+  if (maxLength <= kShortLength) {
+    Unit text[kShortLength];
+    return Store(text, convert(text), kind);
+  }
+  const std::size_t maxSize = (maxLength + 1) * sizeof(Unit);
+  HeapBytes fresh = Allocate(maxSize);
+  const std::size_t length = convert(reinterpret_cast<Unit*>(fresh.get()));
+  const std::size_t size = (length + 1) * sizeof(Unit);
+  if (size < maxSize) fresh = Shrink(std::move(fresh), size);
+  FreeOwnBuffer();
+  buffer_ = fresh.release();
+  capacity_ = size;
+  Finish<Unit>(length, kind);
+}
+
+void MultiByteStringImpl::SetWide(const char16_t* text, std::uint64_t length) {
+  Store(text, length, Kind::Wide);
+}
+
+void MultiByteStringImpl::SetMultiByte(const char* text, std::uint64_t length,
+                                       std::uint32_t codePage) {
+  Store(text, length, Kind::MultiByte);
+  codePage_ = codePage;
+}
+
+void MultiByteStringImpl::SetUtf8(const char* text, std::uint64_t length) {
+  Store(text, length, Kind::Utf8);
+}
+
+void* MultiByteStringImpl::Clear() {
+  size_ = 0;
+  kind_ = Kind::Empty;
+  return buffer_;
+}
+
+template <class Unit>
+std::basic_string_view<Unit> MultiByteStringImpl::TextToFirstZero() const {
+  return UpToFirstZero<Unit>(
+      {reinterpret_cast<const Unit*>(buffer_), size_ / sizeof(Unit) - 1});
+}
+
+void MultiByteStringImpl::ConvertToWide() {
+  const auto text = TextToFirstZero<char>();
+  const std::uint32_t codePage = kind_ == Kind::MultiByte ? codePage_ : kUtf8CodePage;
+  StoreConverted<char16_t>(Platform::MaxWideLength(text.size()), Kind::Wide,
+                           [&](char16_t* to) { return Platform::ToWide(codePage, text, to); });
+}
+
+void MultiByteStringImpl::ConvertFromWide(std::uint32_t codePage) {
+  const auto text = TextToFirstZero<char16_t>();
+  const Kind kind = codePage == kUtf8CodePage ? Kind::Utf8 : Kind::MultiByte;
+  StoreConverted<char>(Platform::MaxByteLength(codePage, text.size()), kind,
+                       [&](char* to) { return Platform::ToMultiByte(codePage, text, to); });
+  if (kind == Kind::MultiByte) codePage_ = codePage;
+}
+
+const char* MultiByteStringImpl::GetMultiByte(std::uint32_t codePage) {
+  if (kind_ == Kind::Empty) return "";
+  if (kind_ == Kind::MultiByte) return buffer_;
+  if (kind_ == Kind::Utf8) ConvertToWide();
+  ConvertFromWide(codePage);
+  return buffer_;
+}
+
+const char* MultiByteStringImpl::GetUtf8() {
+  if (kind_ == Kind::Empty) return "";
+  if (kind_ == Kind::MultiByte) ConvertToWide();
+  if (kind_ == Kind::Wide) ConvertFromWide(kUtf8CodePage);
+  return buffer_;
+}
+
+const char16_t* MultiByteStringImpl::GetWide() {
+  if (kind_ == Kind::Empty) return u"";
+  if (kind_ != Kind::Wide) ConvertToWide();
+  return reinterpret_cast<const char16_t*>(buffer_);
+}
+
+std::uint64_t MultiByteStringImpl::GetLength() {
+  if (kind_ == Kind::Empty) return 0;
+  return kind_ == Kind::Wide ? size_ / sizeof(char16_t) - 1 : size_ - 1;
+}
+
+std::int32_t MultiByteStringImpl::Compare(IString* other, bool caseSensitive) {
+  if (!other) return -1;
+  switch (kind_) {
+    case Kind::Empty:
+      return static_cast<std::int32_t>(0 - static_cast<std::uint32_t>(other->GetLength()));
+    case Kind::Wide: {
+      const char16_t* text = other->GetWide();
+      return CompareTexts<char16_t>({GetWide(), GetLength()}, {text, other->GetLength()},
+                                    caseSensitive);
+    }
+    case Kind::MultiByte: {
+      const char* text = other->GetMultiByte(codePage_);
+      return CompareTexts<char>({buffer_, GetLength()}, {text, other->GetLength()}, caseSensitive);
+    }
+    case Kind::Utf8: {
+      const char* text = other->GetUtf8();
+      return CompareTexts<char>({buffer_, GetLength()}, {text, other->GetLength()}, caseSensitive);
+    }
+  }
+  return -1;
+}
+
+}  // namespace Data::impl

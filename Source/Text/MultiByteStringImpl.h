@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "Core/ObjectBase.h"
+#include "Core/Ptr.h"
+#include "Data/Interfaces/IString.h"
+
+namespace Data::impl {
+
+/// The one implementation of `IString`. Tables hold millions of these, so an
+/// object and its first text share one heap block: the text lies right behind
+/// the object until a longer one needs a buffer of its own.
+struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
+  MultiByteStringImpl() : MultiByteStringImpl(kSmallTextBytes) {}
+  ~MultiByteStringImpl() override { FreeOwnBuffer(); }
+
+  /// A new UTF-8 text in one heap block.
+  static Core::Ptr<MultiByteStringImpl> FromUtf8(std::string_view text);
+  /// A new UTF-8 text that is written straight to its place.
+  /// @param capacity  the most bytes that it can have
+  /// @param fill      called with the address of the first byte; returns the
+  ///                  number of bytes that it wrote
+  template <class Fill>
+  static Core::Ptr<MultiByteStringImpl> FromUtf8(std::size_t capacity, Fill&& fill);
+
+  void SetWide(const char16_t* text, std::uint64_t length) override;
+  void SetMultiByte(const char* text, std::uint64_t length, std::uint32_t codePage) override;
+  void SetUtf8(const char* text, std::uint64_t length) override;
+  void* Clear() override;
+  const char* GetMultiByte(std::uint32_t codePage) override;
+  const char* GetUtf8() override;
+  const char16_t* GetWide() override;
+  const void* GetData() override { return buffer_; }
+  std::uint64_t GetLength() override;
+  std::uint64_t GetSize() override { return size_; }
+  std::int32_t Compare(IString* other, bool caseSensitive) override;
+
+  static void* operator new(std::size_t size) { return ::operator new(size + kSmallTextBytes); }
+  static void operator delete(void* object) { ::operator delete(object); }
+
+ private:
+  enum class Kind : std::uint32_t { Empty = 0, MultiByte = 1, Wide = 2, Utf8 = 3 };
+
+  /// Room for text behind an object that is created without one.
+  static constexpr std::size_t kSmallTextBytes = 32;
+
+  struct TextBehind {
+    std::size_t bytes;
+  };
+  static void* operator new(std::size_t size, TextBehind text) {
+    return ::operator new(size + text.bytes);
+  }
+  static void operator delete(void* object, TextBehind) { ::operator delete(object); }
+
+  explicit MultiByteStringImpl(std::size_t bytesBehind) : capacity_(bytesBehind) {}
+
+  static Core::Ptr<MultiByteStringImpl> WithRoomFor(std::size_t length);
+
+  char* TextBehindObject() { return reinterpret_cast<char*>(this + 1); }
+  void FreeOwnBuffer();
+  template <class Unit>
+  void Store(const Unit* text, std::uint64_t length, Kind kind);
+  template <class Unit, class Conversion>
+  void StoreConverted(std::size_t maxLength, Kind kind, Conversion convert);
+  template <class Unit>
+  void Finish(std::size_t length, Kind kind);
+  void ConvertToWide();
+  void ConvertFromWide(std::uint32_t codePage);
+  template <class Unit>
+  std::basic_string_view<Unit> TextToFirstZero() const;
+
+  // The kind comes first: it fits in the padding behind the reference count.
+  Kind kind_ = Kind::Empty;
+  std::uint32_t codePage_ = 0;
+  char* buffer_ = nullptr;  // null until the first text
+  std::size_t size_ = 0;    // in bytes, terminator included
+  std::size_t capacity_;
+};
+
+template <class Fill>
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::size_t capacity, Fill&& fill) {
+  auto string = WithRoomFor(capacity);
+  string->Finish<char>(fill(string->buffer_), Kind::Utf8);
+  return string;
+}
+
+template <class Unit>
+void MultiByteStringImpl::Finish(std::size_t length, Kind kind) {
+  constexpr Unit kTerminator = 0;
+  std::memcpy(buffer_ + length * sizeof(Unit), &kTerminator, sizeof(Unit));
+  size_ = (length + 1) * sizeof(Unit);
+  kind_ = kind;
+}
+
+}  // namespace Data::impl
