@@ -121,8 +121,7 @@ void* MultiByteStringImpl::Clear() {
 
 template <class Unit>
 std::basic_string_view<Unit> MultiByteStringImpl::TextToFirstZero() const {
-  return UpToFirstZero<Unit>(
-      {reinterpret_cast<const Unit*>(buffer_), size_ / sizeof(Unit) - 1});
+  return UpToFirstZero<Unit>({reinterpret_cast<const Unit*>(buffer_), size_ / sizeof(Unit) - 1});
 }
 
 void MultiByteStringImpl::ConvertToWide() {
