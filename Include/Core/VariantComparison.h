@@ -39,7 +39,28 @@ inline int CompareAddresses(const _VARIANT& left, const _VARIANT& right) {
   return Order(left.value[0], right.value[0]);
 }
 
+/// The byte with A to Z as a to z.
+constexpr std::uint8_t Folded(char byte) {
+  return static_cast<std::uint8_t>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
+}
+
+/// By bytes, A to Z counting as a to z; then the shorter text is less.
+inline int CompareFolded(std::string_view left, std::string_view right) {
+  const std::size_t shorter = std::min(left.size(), right.size());
+  for (std::size_t i = 0; i < shorter; ++i)
+    if (Folded(left[i]) != Folded(right[i])) return Folded(left[i]) < Folded(right[i]) ? -1 : 1;
+  return Order(left.size(), right.size());
+}
+
+/// Two texts as the left one's `Compare` orders them. A short text in the record
+/// is UTF-8, so on the left it needs no string object of its own; on the right
+/// it does, because the left string's encoding chooses the order.
 inline int CompareTexts(const _VARIANT& left, const _VARIANT& right) {
+  if (HasForm(left, StorageForm::Value)) {
+    if (HasForm(right, StorageForm::Value))
+      return CompareFolded(InlineText(left), InlineText(right));
+    return CompareFolded(InlineText(left), Utf8View(*ToStringObject(right)));
+  }
   const auto leftText = ToStringObject(left), rightText = ToStringObject(right);
   return leftText == rightText ? 0 : Sign(leftText->Compare(rightText.Get(), false));
 }

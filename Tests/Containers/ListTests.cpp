@@ -146,14 +146,14 @@ TEST(VariantList, CopiesItemsInAndOut) {
 TEST(VariantPairList, KeepsPairsInOrderDuplicatesIncluded) {
   const auto list = NewPairList();
   const auto array = New(Data_CreateArray);
-  const Variant key(77), first(array), second(2);
+  const Variant key("key"), first(array), second(2);
   Ptr<IErrorCode> error;
   EXPECT_TRUE(list->Add(&key, &first, error.Receive()));
   EXPECT_TRUE(list->Add(&key, &second, error.Receive()));
   EXPECT_EQ(list->GetCount(), 2u);
   Variant gotKey, gotValue;
   ASSERT_TRUE(list->GetAt(0, &gotKey, &gotValue, error.Receive()));
-  EXPECT_EQ(gotKey.As<int>(), 77);
+  EXPECT_EQ(gotKey.As<std::string_view>(), "key");
   EXPECT_EQ(gotValue.As<Ptr<IArray>>(), array);
   ASSERT_TRUE(list->GetAt(1, &gotKey, &gotValue, error.Receive()));
   EXPECT_EQ(gotValue.As<int>(), 2);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Containers/VariantMap.h"
+#include "Core/ObjectBase.h"
+#include "Data/Interfaces/IVariantDictionary.h"
+
+namespace Data::impl {
+
+struct VariantDictionaryImpl final : Core::ObjectBase<Interfaces::IVariantDictionary> {
+  bool Get(const Structures::_VARIANT* key, Structures::_VARIANT* destination,
+           Core::IErrorCode** error) override;
+  bool Contains(const Structures::_VARIANT* key, Core::IErrorCode** error) override;
+  bool Set(const Structures::_VARIANT* key, const Structures::_VARIANT* value,
+           Core::IErrorCode** error) override;
+  bool IsEmpty() override { return map_.Entries().empty(); }
+  bool Clear() override;
+  std::uint64_t GetCount() override { return map_.Entries().size(); }
+  bool GetKeys(Interfaces::IVariantList** out, Core::IErrorCode** error) override;
+
+ private:
+  VariantMap<Core::Variant> map_;
+};
+
+}  // namespace Data::impl

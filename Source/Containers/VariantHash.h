@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "Data/Structures/Variant.h"
+
+/// Hash and equality of values as keys: of dictionaries and of a table's unique
+/// index.
+namespace Data::impl {
+
+/// 64-bit FNV-1a over the bytes of a text; the same on every platform.
+std::uint64_t HashText(std::string_view text);
+
+/// Integers of all widths, Bool included, hash alike, and so do Float and
+/// Double; texts and documents hash by their text, with regard to case.
+/// @throws std::runtime_error for a key without a hash (an error code, an
+///         address, a null date-time): what the conversion of its type throws
+std::uint64_t HashOf(const Structures::_VARIANT& key);
+
+/// Whether a key differs from every key, itself included, without ever failing:
+/// Null and Unknown by value. All of them share few hashes, so maps never look
+/// for them.
+bool EqualsNothing(const Structures::_VARIANT& key);
+
+/// Equality of two keys of equal hash: comparable, and `Core::Compare` gives 0.
+/// @throws std::runtime_error what the comparison throws, as for a null reference
+bool AreEqualKeys(const Structures::_VARIANT& stored, const Structures::_VARIANT& key);
+
+}  // namespace Data::impl

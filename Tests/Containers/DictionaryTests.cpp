@@ -1,0 +1,313 @@
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#include "Core/Variant.h"
+#include "Data/Exports.h"
+#include "Data/Interfaces/IArray.h"
+#include "Data/Interfaces/IVariantDictionary.h"
+#include "TestSupport.h"
+
+namespace Data::tests {
+
+using Core::IErrorCode;
+using Core::MakeTag;
+using Core::Null;
+using Core::Ptr;
+using Core::StorageForm;
+using Core::Variant;
+using Interfaces::IArray;
+using Interfaces::IObjectList;
+using Interfaces::IString;
+using Interfaces::IVariantDictionary;
+using Interfaces::IVariantList;
+using Structures::_VARIANT;
+using Structures::ValueType;
+
+namespace {
+
+Ptr<IVariantDictionary> NewDictionary() {
+  Ptr<IVariantDictionary> dictionary;
+  Ptr<IErrorCode> error;
+  EXPECT_TRUE(Data_CreateVariantDictionary(dictionary.Receive(), error.Receive()));
+  return dictionary;
+}
+
+/// The failure of setting a key, "" if there is none.
+std::string SetFailure(const Ptr<IVariantDictionary>& dictionary, const _VARIANT& key,
+                       const Variant& value) {
+  Ptr<IErrorCode> error;
+  const bool isSet = dictionary->Set(&key, &value, error.Receive());
+  EXPECT_EQ(isSet, !error);
+  return MessageOf(error);
+}
+
+/// The integer stored for a key, -1 without one.
+int IntegerAt(const Ptr<IVariantDictionary>& dictionary, const _VARIANT& key) {
+  Variant value;
+  const bool found = dictionary->Get(&key, &value, nullptr);
+  EXPECT_EQ(dictionary->Contains(&key, nullptr), found);
+  return found ? value.As<int>() : -1;
+}
+
+Variant Record(ValueType type, StorageForm form, std::uint64_t low = 0, std::uint64_t high = 0) {
+  return Variant::Adopt({MakeTag(type, form), {low, high}});
+}
+Variant ByValue(ValueType type, std::uint64_t low, std::uint64_t high = 0) {
+  return Record(type, StorageForm::Value, low, high);
+}
+
+Variant TextObject(std::string_view utf8) { return Variant(Core::MakeString(utf8)); }
+
+Ptr<IString> NewString() {
+  Ptr<IString> text;
+  EXPECT_TRUE(Data_CreateString(text.Receive()));
+  return text;
+}
+
+Ptr<IObjectList> NewList() {
+  Ptr<IObjectList> list;
+  EXPECT_TRUE(Data_CreateObjectList(list.Receive()));
+  return list;
+}
+
+/// One object under two types.
+const Ptr<IObjectList> kShared = NewList();
+Variant SharedAsObject() { return Variant(Ptr<Core::IObject>(kShared)); }
+
+}  // namespace
+
+TEST(Dictionary, TellsKeysApartByHashAndComparison) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const struct {
+    const char* what;
+    Variant first, second;
+    bool same;
+  } cases[] = {
+      {"integers of any width", std::int32_t{7}, std::int64_t{7}, true},
+      {"signed and unsigned of one bit pattern", -1, UINT64_MAX, true},
+      {"a narrow negative number is no wide positive one", std::int8_t{-1}, 255, false},
+      {"true and 1", true, std::uint8_t{1}, true},
+      {"an integer and a double hash differently", 7, 7.0, false},
+      {"save for zero, which has one bit pattern", 0, 0.0, true},
+      {"float and double", 0.5f, 0.5, true},
+      {"a float that no double literal names", 0.1f, 0.1, false},
+      {"both zeros", -0.0, 0.0, true},
+      {"NaN", nan, nan, true},
+      {"all 16 bytes count", ByValue(ValueType::Int128, 1, 2), ByValue(ValueType::Int128, 1, 3),
+       false},
+      {"the wide types by their bytes", ByValue(ValueType::Uuid, 1, 2),
+       ByValue(ValueType::UInt128, 1, 2), true},
+      {"a wide number and a narrow one", ByValue(ValueType::Int128, 7), 7, false},
+      {"case", "abc", "ABC", false},
+      {"inline text and the same text as an object", "abc", TextObject("abc"), true},
+      {"and the other way round", TextObject("abc"), "abc", true},
+      {"long texts", TextObject("a text of more than 16 bytes"),
+       TextObject("a text of more than 16 bytes"), true},
+      {"the empty text and an object that was never set", "", Variant(NewString()), true},
+      {"a text and a number", "7", 7, false},
+      {"one object", SharedAsObject(), SharedAsObject(), true},
+      {"one object under two types", SharedAsObject(), Variant(kShared), false},
+      {"two objects", Variant(NewList()), Variant(NewList()), false},
+      {"a list by identity", Variant(kShared), Variant(kShared), true},
+      {"Null", Null, Null, false},
+      {"Unknown", Variant(), Variant(), false},
+      {"Null and zero", Null, 0, false},
+      {"an address kept by value", ByValue(ValueType::Pointer, 5), ByValue(ValueType::Pointer, 5),
+       false},
+      {"an object code without a reference", ByValue(ValueType::IObject, 5),
+       ByValue(ValueType::IObject, 5), false},
+  };
+  for (const auto& c : cases) {
+    const auto dictionary = NewDictionary();
+    EXPECT_EQ(SetFailure(dictionary, c.first, 1), "") << c.what;
+    EXPECT_EQ(SetFailure(dictionary, c.second, 2), "") << c.what;
+    EXPECT_EQ(dictionary->GetCount(), c.same ? 1u : 2u) << c.what;
+    const bool isFound = c.same || IntegerAt(dictionary, c.first) != -1;
+    if (!isFound) continue;  // equal to nothing, not even itself
+    EXPECT_EQ(IntegerAt(dictionary, c.first), c.same ? 2 : 1) << c.what;
+    EXPECT_EQ(IntegerAt(dictionary, c.second), 2) << c.what;
+  }
+}
+
+TEST(Dictionary, KeysThatEqualNothingAreAddedAndNeverFound) {
+  const auto dictionary = NewDictionary();
+  for (const Variant& key : {Variant(Null), Variant(), ByValue(ValueType::Reserved, 0),
+                             ByValue(ValueType::Invalid, 9), ByValue(ValueType::IObject, 5)}) {
+    EXPECT_EQ(SetFailure(dictionary, key, 1), "");
+    EXPECT_EQ(IntegerAt(dictionary, key), -1);
+  }
+  EXPECT_EQ(dictionary->GetCount(), 5u);
+}
+
+TEST(Dictionary, ReportsKeysWithoutHashOrOrder) {
+  Ptr<IArray> array;
+  ASSERT_TRUE(Data_CreateArray(array.Receive()));
+  Ptr<IErrorCode> failure;
+  EXPECT_FALSE(Data_CreateVariantDictionary(nullptr, failure.Receive()));
+  const std::string undefined =
+      "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
+      "uninitialized!";
+  constexpr auto kReference = StorageForm::Reference;
+  constexpr auto kPointer = StorageForm::Pointer;
+  const struct {
+    const char* what;
+    Variant key;
+    std::string first, second;  ///< failures of the first and the second Set
+  } cases[] = {
+      {"arrays have no order", Variant(array), "",
+       "Compare is not implemented for specified value types: Left type is Array, Right type is "
+       "Array"},
+      {"a null object is stored once", Record(ValueType::IObject, kReference), "",
+       "Null values cannot be compared! Left type is IObject, Right type is IObject"},
+      {"a null text too", Record(ValueType::String, kReference), "",
+       "Null values cannot be compared! Left type is String, Right type is String"},
+      {"Null in reference form is comparable, unlike by value", Record(ValueType::Null, kReference),
+       "", "Null values cannot be compared! Left type is Null, Right type is Null"},
+      {"and Unknown has no method", Record(ValueType::Unknown, kPointer, 1), "",
+       "Compare is not implemented for specified value types: Left type is Unknown, Right type is "
+       "Unknown"},
+      {"an address", Record(ValueType::Pointer, kPointer, 5), "Must be value type!",
+       "Must be value type!"},
+      {"a number in reference form", Record(ValueType::Int32, kReference), "Must be value type!",
+       "Must be value type!"},
+      {"a Uuid in reference form", Record(ValueType::Uuid, kReference), "Must be value type!",
+       "Must be value type!"},
+      {"a double in pointer form", Record(ValueType::Double, kPointer, 1), "Must be value type!",
+       "Must be value type!"},
+      {"an error code", Variant(failure), "Must be string, json or xml!",
+       "Must be string, json or xml!"},
+      {"a text in pointer form", Record(ValueType::String, kPointer, 1),
+       "Must be string, json or xml!", "Must be string, json or xml!"},
+      {"a date-time by value", ByValue(ValueType::DateTime, 1),
+       "Must be reference type! Meaning: Must implement Core::IObject interface",
+       "Must be reference type! Meaning: Must implement Core::IObject interface"},
+      {"a null date-time", Record(ValueType::DateTime, kReference),
+       "Null pointer exception! Interface is not accessible: struct Data::Interfaces::IDateTime",
+       "Null pointer exception! Interface is not accessible: struct Data::Interfaces::IDateTime"},
+      {"the first undefined code", ByValue(static_cast<ValueType>(28), 0), undefined, undefined},
+      {"a record never initialised", Record(static_cast<ValueType>(0xCCCC), kReference, 0xCC),
+       undefined, undefined},
+  };
+  for (const auto& c : cases) {
+    const auto dictionary = NewDictionary();
+    EXPECT_EQ(SetFailure(dictionary, c.key, 1), c.first) << c.what;
+    EXPECT_EQ(SetFailure(dictionary, c.key, 2), c.second) << c.what;
+    EXPECT_EQ(dictionary->GetCount(), c.first.empty() ? 1u : 0u) << c.what;
+    Variant value(5);
+    for (const bool get : {true, false}) {
+      Ptr<IErrorCode> error;
+      EXPECT_FALSE(get ? dictionary->Get(&c.key, &value, error.Receive())
+                       : dictionary->Contains(&c.key, error.Receive()));
+      EXPECT_EQ(MessageOf(error), c.second) << c.what;
+    }
+    EXPECT_EQ(value.As<int>(), 5) << c.what;
+  }
+}
+
+TEST(Dictionary, ReportsMissingArguments) {
+  const auto dictionary = NewDictionary();
+  Variant key("key"), value(5);
+  const _VARIANT undefined{0xFFFF, {0, 0}};
+  const std::string nullRecord = "Pointer of struct Data::Structures::_VARIANT must not be null!";
+  const auto failure = [&](auto operation) {
+    Ptr<IErrorCode> error;
+    EXPECT_FALSE(operation(error.Receive()));
+    EXPECT_TRUE(error && error->GetCode() == 2);
+    IErrorCode* kept = error.Get();
+    EXPECT_FALSE(operation(&kept));
+    EXPECT_EQ(kept, error.Get()) << "an error already there is left alone";
+    EXPECT_FALSE(operation(nullptr));
+    return MessageOf(error);
+  };
+  auto& d = *dictionary;
+  EXPECT_EQ(failure([&](auto e) { return d.Get(nullptr, &value, e); }), nullRecord);
+  EXPECT_EQ(failure([&](auto e) { return d.Get(&key, nullptr, e); }), nullRecord);
+  EXPECT_EQ(failure([&](auto e) { return d.Contains(nullptr, e); }), nullRecord);
+  EXPECT_EQ(failure([&](auto e) { return d.Set(nullptr, &value, e); }), nullRecord);
+  EXPECT_EQ(failure([&](auto e) { return d.Set(&key, nullptr, e); }), nullRecord);
+  EXPECT_NE(failure([&](auto e) { return d.Set(&key, &undefined, e); }).find("undefined"),
+            std::string::npos);
+  EXPECT_EQ(failure([&](auto e) { return d.Get(&key, &value, e); }),
+            "invalid unordered_map<K, T> key");
+  EXPECT_EQ(failure([&](auto e) { return d.GetKeys(nullptr, e); }),
+            "Pointer to a pointer of struct Data::Interfaces::IVariantList must not be null! "
+            "Address of return must be specified!");
+  IVariantList* held = reinterpret_cast<IVariantList*>(&d);
+  EXPECT_EQ(failure([&](auto e) { return d.GetKeys(&held, e); }),
+            "Pointer of struct Data::Interfaces::IVariantList must be null in order to avoid "
+            "memory leaks!");
+  EXPECT_TRUE(d.IsEmpty());
+  EXPECT_EQ(value.As<int>(), 5);
+  Ptr<IErrorCode> error;
+  EXPECT_FALSE(d.Contains(&key, error.Receive()));
+  EXPECT_FALSE(error) << "a missing key is an answer, not a failure";
+}
+
+TEST(Dictionary, HoldsAndGivesBackReferences) {
+  const auto dictionary = NewDictionary();
+  const auto object = NewList();
+  const auto references = [&] {
+    object->AddReference();
+    return object->Release();
+  };
+  const Variant held(object), other(1);
+  EXPECT_EQ(SetFailure(dictionary, held, held), "");
+  EXPECT_EQ(references(), 4u) << "here, in `held`, as key and as value";
+  Variant value;
+  EXPECT_TRUE(dictionary->Get(&held, &value, nullptr));
+  EXPECT_TRUE(dictionary->Contains(&held, nullptr));
+  EXPECT_EQ(references(), 5u);
+  value = Variant(held);
+  EXPECT_TRUE(dictionary->Get(&value, &value, nullptr)) << "a record may be key and destination";
+  EXPECT_EQ(references(), 5u);
+  EXPECT_EQ(SetFailure(dictionary, held, other), "");
+  EXPECT_EQ(references(), 4u) << "the replaced value is given back";
+  {
+    Ptr<IVariantList> keys;
+    EXPECT_TRUE(dictionary->GetKeys(keys.Receive(), nullptr));
+    EXPECT_EQ(references(), 5u);
+  }
+  EXPECT_TRUE(dictionary->Clear());
+  EXPECT_TRUE(dictionary->IsEmpty());
+  EXPECT_EQ(references(), 3u);
+  EXPECT_EQ(IntegerAt(dictionary, held), -1);
+}
+
+TEST(Dictionary, KeepsTheKeyFirstStored) {
+  const auto dictionary = NewDictionary();
+  EXPECT_EQ(SetFailure(dictionary, Variant(std::int32_t{7}), 1), "");
+  EXPECT_EQ(SetFailure(dictionary, Variant(std::int64_t{7}), 2), "");
+  Ptr<IVariantList> keys;
+  ASSERT_TRUE(dictionary->GetKeys(keys.Receive(), nullptr));
+  ASSERT_EQ(keys->GetCount(), 1u);
+  Variant key;
+  ASSERT_TRUE(keys->GetAt(0, &key));
+  EXPECT_EQ(key.Type(), ValueType::Int32);
+}
+
+/// Sizes at which a scan per addition would take minutes.
+TEST(Dictionary, GrowsLinearlyWhateverTheKeys) {
+  constexpr int kCount = 200'000;
+  const auto dictionary = NewDictionary();
+  for (int i = 0; i < kCount; ++i) {
+    EXPECT_EQ(SetFailure(dictionary, Variant(Null), i), "");  // all of one hash
+    EXPECT_EQ(SetFailure(dictionary, Variant(i), i), "");     // neighbours
+    EXPECT_EQ(SetFailure(dictionary, Variant(i / 8.0), i), "");
+    std::string text = "onewordtwowordsx";  // the same word in 2^16 cases, and again
+    for (unsigned bit = 0; bit < 16; ++bit)
+      if (i >> bit & 1) text[bit] = static_cast<char>(text[bit] - 'a' + 'A');
+    EXPECT_EQ(SetFailure(dictionary, Variant(text), i), "");
+  }
+  EXPECT_EQ(dictionary->GetCount(), 3u * kCount - 1 + 65536);
+  EXPECT_EQ(IntegerAt(dictionary, Variant(kCount - 1)), kCount - 1);
+  EXPECT_EQ(IntegerAt(dictionary, Variant((kCount - 2) / 8.0)), kCount - 2);
+  EXPECT_EQ(IntegerAt(dictionary, Variant("ONEWORDTWOWORDSX")), 3 * 65536 - 1)
+      << "the last of all capitals";
+  Ptr<IVariantList> keys;
+  ASSERT_TRUE(dictionary->GetKeys(keys.Receive(), nullptr));
+  EXPECT_EQ(keys->GetCount(), dictionary->GetCount());
+}
+
+}  // namespace Data::tests
