@@ -16,6 +16,9 @@ passed=0
 failed=0
 mkdir -p "$logs"
 
+# cases LOG PATTERN: how many there are; CTest repeats the lines of a program that failed.
+cases() { sed -E 's/^[0-9]+: //' "$1" | grep -E "$2" | sort -u | wc -l; }
+
 # stage NAME COMMAND...: runs a command and counts the cases that it names in GoogleTest's form.
 stage() {
   local name=$1 start=$SECONDS log=$logs/${1// /-}.log
@@ -24,8 +27,8 @@ stage() {
   "$@" >"$log" 2>&1
   local status=$?
   local good bad
-  good=$(grep -cE '^([0-9]+: )?\[       OK \] ' "$log")
-  bad=$(grep -cE '^([0-9]+: )?\[  FAILED  \] .*\([0-9]+ ms\)$' "$log")
+  good=$(cases "$log" '^\[       OK \] .*')
+  bad=$(cases "$log" '^\[  FAILED  \] .*\([0-9]+ ms\)$')
   # A build error, a crash, or a stage without any case is a failure too.
   if [ "$bad" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$good" -eq 0 ]; }; then bad=1; fi
   [ "$bad" -eq 0 ] || { grep -E '^([0-9]+: )?\[  FAILED  \]|error:' "$log" | head -n 40; tail -n 40 "$log"; }
