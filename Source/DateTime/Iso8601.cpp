@@ -1,0 +1,180 @@
+#include "DateTime/Iso8601.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace Data::impl {
+
+namespace {
+
+constexpr bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+// -- The shapes that nearly every date has --
+
+/// Two digits as a number; anything else sets a bit of `bad`.
+std::uint32_t TwoDigits(const char* text, std::uint32_t& bad) {
+  const std::uint32_t tens = static_cast<unsigned char>(text[0]) - std::uint32_t{'0'};
+  const std::uint32_t ones = static_cast<unsigned char>(text[1]) - std::uint32_t{'0'};
+  bad |= (tens > 9) | (ones > 9);
+  return tens * 10 + ones;
+}
+
+/// "2024-11-14", the first ten characters.
+bool ReadFixedDate(const char* text, CalendarFields& out) {
+  std::uint32_t bad = text[4] != '-' || text[7] != '-';
+  const std::uint32_t century = TwoDigits(text, bad), year = TwoDigits(text + 2, bad);
+  const std::uint32_t month = TwoDigits(text + 5, bad), day = TwoDigits(text + 8, bad);
+  out.year = static_cast<std::uint16_t>(century * 100 + year);
+  out.month = static_cast<std::uint16_t>(month);
+  out.day = static_cast<std::uint16_t>(day);
+  return !bad;
+}
+
+/// "10:20:30", eight characters.
+bool ReadFixedTime(const char* text, CalendarFields& out) {
+  std::uint32_t bad = text[2] != ':' || text[5] != ':';
+  out.hour = static_cast<std::uint16_t>(TwoDigits(text, bad));
+  out.minute = static_cast<std::uint16_t>(TwoDigits(text + 3, bad));
+  out.second = static_cast<std::uint16_t>(TwoDigits(text + 6, bad));
+  return !bad;
+}
+
+// -- The whole grammar --
+
+/// The characters before the first one of a set; they and what stops them
+/// leave the text one after the other.
+std::string_view TakeUntil(std::string_view& text, std::string_view stops) {
+  const std::size_t length = std::min(text.find_first_of(stops), text.size());
+  const std::string_view piece = text.substr(0, length);
+  text.remove_prefix(length);
+  return piece;
+}
+
+/// The number a piece of at most nine characters begins with, else 0.
+std::int32_t ReadNumber(std::string_view piece) {
+  const bool negative = !piece.empty() && piece[0] == '-';
+  std::int32_t value = 0;
+  for (std::size_t i = negative; i < piece.size() && IsDigit(piece[i]); ++i)
+    value = value * 10 + (piece[i] - '0');
+  return negative ? -value : value;
+}
+
+/// A piece of at most `longest` characters as a calendar word, which a negative
+/// number wraps around.
+bool ReadWord(std::string_view piece, std::size_t longest, std::uint16_t& out) {
+  if (piece.size() > longest) return false;
+  out = static_cast<std::uint16_t>(ReadNumber(piece));
+  return true;
+}
+
+/// The fraction counts by the digits of its value, not of its text: ".05" and
+/// ".5" are both 500 ms.
+std::uint16_t MillisecondsOf(std::int32_t fraction) {
+  std::int32_t unit = 100'000'000;
+  for (std::int32_t limit = 9; fraction > limit && unit > 1; limit = limit * 10 + 9) unit /= 10;
+  return static_cast<std::uint16_t>(fraction * unit / 1'000'000);
+}
+
+bool ReadFraction(std::string_view text, CalendarFields& out) {
+  const std::string_view piece = TakeUntil(text, "Z+-");
+  if (piece.size() > 9) return false;
+  out.millisecond = MillisecondsOf(ReadNumber(piece));
+  return true;
+}
+
+/// What follows the "T". An offset directly behind the seconds is read as the
+/// fraction; anything behind the fraction is not looked at.
+bool ReadTime(std::string_view text, CalendarFields& out) {
+  if (!ReadWord(TakeUntil(text, ":"), 2, out.hour)) return false;
+  if (text.empty()) return true;
+  text.remove_prefix(1);
+  if (!ReadWord(TakeUntil(text, ":"), 2, out.minute)) return false;
+  if (text.empty()) return true;
+  text.remove_prefix(1);
+  if (!ReadWord(TakeUntil(text, ".Z+-"), 2, out.second)) return false;
+  return text.empty() || ReadFraction(text.substr(1), out);
+}
+
+/// The date; `text` keeps what begins with the day's separator.
+bool ReadDate(std::string_view& text, CalendarFields& out) {
+  if (!ReadWord(TakeUntil(text, "-"), 4, out.year)) return false;
+  if (text.empty()) return true;
+  text.remove_prefix(1);
+  if (!ReadWord(TakeUntil(text, "-"), 2, out.month)) return false;
+  if (text.empty()) return true;
+  text.remove_prefix(1);
+  return ReadWord(TakeUntil(text, "T "), 2, out.day);
+}
+
+constexpr bool IsBareYear(std::string_view text) {
+  return text.size() == 4 && text.find('-') == std::string_view::npos;
+}
+
+constexpr CalendarFields Noon() {
+  CalendarFields fields;
+  fields.hour = 12;
+  return fields;
+}
+
+/// `fields` with the time of a text, or as they are if it has none to read.
+CalendarFields WithTime(const CalendarFields& fields, std::string_view text) {
+  CalendarFields timed = fields;
+  return ReadTime(text, timed) ? timed : fields;
+}
+
+Iso8601Result CheckDate(const CalendarFields& fields) {
+  if (fields.month == 0) return Iso8601Result::MonthZero;
+  return fields.day == 0 ? Iso8601Result::DayZero : Iso8601Result::Read;
+}
+
+Iso8601Result ReadTimeAlone(std::string_view text, CalendarFields& out) {
+  out = {};
+  out.year = out.month = out.day = 1;
+  return ReadTime(text.substr(1), out) ? Iso8601Result::Read : Iso8601Result::BadTime;
+}
+
+Iso8601Result ReadAnyShape(std::string_view text, CalendarFields& out) {
+  std::string_view rest = text;
+  out = Noon();
+  if (!ReadDate(rest, out)) return Iso8601Result::BadDate;
+  if (IsBareYear(text)) out.month = out.day = 1;
+  // A space stands for the T only where a date of full length ends.
+  const bool hasTime = rest.size() > 1 && (rest[0] == 'T' || text.size() - rest.size() == 10);
+  if (hasTime) out = WithTime(out, rest.substr(1));
+  return CheckDate(out);
+}
+
+}  // namespace
+
+Iso8601Result ReadIso8601(std::string_view text, CalendarFields& out) noexcept {
+  if (text.empty()) return Iso8601Result::Empty;
+  if (text[0] == 'T') return ReadTimeAlone(text, out);
+  out = Noon();
+  if (text.size() < 10 || !ReadFixedDate(text.data(), out)) return ReadAnyShape(text, out);
+  if (text.size() == 10) return CheckDate(out);
+  const bool separated = text[10] == 'T' || text[10] == ' ';
+  if (text.size() < 19 || !separated || !ReadFixedTime(text.data() + 11, out))
+    return ReadAnyShape(text, out);
+  if (text.size() == 19) return CheckDate(out);
+  const bool continued = text[19] == '.' || text[19] == 'Z' || text[19] == '+' || text[19] == '-';
+  if (!continued || !ReadFraction(text.substr(20), out)) return ReadAnyShape(text, out);
+  return CheckDate(out);
+}
+
+void ThrowIso8601Failure(Iso8601Result failure, std::string_view text) {
+  switch (failure) {
+    case Iso8601Result::Empty:
+      throw std::runtime_error("Input lenght is 0");
+    case Iso8601Result::BadTime:
+      throw std::runtime_error("Invalid time format!" + std::string(text));
+    case Iso8601Result::MonthZero:
+      throw std::runtime_error("Month cannot be 0");
+    case Iso8601Result::DayZero:
+      throw std::runtime_error("Day cannot be 0");
+    default:
+      throw std::runtime_error("Invalid date time format!" + std::string(text));
+  }
+}
+
+}  // namespace Data::impl
