@@ -28,6 +28,11 @@ struct CalendarFields {
   friend bool operator==(const CalendarFields&, const CalendarFields&) = default;
 };
 
+/// Ticks of seconds since 1970-01-01.
+constexpr std::uint64_t TicksOfPosixTime(std::int64_t seconds) {
+  return static_cast<std::uint64_t>(seconds) * kTicksPerSecond + kTicksAtPosixEpoch;
+}
+
 /// The day of week of year, month and day, Sunday 0.
 std::uint16_t ComputeDayOfWeek(const CalendarFields& fields);
 

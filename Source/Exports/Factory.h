@@ -15,10 +15,10 @@ void HandOut(Core::Ptr<Interface> object, Interface** out) {
 
 /// A factory without an error argument: false for a null out-pointer, whatever
 /// the out-pointer held is overwritten, exceptions reach the caller.
-template <class Implementation, class Interface>
-bool Create(Interface** out) {
+template <class Implementation, class Interface, class... Arguments>
+bool Create(Interface** out, Arguments&&... arguments) {
   if (!out) return false;
-  HandOut<Interface>(Core::MakePtr<Implementation>(), out);
+  HandOut<Interface>(Core::MakePtr<Implementation>(std::forward<Arguments>(arguments)...), out);
   return true;
 }
 
