@@ -1,0 +1,14 @@
+#pragma once
+
+#include <stdint.h>
+
+namespace Data::Structures {
+
+/// Which rows a merge of two tables keeps besides those with a partner.
+enum class MergeMode : int32_t {
+  Matching = 0,  ///< none
+  AllLeft = 1,   ///< left rows without a partner
+  All = 2        ///< left rows, then right rows without a partner
+};
+
+}  // namespace Data::Structures

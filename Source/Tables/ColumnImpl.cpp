@@ -1,0 +1,67 @@
+#include "Tables/ColumnImpl.h"
+
+#include <utility>
+#include <vector>
+
+#include "Core/Guard.h"
+#include "Core/Variant.h"
+#include "Tables/TableFailures.h"
+#include "Tables/TableImpl.h"
+
+namespace Data::impl {
+
+using namespace Interfaces;
+using Core::CheckNotNull;
+using Structures::_VARIANT;
+
+ColumnImpl::ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* header,
+                       std::int32_t index)
+    : name_(std::move(name)), table_(table), header_(header), index_(index) {}
+
+TableImpl& ColumnImpl::Table() const {
+  if (!table_) Core::ThrowNullInterface<ITable>();
+  return *table_;
+}
+
+void ColumnImpl::SetName(const char* name) {
+  CheckNotNull(name);
+  if (Table().Header().Find(name))
+    throw std::runtime_error(Core::StringFormat("Column with name [%s] already exists!", name));
+  header_->Rename(*this, name);
+}
+
+bool ColumnImpl::GetValue(std::int64_t row, _VARIANT* out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    if (!out) Core::ThrowCannotBeNull();
+    Core::CopyVariant(&Table().RowAt(row).Cell(*this), out);
+  });
+}
+
+ColumnImpl* ColumnImpl::ColumnAtDistance(std::int32_t distance) {
+  if (!header_) Core::ThrowNullInterface<ITableHeader>();
+  const auto& columns = header_->Columns();
+  const std::int64_t index = std::int64_t{Index()} + distance;
+  return IsPosition(index, columns.size()) ? columns[static_cast<std::size_t>(index)].Get()
+                                           : nullptr;
+}
+
+Structures::ValueType ColumnImpl::GetType() {
+  if (type_ != ValueType::Null || !table_ || table_->RowCount() == 0) return type_;
+  return Core::TypeOf(table_->RowAt(0).Cell(*this));
+}
+
+IRow* ColumnImpl::FindRow(const _VARIANT* value) {
+  CheckNotNull(value);
+  return Table().FindFirst(*this, *value);
+}
+
+bool ColumnImpl::BelongsTo(ITable* table) { return table_ && table == table_; }
+
+void ColumnImpl::Fill(const _VARIANT* value) {
+  CheckNotNull(value);
+  // The value may be one of the cells about to be written.
+  const Core::Variant copy(*value);
+  for (const auto& row : Table().Rows()) row->Write(*this, copy);
+}
+
+}  // namespace Data::impl

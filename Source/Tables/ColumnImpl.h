@@ -1,0 +1,95 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+
+#include "Core/ObjectBase.h"
+#include "Core/ValueTypes.h"
+#include "Data/Interfaces/IColumn.h"
+
+namespace Data::impl {
+
+struct TableHeaderImpl;
+struct TableImpl;
+
+struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
+  using ValueType = Structures::ValueType;
+
+  ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* header, std::int32_t index);
+
+  const char* GetName() override { return name_.c_str(); }
+  void SetName(const char* name) override;
+  bool GetValues(Interfaces::IVariantList** out) override;
+  bool GetValue(std::int64_t row, Structures::_VARIANT* out, Core::IErrorCode** error) override;
+  std::int32_t GetIndex() override { return Index(); }
+  void SetWidth(std::uint32_t width) override { width_ = width; }
+  void SetDecimals(std::uint32_t decimals) override { decimals_ = decimals; }
+  std::uint32_t GetWidth() override { return width_; }
+  std::uint32_t GetDecimals() override { return decimals_; }
+  Interfaces::IColumn* GetNextColumn() override { return ColumnAtDistance(1); }
+  Interfaces::IColumn* GetPreviousColumn() override { return ColumnAtDistance(-1); }
+  ValueType GetType() override;
+  void SetType(ValueType type) override { type_ = type; }
+  void SetHidden(std::uint8_t hidden) override { hidden_ = hidden; }
+  std::uint8_t IsHidden() override { return hidden_; }
+  std::uint8_t HasSeenNull() override { return hasSeenNull_; }
+  Interfaces::IRow* FindRow(const Structures::_VARIANT* value) override;
+  bool BelongsTo(Interfaces::ITable* table) override;
+  void Fill(const Structures::_VARIANT* value) override;
+  void SetReadOnly(std::uint8_t readOnly) override { readOnly_ = readOnly; }
+  std::uint8_t IsReadOnly() override { return readOnly_; }
+
+  // -- For the rest of the library --
+
+  const std::string& Name() const { return name_; }
+  void Rename(std::string name) { name_ = std::move(name); }
+
+  /// Position in the table; its readers never wait for each other.
+  std::int32_t Index() const { return index_.load(std::memory_order_relaxed); }
+  void SetIndex(std::int32_t index) { index_.store(index, std::memory_order_relaxed); }
+  /// Adds 1 and starts over at the smallest index after the largest.
+  void RaiseIndex() { index_.fetch_add(1, std::memory_order_relaxed); }
+  ColumnImpl* ColumnAtDistance(std::int32_t distance);
+
+  ValueType DeclaredType() const { return type_; }
+  bool HasTable() const { return table_ != nullptr; }
+  bool IsOf(const TableImpl* table) const { return table_ == table; }
+
+  /// Takes note of a value written into one of the cells.
+  void NoteValue(ValueType type) {
+    if (type == ValueType::Null)
+      hasSeenNull_ = 1;
+    else
+      type_ = type;
+  }
+  /// Takes note of many values at once, for code that fills cells in place.
+  /// @param lastNonNull  type of the last value written that was not Null; Null
+  ///                     if there was none
+  void NoteValues(ValueType lastNonNull, bool nullSeen) {
+    if (lastNonNull != ValueType::Null) type_ = lastNonNull;
+    if (nullSeen) hasSeenNull_ = 1;
+  }
+
+  /// Cuts the column off its table, and off the header when that goes too.
+  void LeaveTable() { table_ = nullptr; }
+  void LeaveHeader() { header_ = nullptr; }
+
+ private:
+  TableImpl& Table() const;
+
+  std::string name_;
+  TableImpl* table_;
+  TableHeaderImpl* header_;
+  /// Atomic because an insertion before other columns raises one for ever: that
+  /// loop must be one the compiler may not assume to end, and other threads may
+  /// still ask.
+  std::atomic<std::int32_t> index_;
+  std::uint32_t width_ = 0;
+  std::uint32_t decimals_ = 0;
+  ValueType type_ = ValueType::Null;
+  std::uint8_t hasSeenNull_ = 0;
+  std::uint8_t hidden_ = 0;
+  std::uint8_t readOnly_ = 0;
+};
+
+}  // namespace Data::impl

@@ -1,0 +1,165 @@
+#include "Tables/RowImpl.h"
+
+#include <bit>
+#include <cstring>
+#include <memory>
+
+#include "Core/Guard.h"
+#include "Core/Variant.h"
+#include "Tables/TableFailures.h"
+#include "Tables/TableImpl.h"
+#include "Tables/ValueImpl.h"
+
+namespace Data::impl {
+
+using namespace Interfaces;
+using Core::CheckNotNull;
+using Core::Ptr;
+using Structures::_VARIANT;
+
+// -- Memory --
+
+void* RowImpl::operator new(std::size_t size, TrailingCells cells) {
+  return ::operator new(size + cells.count * sizeof(_VARIANT));
+}
+
+Ptr<RowImpl> RowImpl::Make(TableImpl* table, std::size_t cellCount) {
+  return Ptr<RowImpl>::Adopt(new (TrailingCells{cellCount}) RowImpl(table, cellCount));
+}
+
+RowImpl::RowImpl(TableImpl* table, std::size_t cellCount)
+    : table_(table),
+      cells_(TrailingBlock()),
+      cellCount_(static_cast<std::uint32_t>(cellCount)) {
+  std::uninitialized_fill_n(cells_, cellCount, Core::MakeNull());
+}
+
+RowImpl::~RowImpl() {
+  for (std::size_t i = 0; i < cellCount_; ++i) Core::ReleaseReferenceOf(cells_[i]);
+  FreeCells();
+}
+
+void RowImpl::FreeCells() {
+  if (cells_ != TrailingBlock()) ::operator delete(cells_);
+}
+
+void RowImpl::MoveCells(std::uint8_t roomExponent) {
+  auto* block = static_cast<_VARIANT*>(::operator new(sizeof(_VARIANT) << roomExponent));
+  std::uninitialized_copy_n(cells_, cellCount_, block);
+  FreeCells();
+  cells_ = block;
+  roomExponent_ = roomExponent;
+}
+
+void RowImpl::ReserveCell() {
+  const bool hasRoom = cells_ != TrailingBlock() && cellCount_ < std::size_t{1} << roomExponent_;
+  if (!hasRoom) MoveCells(static_cast<std::uint8_t>(std::bit_width(cellCount_)));
+}
+
+void RowImpl::InsertCell(std::size_t index) noexcept {
+  if (index > cellCount_) index = cellCount_;
+  std::memmove(cells_ + index + 1, cells_ + index, (cellCount_ - index) * sizeof(_VARIANT));
+  cells_[index] = Core::MakeNull();
+  ++cellCount_;
+}
+
+void RowImpl::RemoveCell(std::size_t index) noexcept {
+  if (index >= cellCount_) return;
+  const Core::Variant removed = Core::Variant::Adopt(cells_[index]);
+  --cellCount_;
+  std::memmove(cells_ + index, cells_ + index + 1, (cellCount_ - index) * sizeof(_VARIANT));
+}
+
+// -- Finding --
+
+TableImpl& RowImpl::Table() const {
+  if (!table_) Core::ThrowNullInterface<ITable>();
+  return *table_;
+}
+
+ColumnImpl& RowImpl::NamedColumn(const char* name) const {
+  if (!name) Core::ThrowCannotBeNull();
+  return Table().Header().Column(name);
+}
+
+ColumnImpl& RowImpl::OwnColumn(IColumn* column) const {
+  if (!column) Core::ThrowCannotBeNull();
+  if (!column->BelongsTo(&Table()))
+    throw std::runtime_error("Column does not belong to the current table!");
+  return static_cast<ColumnImpl&>(*column);
+}
+
+_VARIANT& RowImpl::Cell(const ColumnImpl& column) {
+  _VARIANT* cell = CellOrNull(column.Index());
+  if (!cell) ThrowColumnOutOfRange(column.Index(), cellCount_);
+  return *cell;
+}
+
+IColumn* RowImpl::GetColumn(std::int32_t index) { return &Table().ColumnAt(index); }
+IColumn* RowImpl::GetColumnByName(const char* name) { return &NamedColumn(name); }
+ITable* RowImpl::GetTable() { return table_; }
+IRow* RowImpl::GetNextRow() { return Table().RowOrNull(std::int64_t{index_} + 1); }
+IRow* RowImpl::GetPreviousRow() { return Table().RowOrNull(std::int64_t{index_} - 1); }
+
+// -- Reading --
+
+bool RowImpl::GetCellByName(const char* name, _VARIANT* out) {
+  Core::CopyVariant(&Cell(NamedColumn(name)), out);
+  return true;
+}
+
+bool RowImpl::TryGetCellByName(const char* name, _VARIANT* out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] { return GetCellByName(name, out); });
+}
+
+bool RowImpl::GetCell(std::int32_t index, _VARIANT* out) {
+  if (!out) Core::ThrowCannotBeNull();
+  Core::CopyVariant(&Cell(Table().ColumnAt(index)), out);
+  return true;
+}
+
+bool RowImpl::TryGetCell(std::int32_t index, _VARIANT* out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] { return GetCell(index, out); });
+}
+
+bool RowImpl::GetCellOfColumn(IColumn* column, _VARIANT* out) {
+  Core::CopyVariant(&Cell(OwnColumn(column)), out);
+  return true;
+}
+
+// -- Writing --
+
+bool RowImpl::TrySetCellByName(const char* name, const _VARIANT* value, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    CheckNotNull(value);
+    Core::CheckDefined(*value);
+    SetCellByName(name, value);
+  });
+}
+
+void RowImpl::SetCell(std::int32_t index, const _VARIANT* value) {
+  CheckNotNull(value);
+  Write(Table().ColumnAt(index), *value);
+}
+
+void RowImpl::SetCellByName(const char* name, const _VARIANT* value) {
+  CheckNotNull(value);
+  Write(NamedColumn(name), *value);
+}
+
+void RowImpl::SetCellOfColumn(IColumn* column, const _VARIANT* value) {
+  CheckNotNull(value);
+  Write(OwnColumn(column), *value);
+}
+
+void RowImpl::Write(ColumnImpl& column, const _VARIANT& value) {
+  _VARIANT& cell = Cell(column);
+  const bool isIndexed = table_->IsIndexed(column);
+  if (isIndexed) table_->RemoveFromIndex(*this);
+  Core::CopyVariant(&value, &cell);
+  if (isIndexed) table_->AddToIndex(*this);
+  column.NoteValue(Core::TypeOf(cell));
+  modified_ = 1;
+}
+
+}  // namespace Data::impl

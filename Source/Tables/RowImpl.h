@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstddef>
+#include <new>
+
+#include "Core/ObjectBase.h"
+#include "Core/Ptr.h"
+#include "Core/VariantRecord.h"
+#include "Data/Interfaces/IRow.h"
+
+namespace Data::impl {
+
+struct ColumnImpl;
+struct TableImpl;
+
+/// A row and its cells in one block of memory. Only a row whose table gains
+/// columns later moves its cells to a block of their own, which doubles as it
+/// grows.
+struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
+  using _VARIANT = Structures::_VARIANT;
+
+  /// A row of Null cells that belongs to a table but does not stand in it yet.
+  static Core::Ptr<RowImpl> Make(TableImpl* table, std::size_t cellCount);
+  ~RowImpl() override;
+
+  bool GetCellByName(const char* name, _VARIANT* out) override;
+  bool TryGetCellByName(const char* name, _VARIANT* out, Core::IErrorCode** error) override;
+  bool GetCell(std::int32_t index, _VARIANT* out) override;
+  bool TryGetCell(std::int32_t index, _VARIANT* out, Core::IErrorCode** error) override;
+  bool GetCellOfColumn(Interfaces::IColumn* column, _VARIANT* out) override;
+  bool GetCellText(std::int32_t index, Interfaces::IString** out) override;
+  bool TrySetCellByName(const char* name, const _VARIANT* value, Core::IErrorCode** error) override;
+  void SetCell(std::int32_t index, const _VARIANT* value) override;
+  void SetCellByName(const char* name, const _VARIANT* value) override;
+  void SetCellOfColumn(Interfaces::IColumn* column, const _VARIANT* value) override;
+  std::int32_t GetIndex() override { return index_; }
+  std::int64_t GetCellCount() override { return cellCount_; }
+  bool GetValue(std::int32_t index, Interfaces::IValue** out) override;
+  void SetCells(const _VARIANT* values, std::uint64_t count) override;
+  Interfaces::IRow* GetNextRow() override;
+  Interfaces::IRow* GetPreviousRow() override;
+  std::uint8_t IsModified() override { return modified_; }
+  void SetModified(std::uint8_t modified) override { modified_ = modified; }
+  Interfaces::IColumn* GetColumn(std::int32_t index) override;
+  Interfaces::IColumn* GetColumnByName(const char* name) override;
+  _VARIANT* GetCellAt(std::int32_t index) override { return CellOrNull(index); }
+  Interfaces::ITable* GetTable() override;
+
+  // -- For the rest of the library --
+
+  /// The cells in column order, to be filled in place; whoever fills them tells
+  /// the columns (`ColumnImpl::NoteValues`).
+  _VARIANT* Cells() { return cells_; }
+  std::size_t CellCount() const { return cellCount_; }
+  /// The cell of a column's index; null for an index outside the row.
+  _VARIANT* CellOrNull(std::int32_t index) {
+    return static_cast<std::uint32_t>(index) < cellCount_ ? cells_ + index : nullptr;
+  }
+  /// The cell of a column of this table. Throws "Column index out of range ...".
+  _VARIANT& Cell(const ColumnImpl& column);
+  /// Writes a cell and tells the column and the table's index.
+  void Write(ColumnImpl& column, const _VARIANT& value);
+
+  /// Room for one more cell, so that inserting it cannot fail.
+  void ReserveCell();
+  /// Inserts a Null cell after `ReserveCell`; an index beyond the cells adds it at
+  /// the end.
+  void InsertCell(std::size_t index) noexcept;
+  /// Removes a cell, if the row has it.
+  void RemoveCell(std::size_t index) noexcept;
+
+  void SetIndex(std::size_t index) { index_ = static_cast<std::int32_t>(index); }
+  /// Cuts the row off its table.
+  void LeaveTable() {
+    table_ = nullptr;
+    index_ = -1;
+  }
+
+ private:
+  struct TrailingCells {
+    std::size_t count;
+  };
+  static void* operator new(std::size_t size, TrailingCells cells);
+  static void operator delete(void* block) { ::operator delete(block); }
+  static void operator delete(void* block, TrailingCells) { ::operator delete(block); }
+
+  RowImpl(TableImpl* table, std::size_t cellCount);
+
+  _VARIANT* TrailingBlock() { return reinterpret_cast<_VARIANT*>(this + 1); }
+  void MoveCells(std::uint8_t roomExponent);
+  void FreeCells();
+  TableImpl& Table() const;
+  ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
+  ColumnImpl& NamedColumn(const char* name) const;
+
+  // The index fills the gap that the base leaves before the next pointer.
+  std::int32_t index_ = -1;
+  TableImpl* table_;
+  _VARIANT* cells_;
+  std::uint32_t cellCount_;
+  std::uint8_t modified_ = 0;
+  /// A block of its own has room for two to this power of cells.
+  std::uint8_t roomExponent_ = 0;
+};
+static_assert(sizeof(RowImpl) % alignof(Structures::_VARIANT) == 0);
+
+}  // namespace Data::impl

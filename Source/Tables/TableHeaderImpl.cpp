@@ -1,0 +1,80 @@
+#include "Tables/TableHeaderImpl.h"
+
+#include <utility>
+
+#include "Core/Guard.h"
+#include "Tables/TableFailures.h"
+
+namespace Data::impl {
+
+using namespace Interfaces;
+using Core::CheckNotNull;
+using Core::Ptr;
+
+TableHeaderImpl::~TableHeaderImpl() {
+  for (const auto& column : columns_) column->LeaveHeader();
+}
+
+IColumn* TableHeaderImpl::GetColumn(std::int32_t index, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&]() -> IColumn* { return &ColumnAt(index); });
+}
+
+bool TableHeaderImpl::Contains(IColumn* column) {
+  CheckInterface(column);
+  return Find(column->GetName()) == column;
+}
+
+bool TableHeaderImpl::HasColumn(const char* name) {
+  CheckNotNull(name);
+  return Find(name) != nullptr;
+}
+
+void TableHeaderImpl::SetName(const char* name) { name_ = name ? std::string(name) : std::string(); }
+
+ColumnImpl& TableHeaderImpl::ColumnAt(std::int64_t index) const {
+  if (!IsPosition(index, columns_.size()))
+    ThrowColumnOutOfRange(index, static_cast<std::int64_t>(columns_.size()));
+  return *columns_[static_cast<std::size_t>(index)].Get();
+}
+
+ColumnImpl* TableHeaderImpl::Find(std::string_view name) const {
+  const auto found = byName_.find(name);
+  return found == byName_.end() ? nullptr : found->second;
+}
+
+ColumnImpl& TableHeaderImpl::Column(const char* name) const {
+  CheckNotNull(name);
+  ColumnImpl* column = Find(name);
+  if (!column) Core::ThrowMissingKey();
+  return *column;
+}
+
+ColumnImpl& TableHeaderImpl::Insert(Ptr<ColumnImpl> column, std::size_t position) {
+  ColumnImpl& inserted = *column;
+  columns_.reserve(columns_.size() + 1);
+  byName_.emplace(inserted.Name(), &inserted);
+  columns_.insert(columns_.begin() + static_cast<std::ptrdiff_t>(position), std::move(column));
+  return inserted;
+}
+
+void TableHeaderImpl::Remove(ColumnImpl& column) {
+  byName_.erase(column.Name());
+  auto place = columns_.begin();
+  while (place->Get() != &column) ++place;
+  for (auto behind = place + 1; behind != columns_.end(); ++behind)
+    (*behind)->SetIndex((*behind)->Index() - 1);
+  const Ptr<ColumnImpl> removed = std::move(*place);
+  columns_.erase(place);
+  removed->SetIndex(-1);
+  removed->LeaveTable();
+  removed->LeaveHeader();
+}
+
+void TableHeaderImpl::Rename(ColumnImpl& column, std::string name) {
+  auto entry = byName_.extract(column.Name());
+  column.Rename(std::move(name));
+  entry.key() = column.Name();
+  byName_.insert(std::move(entry));
+}
+
+}  // namespace Data::impl

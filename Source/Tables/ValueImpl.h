@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Core/ObjectBase.h"
+#include "Core/Variant.h"
+#include "Data/Interfaces/IValue.h"
+
+namespace Data::impl {
+
+struct ValueImpl final : Core::ObjectBase<Interfaces::IValue> {
+  explicit ValueImpl(const Structures::_VARIANT& value) : value_(value) {}
+
+  bool GetValue(Structures::_VARIANT* out) override;
+  void SetValue(const Structures::_VARIANT* value) override;
+  const Structures::_VARIANT* GetRecord() override { return &value_; }
+  Structures::ValueType GetType() override { return value_.Type(); }
+  bool GetText(Interfaces::IString** out) override;
+
+ private:
+  Core::Variant value_;
+};
+
+}  // namespace Data::impl
