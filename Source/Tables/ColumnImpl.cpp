@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "Containers/VariantListImpl.h"
 #include "Core/Guard.h"
 #include "Core/Variant.h"
 #include "Tables/TableFailures.h"
@@ -12,6 +13,7 @@ namespace Data::impl {
 
 using namespace Interfaces;
 using Core::CheckNotNull;
+using Core::Ptr;
 using Structures::_VARIANT;
 
 ColumnImpl::ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* header,
@@ -28,6 +30,14 @@ void ColumnImpl::SetName(const char* name) {
   if (Table().Header().Find(name))
     throw std::runtime_error(Core::StringFormat("Column with name [%s] already exists!", name));
   header_->Rename(*this, name);
+}
+
+bool ColumnImpl::GetValues(IVariantList** out) {
+  Core::CheckOutPointer(out);
+  const auto values = Core::MakePtr<VariantListImpl>();
+  for (const auto& row : Table().Rows()) values->Add(&row->Cell(*this));
+  *out = Ptr<IVariantList>(values).Detach();
+  return true;
 }
 
 bool ColumnImpl::GetValue(std::int64_t row, _VARIANT* out, Core::IErrorCode** error) {

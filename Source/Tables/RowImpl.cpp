@@ -28,9 +28,7 @@ Ptr<RowImpl> RowImpl::Make(TableImpl* table, std::size_t cellCount) {
 }
 
 RowImpl::RowImpl(TableImpl* table, std::size_t cellCount)
-    : table_(table),
-      cells_(TrailingBlock()),
-      cellCount_(static_cast<std::uint32_t>(cellCount)) {
+    : table_(table), cells_(TrailingBlock()), cellCount_(static_cast<std::uint32_t>(cellCount)) {
   std::uninitialized_fill_n(cells_, cellCount, Core::MakeNull());
 }
 
@@ -127,6 +125,18 @@ bool RowImpl::GetCellOfColumn(IColumn* column, _VARIANT* out) {
   return true;
 }
 
+bool RowImpl::GetCellText(std::int32_t index, IString** out) {
+  Core::CheckOutPointer(out);
+  *out = Core::MakeString(Core::ToText(Cell(Table().ColumnAt(index)))).Detach();
+  return true;
+}
+
+bool RowImpl::GetValue(std::int32_t index, IValue** out) {
+  Core::CheckOutPointer(out);
+  *out = Core::MakePtr<ValueImpl>(Cell(Table().ColumnAt(index))).Detach();
+  return true;
+}
+
 // -- Writing --
 
 bool RowImpl::TrySetCellByName(const char* name, const _VARIANT* value, Core::IErrorCode** error) {
@@ -150,6 +160,13 @@ void RowImpl::SetCellByName(const char* name, const _VARIANT* value) {
 void RowImpl::SetCellOfColumn(IColumn* column, const _VARIANT* value) {
   CheckNotNull(value);
   Write(OwnColumn(column), *value);
+}
+
+void RowImpl::SetCells(const _VARIANT* values, std::uint64_t count) {
+  const auto& columns = Table().Header().Columns();
+  if (count > columns.size()) ThrowCannotSetCell();
+  CheckValues(values, count);
+  for (std::size_t i = 0; i < count; ++i) Write(*columns[i], values[i]);
 }
 
 void RowImpl::Write(ColumnImpl& column, const _VARIANT& value) {

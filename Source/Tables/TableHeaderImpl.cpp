@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Containers/ObjectListImpl.h"
 #include "Core/Guard.h"
 #include "Tables/TableFailures.h"
 
@@ -29,7 +30,17 @@ bool TableHeaderImpl::HasColumn(const char* name) {
   return Find(name) != nullptr;
 }
 
-void TableHeaderImpl::SetName(const char* name) { name_ = name ? std::string(name) : std::string(); }
+bool TableHeaderImpl::GetColumns(IObjectList** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(out);
+    std::vector<Ptr<Core::IObject>> columns(columns_.begin(), columns_.end());
+    *out = Core::MakePtr<ObjectListImpl>(std::move(columns)).Detach();
+  });
+}
+
+void TableHeaderImpl::SetName(const char* name) {
+  name_ = name ? std::string(name) : std::string();
+}
 
 ColumnImpl& TableHeaderImpl::ColumnAt(std::int64_t index) const {
   if (!IsPosition(index, columns_.size()))

@@ -73,6 +73,7 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   std::size_t ColumnCount() const { return header_->ColumnCount(); }
   /// The column at a position. Throws "Column index out of range ...".
   ColumnImpl& ColumnAt(std::int64_t index) const { return header_->ColumnAt(index); }
+  /// The column of that name, added at the end if there is none yet.
   ColumnImpl& AddNamedColumn(std::string_view name);
 
   std::size_t RowCount() const { return rows_.size(); }
@@ -97,19 +98,22 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   void RemoveFromIndex(RowImpl& row) noexcept;
 
  private:
-  RowImpl& Place(Core::Ptr<RowImpl> row, std::size_t index);
-  Core::Ptr<RowImpl> RowOf(const _VARIANT* values, std::uint64_t count);
-  Core::Ptr<RowImpl> CopyOf(Interfaces::IRow* source);
-  void NoteCells(RowImpl& row, std::size_t count);
-  Core::Ptr<ColumnImpl> NewColumn(std::string_view name, std::size_t index);
+  ColumnImpl& InsertNamedColumn(std::string_view name, std::size_t index, std::size_t position);
   void MakeRoomForCell();
   void InsertCells(std::size_t index) noexcept;
   void DropColumn(ColumnImpl& column);
+
+  Core::Ptr<RowImpl> RowOf(const _VARIANT* values, std::uint64_t count);
+  RowImpl& Place(Core::Ptr<RowImpl> row, std::size_t index);
+  RowImpl& PlaceWritten(Core::Ptr<RowImpl> row, std::size_t index,
+                        const std::vector<ColumnImpl*>& written);
+  RowImpl& PlaceCopy(Interfaces::IRow* source, std::size_t index);
+  void Renumber(std::size_t first);
+
   void CheckHasColumns() const;
   void CheckInsertPosition(std::int64_t index) const;
-  void CheckAddress(std::int64_t row, std::int32_t column) const;
+  RowImpl& RowAtAddress(std::int64_t row, std::int32_t column) const;
   ColumnImpl& ExistingColumn(const char* name) const;
-  void Renumber(std::size_t first);
 
   Core::Ptr<TableHeaderImpl> header_;
   std::vector<Core::Ptr<RowImpl>> rows_;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "Core/Variant.h"
+#include "Data/Exports.h"
+#include "Data/Interfaces/IColumn.h"
+#include "Data/Interfaces/IRow.h"
+#include "Data/Interfaces/ITable.h"
+#include "TestSupport.h"
+
+namespace Data::tests {
+
+using Cells = std::vector<Core::Variant>;
+
+/// A table with the given columns and rows.
+inline Core::Ptr<Interfaces::ITable> MakeTable(std::initializer_list<const char*> columns,
+                                               std::initializer_list<Cells> rows = {}) {
+  Core::Ptr<Interfaces::ITable> table;
+  EXPECT_TRUE(Data_CreateTable(table.Receive(), nullptr));
+  for (const char* name : columns) table->AddColumn(name);
+  for (const Cells& row : rows) table->AddRow(row.data(), row.size());
+  return table;
+}
+
+/// The column names, separated by spaces.
+inline std::string NamesOf(Interfaces::ITable& table) {
+  std::string names;
+  for (std::int32_t i = 0; i < table.GetColumnCount(); ++i)
+    names.append(i == 0 ? "" : " ").append(table.GetColumn(i)->GetName());
+  return names;
+}
+
+/// The display texts of a row's cells, separated by bars.
+inline std::string TextOf(Interfaces::IRow& row) {
+  std::string text;
+  for (std::int32_t i = 0; i < row.GetCellCount(); ++i)
+    text.append(i == 0 ? "" : "|").append(Core::ToText(*row.GetCellAt(i)));
+  return text;
+}
+
+/// The rows, separated by spaces.
+inline std::string TextOf(Interfaces::ITable& table) {
+  std::string text;
+  for (std::int64_t i = 0; i < table.GetRowCount(); ++i)
+    text.append(i == 0 ? "" : " ").append(TextOf(*table.GetRow(i)));
+  return text;
+}
+
+}  // namespace Data::tests
