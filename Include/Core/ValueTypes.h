@@ -73,9 +73,9 @@ constexpr bool IsDefined(ValueType type) {
   return static_cast<std::uint32_t>(type) < kValueTypes.size();
 }
 
-/// The display name of a type; empty for codes above 27.
+/// The display name of a type, zero-terminated; empty for codes above 27.
 constexpr std::string_view GetValueTypeName(ValueType type) {
-  return IsDefined(type) ? kValueTypes[static_cast<std::uint32_t>(type)].name : std::string_view();
+  return IsDefined(type) ? kValueTypes[static_cast<std::uint32_t>(type)].name : "";
 }
 
 constexpr ValueKind KindOf(ValueType type) {

@@ -42,7 +42,8 @@ inline IObject* ReferencedObject(const _VARIANT& variant) {
 
 /// Whether the record points to nothing: reference or pointer form, null payload.
 constexpr bool IsNullAddress(const _VARIANT& variant) {
-  return !HasForm(variant, StorageForm::Value) && variant.value[0] == 0;
+  return variant.value[0] == 0 &&
+         (HasForm(variant, StorageForm::Reference) || HasForm(variant, StorageForm::Pointer));
 }
 
 /// The text of a String in value form: up to the first zero byte, at most 16.
