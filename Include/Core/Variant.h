@@ -13,26 +13,23 @@ struct NullValue {};
 /// The null value: `row->SetCell("name", Core::Null)`.
 inline constexpr NullValue Null{};
 
-/// The type that refers to objects of an interface.
-template <class Interface>
-inline constexpr ValueType kReferenceType = ValueType::IObject;
-template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IArray> = ValueType::Array;
-template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IString> = ValueType::String;
-template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IDateTime> = ValueType::DateTime;
-template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IJsonDocument> =
-    ValueType::JsonDocument;
-template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IXmlDocument> = ValueType::XmlDocument;
-template <>
-inline constexpr ValueType kReferenceType<IErrorCode> = ValueType::ErrorCode;
-template <>
-inline constexpr ValueType kReferenceType<Data::Interfaces::IObjectList> = ValueType::ObjectList;
-
 namespace detail {
+
+/// The types that refer to one interface alone.
+template <class Object>
+constexpr ValueType ReferenceType() {
+  if constexpr (std::derived_from<Object, Data::Interfaces::IArray>) return ValueType::Array;
+  if constexpr (std::derived_from<Object, Data::Interfaces::IString>) return ValueType::String;
+  if constexpr (std::derived_from<Object, Data::Interfaces::IDateTime>) return ValueType::DateTime;
+  if constexpr (std::derived_from<Object, Data::Interfaces::IJsonDocument>)
+    return ValueType::JsonDocument;
+  if constexpr (std::derived_from<Object, Data::Interfaces::IXmlDocument>)
+    return ValueType::XmlDocument;
+  if constexpr (std::derived_from<Object, IErrorCode>) return ValueType::ErrorCode;
+  if constexpr (std::derived_from<Object, Data::Interfaces::IObjectList>)
+    return ValueType::ObjectList;
+  return ValueType::IObject;
+}
 
 template <std::integral T>
 constexpr ValueType IntegerType() {
@@ -72,9 +69,11 @@ class Variant : public _VARIANT {
       : _VARIANT{MakeTag(ValueType::Uuid, StorageForm::Value), {0, 0}} {
     std::memcpy(value, &uuid, sizeof uuid);
   }
-  template <class Interface>
-  Variant(Ptr<Interface> object) noexcept
-      : _VARIANT(MakeReference(kReferenceType<Interface>, object.Detach())) {}
+  /// The type is that of the object's interface, `IObject` for one without a type
+  /// of its own. A null pointer gives a null reference.
+  template <class Object>
+  Variant(Ptr<Object> object) noexcept
+      : _VARIANT(MakeReference(detail::ReferenceType<Object>(), object.Detach())) {}
   /// A list whose entries are all strings.
   static Variant StringList(Ptr<Data::Interfaces::IObjectList> list) noexcept {
     return Adopt(MakeReference(ValueType::StringList, list.Detach()));

@@ -1,0 +1,143 @@
+#include "Core/Variant.h"
+
+#include <utility>
+
+#include "VariantSupport.h"
+
+namespace Data::tests {
+
+using namespace Core;
+using namespace Interfaces;
+using Structures::_VARIANT;
+
+TEST(Variant, TakesTheTypeOfWhatItIsMadeOf) {
+  const Structures::_UUID uuid{0x6b29fc40, 0xca47, 0x1067, {0xb3, 0x1d, 0, 0xdd, 1, 6, 0x62, 0xda}};
+  constexpr auto kValue = StorageForm::Value, kReference = StorageForm::Reference;
+  const struct {
+    Variant value;
+    ValueType type;
+    StorageForm form;
+    std::uint64_t low;
+  } cases[] = {
+      {Variant(), ValueType::Unknown, kValue, 0},
+      {Null, ValueType::Null, kValue, 0},
+      {true, ValueType::Bool, kValue, 1},
+      {std::int8_t{-1}, ValueType::SByte, kValue, UINT64_MAX},
+      {std::uint8_t{255}, ValueType::Byte, kValue, 255},
+      {std::int16_t{-1}, ValueType::Int16, kValue, UINT64_MAX},
+      {std::uint16_t{65535}, ValueType::UInt16, kValue, 65535},
+      {-1, ValueType::Int32, kValue, UINT64_MAX},
+      {4294967295u, ValueType::UInt32, kValue, 4294967295},
+      {std::int64_t{-1}, ValueType::Int64, kValue, UINT64_MAX},
+      {UINT64_MAX, ValueType::UInt64, kValue, UINT64_MAX},
+      {1.0, ValueType::Double, kValue, 0x3FF0000000000000},
+      {-1.0f, ValueType::Float, kValue, 0xBF800000},
+      {"abc", ValueType::String, kValue, 0x636261},
+      {uuid, ValueType::Uuid, kValue, 0x1067CA476B29FC40},
+      {Ptr<IString>(), ValueType::String, kReference, 0},
+      {Ptr<IArray>(), ValueType::Array, kReference, 0},
+      {Ptr<IDateTime>(), ValueType::DateTime, kReference, 0},
+      {Ptr<IJsonDocument>(), ValueType::JsonDocument, kReference, 0},
+      {Ptr<IXmlDocument>(), ValueType::XmlDocument, kReference, 0},
+      {Ptr<IErrorCode>(), ValueType::ErrorCode, kReference, 0},
+      {Ptr<IObjectList>(), ValueType::ObjectList, kReference, 0},
+      {Variant::StringList(nullptr), ValueType::StringList, kReference, 0},
+      {Ptr<IObject>(), ValueType::IObject, kReference, 0},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.value.type, MakeTag(c.type, c.form)) << GetValueTypeName(c.type);
+    EXPECT_EQ(c.value.value[0], c.low) << GetValueTypeName(c.type);
+  }
+  struct Special : IArray {};
+  EXPECT_EQ(detail::ReferenceType<Special>(), ValueType::Array) << "of an implementation";
+  EXPECT_EQ(Variant(uuid).As<std::string>(), "6b29fc40-ca47-1067-b31d-00dd010662da");
+}
+
+TEST(Variant, OwnsWhatItRefersTo) {
+  const auto object = New(Data_CreateArray);
+  {
+    const Variant value(object), copy(value), ofRecord(static_cast<const _VARIANT&>(value));
+    EXPECT_EQ(ReferencesTo(object), 4u);
+    Variant moved(Variant{copy});
+    EXPECT_EQ(ReferencesTo(object), 5u);
+    Variant assigned(7);
+    assigned = moved;
+    EXPECT_EQ(ReferencesTo(object), 6u);
+    assigned = *&assigned;
+    EXPECT_EQ(ReferencesTo(object), 6u) << "assigned to itself";
+    assigned = std::move(moved);
+    EXPECT_EQ(moved.Type(), ValueType::Unknown);
+    EXPECT_EQ(ReferencesTo(object), 5u);
+    const _VARIANT record = assigned.Detach();
+    EXPECT_EQ(ReferencesTo(object), 5u) << "the record holds the reference now";
+    const Variant adopted = Variant::Adopt(record);
+    EXPECT_EQ(adopted.As<Ptr<IArray>>(), object);
+  }
+  EXPECT_EQ(ReferencesTo(object), 1u);
+}
+
+TEST(Variant, CopyingARecord) {
+  const auto first = New(Data_CreateArray), second = New(Data_CreateArray);
+  Variant source(first), destination(second);
+  CopyVariant(&source, &destination);
+  EXPECT_EQ(ReferencesTo(first), 3u);
+  EXPECT_EQ(ReferencesTo(second), 1u) << "given back";
+  CopyVariant(&destination, &destination);
+  EXPECT_EQ(ReferencesTo(first), 3u) << "onto itself";
+  const _VARIANT undefined{MakeTag(static_cast<ValueType>(28), StorageForm::Reference), {0xBAD, 7}};
+  CopyVariant(&undefined, &destination);
+  EXPECT_EQ(ReferencesTo(first), 2u);
+  EXPECT_EQ(destination.value[0], 0xBADu) << "plain bytes, never followed";
+  EXPECT_EQ(destination.value[1], 7u);
+  CopyVariant(&source, &destination);
+  EXPECT_EQ(ReferencesTo(first), 3u);
+  EXPECT_EQ(ThrownBy([&] { CopyVariant(nullptr, &destination); }), "Cannot be nullptr!");
+  EXPECT_EQ(ThrownBy([&] { CopyVariant(&source, nullptr); }), "Cannot be nullptr!");
+  EXPECT_EQ(ReferencesTo(first), 3u);
+  const _VARIANT address = Address(ValueType::IObject, 0xBAD);
+  CopyVariant(&address, &destination);
+  EXPECT_EQ(ReferencesTo(first), 2u) << "an address is not followed either";
+}
+
+TEST(Variant, ChecksThatARecordIsInitialized) {
+  const char* const undefined =
+      "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
+      "uninitialized!";
+  const struct {
+    std::uint32_t type;
+    const char* thrown;
+  } cases[] = {
+      {0, ""},
+      {27, ""},
+      {MakeTag(ValueType::Array, StorageForm::Reference), ""},
+      {28, undefined},
+      {255, undefined},
+      {0xFFFF, undefined},
+      {0x10000 + 28, undefined},
+      {0xCCCCCCCC, undefined},
+  };
+  for (const auto& c : cases) {
+    const _VARIANT record{c.type, {0, 0}};
+    EXPECT_EQ(ThrownBy([&] { CheckInitialized(&record); }), c.thrown) << c.type;
+  }
+  EXPECT_EQ(ThrownBy([&] { CheckInitialized(nullptr); }), "Cannot be nullptr!");
+}
+
+TEST(Variant, ReadsAsCppValues) {
+  const auto array = New(Data_CreateArray);
+  EXPECT_EQ(Variant(-7).As<std::int64_t>(), -7);
+  EXPECT_EQ(Variant(300).As<std::uint8_t>(), 44) << "cut to the type asked for";
+  EXPECT_EQ(Variant(2.9).As<int>(), 2);
+  EXPECT_EQ(Variant(7).As<double>(), 7.0);
+  EXPECT_TRUE(Variant(2).As<bool>());
+  EXPECT_EQ(Variant(2.5).As<std::string>(), "2.500000");
+  EXPECT_EQ(Variant("text").As<std::string_view>(), "text");
+  EXPECT_EQ(Variant(array).As<Ptr<IArray>>(), array);
+  EXPECT_EQ(Variant(Null).As<Ptr<IArray>>(), nullptr);
+  const _VARIANT record = MakeDouble(0.5);
+  EXPECT_EQ(As<double>(record), 0.5) << "of a bare record";
+  EXPECT_EQ(ThrownBy([] { Variant("7").As<int>(); }),
+            "String cannot be converted to the primitive type!");
+}
+
+}  // namespace Data::tests
