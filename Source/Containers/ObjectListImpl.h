@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "Core/ObjectBase.h"
@@ -21,5 +22,8 @@ struct ObjectListImpl final : Core::ObjectBase<Interfaces::IObjectList> {
  private:
   std::vector<Core::Ptr<Core::IObject>> objects_;
 };
+
+/// A list of new strings, one per UTF-8 text.
+Core::Ptr<ObjectListImpl> MakeStringList(const std::vector<std::string>& texts);
 
 }  // namespace Data::impl

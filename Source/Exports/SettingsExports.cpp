@@ -1,0 +1,71 @@
+#include <string>
+#include <vector>
+
+#include "Containers/AllowedValueImpl.h"
+#include "Containers/ConfigurationImpl.h"
+#include "Containers/ConstrainedValueImpl.h"
+#include "Containers/EnumImpl.h"
+#include "Data/Exports.h"
+#include "Exports/Factory.h"
+
+using namespace Data;
+using namespace Data::Interfaces;
+using namespace Data::impl;
+using Data::Structures::_VARIANT;
+
+namespace {
+
+std::vector<std::string> ReadOptions(IObjectList& list) {
+  std::vector<std::string> options;
+  const std::uint64_t count = list.GetCount();
+  options.reserve(count);
+  for (std::uint64_t i = 0; i < count; ++i) {
+    const auto option = Core::CastToInterface<IString>(list.GetAt(i));
+    options.emplace_back(Core::Utf8View(*option));
+  }
+  return options;
+}
+
+Core::Variant DefinedOrNull(const _VARIANT* record) {
+  if (!record) return Core::Null;
+  Core::CheckDefined(*record);
+  return Core::Variant(*record);
+}
+
+}  // namespace
+
+bool Data_CreateConfiguration(IConfiguration** out, Core::IErrorCode** error) {
+  return CreateGuarded<ConfigurationImpl>(out, error);
+}
+
+bool Data_CreateEnum(IObjectList* options, IEnum** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckNotNull(options);
+    Core::CheckOutPointer(out);
+    HandOut<IEnum>(Core::MakePtr<EnumImpl>(ReadOptions(*options)), out);
+  });
+}
+
+bool Data_CreateConstrainedValue(const _VARIANT* value, const _VARIANT* min, const _VARIANT* max,
+                                 IConstrainedValue** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(out);
+    HandOut<IConstrainedValue>(Core::MakePtr<ConstrainedValueImpl>(
+                                   DefinedOrNull(value), DefinedOrNull(min), DefinedOrNull(max)),
+                               out);
+  });
+}
+
+bool Data_CreateAllowedValue(const _VARIANT* value, Structures::ComparisonOperator comparison,
+                             const char* displayName, const char* description, const char* category,
+                             const char* helpUri, IAllowedValue** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckNotNull(value);
+    for (const char* text : {displayName, description, category, helpUri}) Core::CheckNotNull(text);
+    Core::CheckOutPointer(out);
+    Core::CheckInitialized(value);
+    AllowedValueTexts texts{displayName, description, category, helpUri};
+    HandOut<IAllowedValue>(
+        Core::MakePtr<AllowedValueImpl>(Core::Variant(*value), comparison, std::move(texts)), out);
+  });
+}
