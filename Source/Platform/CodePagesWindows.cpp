@@ -10,20 +10,20 @@ namespace Data::Platform {
 namespace {
 
 constexpr std::uint32_t kUtf8 = CP_UTF8;
-constexpr std::uint32_t kGb18030 = 54936;
 
 /// The system counts in 32 bits, so that a longer text goes to it in pieces.
 constexpr std::size_t kPieceLength = std::size_t{1} << 24;
 
-/// No page that switches between character sets needs more for one unit: an
-/// escape sequence there, a character, an escape sequence back.
-constexpr std::size_t kMostBytesPerUnit = 8;
+std::uint32_t ResolveAlias(std::uint32_t codePage) {
+  if (codePage == CP_ACP) return GetACP();
+  if (codePage == CP_OEMCP) return GetOEMCP();
+  return codePage;
+}
 
-/// Whether ASCII is itself in a page. That holds for every page that a system
-/// can have as its ANSI or OEM page and for the common ones, not for EBCDIC,
-/// UTF-7 and their like.
+/// Whether ASCII is known to be itself in a page, as it is in the common ones
+/// and is not in EBCDIC, UTF-7 and their like.
 bool ExtendsAscii(std::uint32_t page) {
-  constexpr std::uint32_t ids[] = {CP_ACP, CP_OEMCP, 437, 850, 852, 866, 874, 932, 936, 949, 950, 20866, kUtf8};
+  constexpr std::uint32_t ids[] = {437, 850, 852, 866, 874, 932, 936, 949, 950, 20866, kUtf8};
   return std::ranges::find(ids, page) != std::end(ids) || (page >= 1250 && page <= 1258) ||
          (page >= 28591 && page <= 28605);
 }
@@ -41,9 +41,19 @@ std::size_t TakeAscii(Text& text, Out* out) {
   return length;
 }
 
+/// 0 for a page that the system does not have.
 std::size_t MostBytesPerCharacter(std::uint32_t page) {
   CPINFO info;
   return GetCPInfo(page, &info) ? info.MaxCharSize : 0;
+}
+
+std::size_t MostBytesPerUnit(std::uint32_t page) {
+  // A page that switches between character sets may need an escape sequence
+  // there and one back around a single character.
+  constexpr std::size_t kWithEscapes = 8;
+  if (page == kUtf8) return 3;
+  const std::size_t most = MostBytesPerCharacter(page);
+  return most <= 2 ? most : kWithEscapes;
 }
 
 bool IsFollowingByte(char byte) { return (byte & 0xC0) == 0x80; }
@@ -87,17 +97,17 @@ std::size_t NextPiece(std::u16string_view text) {
 }  // namespace
 
 std::size_t MaxByteLength(std::uint32_t codePage, std::size_t unitCount) {
-  if (codePage == kUtf8) return 3 * unitCount;
-  const std::size_t most = MostBytesPerCharacter(codePage);
-  return unitCount * (most <= 2 ? most : kMostBytesPerUnit);
+  return unitCount * MostBytesPerUnit(ResolveAlias(codePage));
 }
 
 std::size_t ToWide(std::uint32_t codePage, std::string_view bytes, char16_t* out) {
-  std::size_t length = ExtendsAscii(codePage) ? TakeAscii(bytes, out) : 0;
+  const std::uint32_t page = ResolveAlias(codePage);
+  if (!IsValidCodePage(page)) return 0;
+  std::size_t length = ExtendsAscii(page) ? TakeAscii(bytes, out) : 0;
   while (!bytes.empty()) {
-    const std::size_t piece = NextPiece(codePage, bytes);
+    const std::size_t piece = NextPiece(page, bytes);
     const int units =
-        MultiByteToWideChar(codePage, 0, bytes.data(), static_cast<int>(piece),
+        MultiByteToWideChar(page, 0, bytes.data(), static_cast<int>(piece),
                             reinterpret_cast<wchar_t*>(out + length), static_cast<int>(piece));
     if (units == 0) return 0;
     length += static_cast<std::size_t>(units);
@@ -107,12 +117,15 @@ std::size_t ToWide(std::uint32_t codePage, std::string_view bytes, char16_t* out
 }
 
 std::size_t ToMultiByte(std::uint32_t codePage, std::u16string_view text, char* out) {
-  std::size_t length = ExtendsAscii(codePage) ? TakeAscii(text, out) : 0;
+  const std::uint32_t page = ResolveAlias(codePage);
+  const std::size_t most = MostBytesPerUnit(page);
+  if (most == 0) return 0;
+  std::size_t length = ExtendsAscii(page) ? TakeAscii(text, out) : 0;
   while (!text.empty()) {
     const std::size_t piece = NextPiece(text);
-    const int bytes = WideCharToMultiByte(
-        codePage, 0, reinterpret_cast<const wchar_t*>(text.data()), static_cast<int>(piece),
-        out + length, static_cast<int>(MaxByteLength(codePage, piece)), nullptr, nullptr);
+    const int bytes = WideCharToMultiByte(page, 0, reinterpret_cast<const wchar_t*>(text.data()),
+                                          static_cast<int>(piece), out + length,
+                                          static_cast<int>(piece * most), nullptr, nullptr);
     if (bytes == 0) return 0;
     length += static_cast<std::size_t>(bytes);
     text.remove_prefix(piece);

@@ -16,7 +16,8 @@ using Octets = std::array<std::uint8_t, 16>;
 
 Octets ToOctets(const _UUID& uuid) {
   Octets octets;
-  for (unsigned i = 0; i < 4; ++i) octets[i] = static_cast<std::uint8_t>(uuid.data1 >> (24 - 8 * i));
+  for (unsigned i = 0; i < 4; ++i)
+    octets[i] = static_cast<std::uint8_t>(uuid.data1 >> (24 - 8 * i));
   for (unsigned i = 0; i < 2; ++i) {
     octets[4 + i] = static_cast<std::uint8_t>(uuid.data2 >> (8 - 8 * i));
     octets[6 + i] = static_cast<std::uint8_t>(uuid.data3 >> (8 - 8 * i));

@@ -14,7 +14,7 @@ using Structures::_UUID;
 static_assert(sizeof(UUID) == sizeof(_UUID));
 
 void NewUuid(_UUID& uuid) {
-  GUID guid;
+  GUID guid{};
   CoCreateGuid(&guid);
   std::memcpy(&uuid, &guid, sizeof uuid);
 }
