@@ -1,7 +1,80 @@
+#include "Containers/ObjectListImpl.h"
+#include "Core/Guard.h"
 #include "Data/Exports.h"
+#include "Exports/Factory.h"
+#include "Tables/CsvReader.h"
+#include "Tables/CsvWriter.h"
 #include "Tables/ValueTypeDetection.h"
+#include "Text/MultiByteStringImpl.h"
 
+using namespace Data::Interfaces;
 using namespace Data::impl;
+
+namespace {
+
+std::string_view CheckedContent(const char* content, std::uint64_t size) {
+  Core::CheckNotNull(content);
+  if (size == 0)
+    throw std::runtime_error(
+        "Size cannot be 0. We don't call strlen "
+        "internally because data might not contain null "
+        "terminator!");
+  return {content, size};
+}
+
+std::string_view CheckedSeparator(const char* separator) {
+  Core::CheckNotNull(separator);
+  return *separator ? separator : ",";
+}
+
+Core::Ptr<IObjectList> ListOf(const std::vector<std::string>& problems) {
+  auto list = Core::MakePtr<ObjectListImpl>();
+  for (const auto& problem : problems) list->Add(MultiByteStringImpl::FromUtf8(problem).Get());
+  return list;
+}
+
+}  // namespace
+
+bool Data_ParseCsv(const char* content, std::uint64_t size, ITable** table,
+                   Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(table);
+    const auto text = CheckedContent(content, size);
+    HandOut<ITable>(ReadCsv(text, {}, ExtraValues::Fail).table, table);
+  });
+}
+
+bool Data_ParseCsvWithErrors(const char* content, ITable** table, IObjectList** errors,
+                             std::uint64_t size, std::int32_t keepRows, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(table);
+    Core::CheckOutPointer(errors);
+    const auto text = CheckedContent(content, size);
+    auto result = ReadCsv(text, {}, keepRows > 0 ? ExtraValues::DropValues : ExtraValues::DropLine);
+    auto problems = ListOf(result.problems);
+    HandOut<ITable>(std::move(result.table), table);
+    HandOut(std::move(problems), errors);
+  });
+}
+
+bool Data_ParseCsvWithSeparator(const char* content, const char* separator, ITable** table,
+                                std::uint64_t size, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(table);
+    const auto text = CheckedContent(content, size);
+    HandOut<ITable>(ReadCsv(text, CheckedSeparator(separator), ExtraValues::Fail).table, table);
+  });
+}
+
+bool Data_ConvertTableToCsv(ITable* table, const char* separator, IString** text, bool alwaysQuote,
+                            Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(text);
+    Core::CheckNotNull(table);
+    const auto csv = WriteCsv(*table, CheckedSeparator(separator), alwaysQuote);
+    HandOut<IString>(MultiByteStringImpl::FromUtf8(csv), text);
+  });
+}
 
 Data::Structures::ValueType Data_DetectValueType(const char* text, std::uint64_t size) {
   return text ? DetectValueType({text, size}) : Data::Structures::ValueType::Unknown;

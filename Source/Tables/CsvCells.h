@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+#include "Data/Structures/Variant.h"
+
+namespace Data::impl {
+
+/// The cell of a trimmed value. The caller owns the reference that it may hold.
+/// An empty value is Null. A text loses every quote at its ends, and pairs of
+/// quotes inside it become single ones; so does what looks like a number but
+/// has no value.
+Structures::_VARIANT MakeCell(std::string_view value);
+
+}  // namespace Data::impl

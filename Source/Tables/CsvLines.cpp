@@ -1,0 +1,85 @@
+#include "Tables/CsvLines.h"
+
+#include <algorithm>
+
+#include "Tables/CsvText.h"
+
+namespace Data::impl {
+
+namespace {
+
+bool IsSimple(std::string_view separator) {
+  return separator.size() == 1 && separator[0] != kQuote && separator[0] != kLineEnd;
+}
+
+}  // namespace
+
+CsvLines::CsvLines(std::string_view text, std::string_view separator)
+    : text_(text),
+      separator_(separator),
+      isSimple_(IsSimple(separator)),
+      structure_(text, isSimple_ ? separator[0] : kLineEnd),
+      positions_(std::make_unique_for_overwrite<std::size_t[]>(2 * CsvStructure::kRoom)),
+      capacity_(2 * CsvStructure::kRoom) {}
+
+bool CsvLines::Next() {
+  while (!isThrough_) {
+    const bool isLast = !FindLineEnd();
+    const std::size_t end = isLast ? text_.size() : positions_[seen_];
+    const std::string_view line = TrimLine(text_.substr(lineStart_, end - lineStart_));
+    std::size_t* const first = positions_.get() + first_;
+    std::size_t* const last = positions_.get() + seen_;
+    if (!isLast) ++seen_;
+    first_ = seen_;
+    lineStart_ = end + 1;
+    isThrough_ = isLast;
+    if (line.empty()) continue;
+    line_ = MakeLine(line, first, last);
+    return true;
+  }
+  return false;
+}
+
+/// Looks for the line end among the positions that were not looked at yet.
+bool CsvLines::FindLineEnd() {
+  for (;;) {
+    while (seen_ != end_ && text_[positions_[seen_]] != kLineEnd) ++seen_;
+    if (seen_ != end_) return true;
+    if (!ScanMore()) return false;
+  }
+}
+
+/// The line that is under way moves to the front, where it stays however long
+/// it grows; the room doubles, so that a line's positions move seldom.
+bool CsvLines::ScanMore() {
+  if (structure_.IsAtEnd()) return false;
+  if (first_ != 0) {
+    std::copy(positions_.get() + first_, positions_.get() + end_, positions_.get());
+    seen_ -= first_;
+    end_ -= first_;
+    first_ = 0;
+  }
+  if (capacity_ - end_ < CsvStructure::kRoom) {
+    auto larger = std::make_unique_for_overwrite<std::size_t[]>(2 * capacity_);
+    std::copy(positions_.get(), positions_.get() + end_, larger.get());
+    positions_ = std::move(larger);
+    capacity_ *= 2;
+  }
+  end_ = static_cast<std::size_t>(structure_.ScanNext(positions_.get() + end_) - positions_.get());
+  return true;
+}
+
+CsvLine CsvLines::MakeLine(std::string_view text, std::size_t* first, std::size_t* last) {
+  if (!isSimple_) {
+    lineSeparators_.clear();
+    AppendSeparators(text, separator_, lineSeparators_);
+    return {text, text.data(), lineSeparators_, separator_.size()};
+  }
+  // A separator that is space itself went with the space around the line.
+  const std::size_t begin = static_cast<std::size_t>(text.data() - text_.data());
+  while (first != last && *first < begin) ++first;
+  while (first != last && last[-1] >= begin + text.size()) --last;
+  return {text, text_.data(), std::span(first, last), 1};
+}
+
+}  // namespace Data::impl

@@ -1,0 +1,137 @@
+#include "Tables/CsvReader.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "Core/StringFormat.h"
+#include "Platform/Uuids.h"
+#include "Tables/CsvCells.h"
+#include "Tables/CsvLayout.h"
+#include "Tables/CsvLines.h"
+#include "Tables/CsvText.h"
+
+namespace Data::impl {
+
+using Core::ValueType;
+using Structures::_VARIANT;
+
+namespace {
+
+std::string_view WithoutByteOrderMark(std::string_view text) {
+  return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
+}
+
+std::string MakeUnnamedName() {
+  Structures::_UUID uuid;
+  Platform::NewUuid(uuid);
+  char16_t text[Platform::kUuidTextLength];
+  Platform::UuidToText(uuid, text);
+  return "Unnamed_" + std::string(std::begin(text), std::end(text));
+}
+
+void AddNamedColumns(TableImpl& table, const CsvLine& header) {
+  header.ForEachValue(header.ValueCount(), [&](std::string_view value) {
+    const std::string_view name = TrimValue(value);
+    if (name.empty()) {
+      table.AddNamedColumn(MakeUnnamedName());
+    } else {
+      table.AddNamedColumn(name);
+    }
+  });
+}
+
+void AddNumberedColumns(TableImpl& table, std::size_t count) {
+  for (std::size_t i = 1; i <= count; ++i) table.AddNamedColumn("Column " + std::to_string(i));
+}
+
+std::string TooManyValues(std::size_t columns, std::size_t values, std::size_t line) {
+  return Core::StringFormat(
+      "Csv file does not have consistent usage of column separator between lines!, Columns %d vs "
+      "Values %d at line %d",
+      static_cast<int>(columns), static_cast<int>(values), static_cast<int>(line));
+}
+
+/// Turns lines into rows of a table whose columns stand.
+class RowBuilder {
+ public:
+  RowBuilder(CsvTable& result, ExtraValues extraValues)
+      : table_(*result.table),
+        problems_(result.problems),
+        extraValues_(extraValues),
+        notes_(table_.ColumnCount()) {}
+
+  void Add(const CsvLine& line, std::size_t number);
+  /// Tells the columns what their cells hold.
+  void Finish() const;
+
+ private:
+  struct ColumnNote {
+    ValueType lastType = ValueType::Null;
+    bool hasSeenNull = false;
+  };
+
+  void AddRow(const CsvLine& line);
+
+  TableImpl& table_;
+  std::vector<std::string>& problems_;
+  ExtraValues extraValues_;
+  std::vector<ColumnNote> notes_;
+};
+
+void RowBuilder::Add(const CsvLine& line, std::size_t number) {
+  if (line.ValueCount() > notes_.size()) {
+    std::string problem = TooManyValues(notes_.size(), line.ValueCount(), number);
+    if (extraValues_ == ExtraValues::Fail) throw std::runtime_error(problem);
+    problems_.push_back(std::move(problem));
+    if (extraValues_ == ExtraValues::DropLine) return;
+  }
+  AddRow(line);
+}
+
+/// The table owns the row before its cells hold anything, so a failure on the
+/// way loses nothing.
+void RowBuilder::AddRow(const CsvLine& line) {
+  _VARIANT* cell = table_.AppendBlankRow().Cells();
+  ColumnNote* note = notes_.data();
+  line.ForEachValue(std::min(line.ValueCount(), notes_.size()), [&](std::string_view value) {
+    *cell = MakeCell(TrimValue(value));
+    const ValueType type = Core::TypeOf(*cell++);
+    if (type == ValueType::Null) {
+      note++->hasSeenNull = true;
+    } else {
+      note++->lastType = type;
+    }
+  });
+  // Missing values count as empty ones.
+  for (; note != notes_.data() + notes_.size(); ++note) note->hasSeenNull = true;
+}
+
+void RowBuilder::Finish() const {
+  for (std::size_t i = 0; i < notes_.size(); ++i)
+    table_.Header().Columns()[i]->NoteValues(notes_[i].lastType, notes_[i].hasSeenNull);
+}
+
+}  // namespace
+
+CsvTable ReadCsv(std::string_view content, std::string_view separator, ExtraValues extraValues) {
+  const std::string_view text = TrimLine(WithoutByteOrderMark(content));
+  if (separator.empty()) separator = DetectSeparator(text);
+  const CsvLayout layout = DetectLayout(text, separator);
+
+  CsvTable result{Core::MakePtr<TableImpl>(), {}};
+  CsvLines lines(text, separator);
+  std::size_t number = 0;
+  for (lines.Next(); number < layout.firstFullLine; ++number) lines.Next();
+  if (layout.hasHeader) {
+    AddNamedColumns(*result.table, lines.Line());
+  } else {
+    AddNumberedColumns(*result.table, lines.Line().ValueCount());
+  }
+  RowBuilder rows(result, extraValues);
+  if (!layout.hasHeader) rows.Add(lines.Line(), number);
+  while (lines.Next()) rows.Add(lines.Line(), ++number);
+  rows.Finish();
+  return result;
+}
+
+}  // namespace Data::impl

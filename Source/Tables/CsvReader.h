@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Core/Ptr.h"
+#include "Tables/TableImpl.h"
+
+namespace Data::impl {
+
+/// What becomes of a line with more values than the table has columns.
+enum class ExtraValues { Fail, DropValues, DropLine };
+
+struct CsvTable {
+  Core::Ptr<TableImpl> table;
+  /// One message for each line that lost values or was left out.
+  std::vector<std::string> problems;
+};
+
+/// Reads delimited text: lines into values, values into typed cells, cells into
+/// a table.
+/// @param separator  empty to have it detected
+/// @throws std::runtime_error "No lines detected in the csv content", "Csv file
+///         does not have consistent usage of column separator between lines!,
+///         Columns %d vs Values %d at line %d" (only for `ExtraValues::Fail`)
+CsvTable ReadCsv(std::string_view content, std::string_view separator, ExtraValues extraValues);
+
+}  // namespace Data::impl

@@ -1,0 +1,104 @@
+#include "Tables/CsvStructure.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include "Tables/CsvText.h"
+
+namespace Data::impl {
+
+namespace {
+
+constexpr std::size_t kBlock = 64;
+/// Large enough to spread the cost of a call, small enough for the text and its
+/// positions to stay in the fastest caches.
+constexpr std::size_t kStretch = CsvStructure::kRoom - 8;
+static_assert(kStretch % kBlock == 0);
+
+/// One bit per byte of a block, set where the byte is `c`.
+std::uint64_t BytesEqual(const char* block, char c) {
+#if defined(__SSE2__)
+  const __m128i wanted = _mm_set1_epi8(c);
+  std::uint64_t mask = 0;
+  for (int i = 3; i >= 0; --i) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
+    mask = mask << 16 | static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted)));
+  }
+  return mask;
+#else
+  std::uint64_t mask = 0;
+  for (std::size_t i = 0; i < kBlock; ++i) mask |= std::uint64_t{block[i] == c} << i;
+  return mask;
+#endif
+}
+
+/// Each bit becomes the XOR of itself and all lower ones.
+std::uint64_t PrefixXor(std::uint64_t bits) {
+  for (int shift = 1; shift < 64; shift *= 2) bits ^= bits << shift;
+  return bits;
+}
+
+std::size_t* StorePositions(std::uint64_t mask, std::size_t base, std::size_t* out) {
+  std::size_t* const end = out + std::popcount(mask);
+  // Eight at a time without asking for each one whether it is there: `out` has
+  // room for what is stored too much.
+  while (mask != 0) {
+    for (int i = 0; i < 8; ++i) {
+      *out++ = base + static_cast<std::size_t>(std::countr_zero(mask));
+      mask &= mask - 1;
+    }
+  }
+  return end;
+}
+
+}  // namespace
+
+std::uint64_t CsvStructure::ScanBlock(const char* block) {
+  const std::uint64_t quotes = BytesEqual(block, kQuote);
+  const std::uint64_t found = BytesEqual(block, separator_) | BytesEqual(block, kLineEnd);
+  const std::uint64_t quotedBytes = PrefixXor(quotes) ^ quoted_;
+  quoted_ = static_cast<std::uint64_t>(static_cast<std::int64_t>(quotedBytes) >> 63);
+  return found & ~quotedBytes;
+}
+
+std::uint64_t CsvStructure::ScanLastBlock(std::size_t size) {
+  char block[kBlock] = {};
+  std::memcpy(block, text_.data() + next_, size);
+  return ScanBlock(block) & ((std::uint64_t{1} << size) - 1);
+}
+
+std::size_t* CsvStructure::ScanNext(std::size_t* out) {
+  const std::size_t end = next_ + std::min(kStretch, text_.size() - next_);
+  for (; end - next_ >= kBlock; next_ += kBlock)
+    out = StorePositions(ScanBlock(text_.data() + next_), next_, out);
+  if (next_ == end) return out;
+  out = StorePositions(ScanLastBlock(end - next_), next_, out);
+  next_ = end;
+  return out;
+}
+
+void AppendSeparators(std::string_view line, std::string_view separator,
+                      std::vector<std::size_t>& positions) {
+  std::size_t counted = 0;
+  bool isQuoted = false;
+  for (std::size_t search = 0;;) {
+    const std::size_t found = line.find(separator, search);
+    if (found == std::string_view::npos) return;
+    isQuoted ^= std::count(line.begin() + counted, line.begin() + found, kQuote) % 2 != 0;
+    counted = found;
+    if (!isQuoted) {
+      positions.push_back(found);
+      search = found + separator.size();
+      continue;
+    }
+    const std::size_t quote = line.find(kQuote, found + 1);
+    if (quote == std::string_view::npos) return;
+    search = line.substr(quote).starts_with("\"\"") ? quote + 2 : quote;
+  }
+}
+
+}  // namespace Data::impl
