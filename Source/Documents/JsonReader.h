@@ -1,0 +1,82 @@
+#pragma once
+
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
+#include "Documents/JsonStream.h"
+#include "Documents/RapidJson.h"
+
+namespace Data::impl {
+
+/// The double nearest to a JSON number; false if it is too large for one. A
+/// number too small for one is zero of its sign. (The reader's own conversion looks beyond
+/// its tables for "100e308" and makes 1e81 of "0e100".)
+bool ReadDouble(std::string_view number, double& value);
+
+/// Stands between the reader and a handler of its events: turns the text of
+/// numbers into numbers and finds strings where the stream has them. A handler
+/// sees only Null, Bool, Int64, Uint64 (above 2^63 - 1), Double (finite),
+/// String, Key, StartObject, EndObject, StartArray and EndArray.
+template <class Handler>
+class JsonEvents : public rapidjson::BaseReaderHandler<> {
+ public:
+  JsonEvents(JsonStream& stream, Handler& handler) : stream_(stream), handler_(handler) {}
+
+  bool Null() { return handler_.Null(); }
+  bool Bool(bool value) { return handler_.Bool(value); }
+  bool RawNumber(const char*, std::size_t length, bool) { return Number(stream_.Taken(length)); }
+  bool String(const char*, std::size_t, bool) {
+    const std::string_view text = stream_.String();
+    return handler_.String(text.data(), text.size(), true);
+  }
+  bool Key(const char*, std::size_t, bool) {
+    const std::string_view name = stream_.String();
+    return handler_.Key(name.data(), name.size(), true);
+  }
+  bool StartObject() { return handler_.StartObject(); }
+  bool EndObject(std::size_t memberCount) { return handler_.EndObject(memberCount); }
+  bool StartArray() { return handler_.StartArray(); }
+  bool EndArray(std::size_t elementCount) { return handler_.EndArray(elementCount); }
+
+ private:
+  bool Number(std::string_view number) {
+    const char* const end = number.data() + number.size();
+    std::int64_t integer = 0;
+    const auto signedResult = std::from_chars(number.data(), end, integer);
+    if (signedResult.ptr == end) {
+      if (signedResult.ec == std::errc()) return handler_.Int64(integer);
+      std::uint64_t large = 0;
+      if (std::from_chars(number.data(), end, large).ec == std::errc())
+        return handler_.Uint64(large);
+    }
+    double real = 0;
+    return ReadDouble(number, real) && handler_.Double(real);
+  }
+
+  JsonStream& stream_;
+  Handler& handler_;
+};
+
+/// Reads exactly one JSON value between optional white space: no comments, no
+/// trailing commas, no NaN. The handler gets the events as it would from
+/// rapidjson's reader and may throw. Needs no stack for nested values.
+/// @param text  as `JsonTextOf` gives it: a zero byte stands right behind it
+/// @return false when the text is not JSON, or the handler returned false
+template <class Handler>
+bool ParseJson(std::string_view text, Handler& handler) {
+  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
+                              rapidjson::kParseNumbersAsStringsFlag;
+  JsonStream stream(text);
+  JsonEvents<Handler> events(stream, handler);
+  return !JsonReader().Parse<kFlags>(stream, events).IsError();
+}
+
+/// Whether a text is one JSON value.
+bool IsJson(std::string_view text);
+
+/// Reads a text into a tree, whose strings are copies. The root of a new tree
+/// stays null when the text is not JSON.
+bool ReadJsonTree(std::string_view text, JsonTree& tree);
+
+}  // namespace Data::impl

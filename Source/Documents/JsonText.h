@@ -1,0 +1,60 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "Data/Interfaces/IString.h"
+
+namespace Data::impl {
+
+/// The content of a document as its parser sees it: the stored bytes up to the
+/// first zero byte, which stands right behind the result.
+inline std::string_view ZeroTerminatedText(Interfaces::IString& content) {
+  const auto* data = static_cast<const char*>(content.GetData());
+  const void* end = data ? std::memchr(data, '\0', content.GetSize()) : nullptr;
+  return end ? std::string_view(data,
+                                static_cast<std::size_t>(static_cast<const char*>(end) - data))
+             : std::string_view("");
+}
+
+/// As `ZeroTerminatedText`, behind the byte-order mark. Each byte of the mark is
+/// skipped on its own, so that a part of one does no harm either.
+inline std::string_view JsonTextOf(Interfaces::IString& content) {
+  std::string_view text = ZeroTerminatedText(content);
+  for (const char byte : {'\xEF', '\xBB', '\xBF'})
+    if (text.starts_with(byte)) text.remove_prefix(1);
+  return text;
+}
+
+/// Whether a byte ends a plain run of a JSON string: a quote, a backslash or a
+/// control character.
+constexpr bool EndsPlainRun(char byte) {
+  return byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20;
+}
+
+/// The first byte from `begin` on that a JSON string cannot hold as it is;
+/// `end` if there is none.
+inline const char* EndOfPlainRun(const char* begin, const char* end) {
+  static_assert(std::endian::native == std::endian::little, "the first byte is the lowest");
+  constexpr std::uint64_t kOnes = 0x0101010101010101, kHighBits = kOnes * 0x80;
+  // Each marks the high bit of the first byte that is less than a limit, or equal.
+  const auto less = [](std::uint64_t word, std::uint64_t limit) {
+    return (word - kOnes * limit) & ~word & kHighBits;
+  };
+  const auto equal = [less](std::uint64_t word, char byte) {
+    return less(word ^ kOnes * static_cast<unsigned char>(byte), 1);
+  };
+  for (; end - begin >= 8; begin += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, begin, sizeof word);
+    const std::uint64_t marks = less(word, 0x20) | equal(word, '"') | equal(word, '\\');
+    if (marks != 0) return begin + std::countr_zero(marks) / 8;
+  }
+  while (begin != end && !EndsPlainRun(*begin)) ++begin;
+  return begin;
+}
+
+}  // namespace Data::impl

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "Documents/RapidJson.h"
+#include "Documents/TextBuffer.h"
+
+namespace Data::impl {
+
+/// Appends a text as a JSON string, quotes included.
+void AppendJsonString(TextBuffer& buffer, std::string_view text);
+
+void AppendJsonInteger(TextBuffer& buffer, std::int64_t value);
+
+/// Appends the shortest text that reads back as the same double, in rapidjson's
+/// notation: 1.0, 1e30, 1.5e-7.
+/// @return false for NaN and infinities, which JSON does not know
+bool AppendJsonDouble(TextBuffer& buffer, double value);
+
+/// rapidjson's compact writer; below it is told to write its values with the
+/// functions above.
+using JsonWriter =
+    rapidjson::Writer<TextBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
+
+/// Appends a JSON text without insignificant white space; "null" for what is not JSON.
+/// @param text  as `JsonTextOf` gives it
+void AppendCompactJson(TextBuffer& buffer, std::string_view text);
+
+}  // namespace Data::impl
+
+namespace rapidjson {
+
+// The writer's own way with strings sets six bytes aside for each of theirs.
+template <>
+inline bool Data::impl::JsonWriter::WriteString(const char* text, std::size_t length) {
+  Data::impl::AppendJsonString(*os_, {text, length});
+  return true;
+}
+
+// Its own digits of a double are now and then not the shortest, and often not the nearest.
+template <>
+inline bool Data::impl::JsonWriter::WriteDouble(double value) {
+  return Data::impl::AppendJsonDouble(*os_, value);
+}
+
+template <>
+inline bool Data::impl::JsonWriter::WriteInt64(std::int64_t value) {
+  Data::impl::AppendJsonInteger(*os_, value);
+  return true;
+}
+
+}  // namespace rapidjson

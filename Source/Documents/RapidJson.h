@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+#include <stdexcept>
+
+/// rapidjson as this library uses it. Its headers are included here alone, so
+/// that every source sees them with the same settings.
+
+// Sizes of 64 bits: no length or count that fits in memory overflows.
+#define RAPIDJSON_NO_SIZETYPEDEFINE
+namespace rapidjson {
+typedef std::size_t SizeType;
+}
+
+namespace Data::impl {
+
+[[noreturn]] inline void ThrowJsonInvariant() {
+  throw std::logic_error("An invariant of the JSON library does not hold");
+}
+
+}  // namespace Data::impl
+
+// A broken invariant is a failure like any other; it never ends the process.
+#define RAPIDJSON_ASSERT(condition) \
+  ((condition) ? static_cast<void>(0) : ::Data::impl::ThrowJsonInvariant())
+
+#include <rapidjson/document.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/writer.h>
+
+namespace Data::impl {
+
+/// The base allocator of everything that rapidjson makes: rapidjson goes on
+/// with a null pointer after a failed allocation, so the failure is thrown.
+struct ThrowingAllocator {
+  static constexpr bool kNeedFree = true;
+
+  void* Malloc(std::size_t size) { return size == 0 ? nullptr : Checked(std::malloc(size)); }
+  void* Realloc(void* block, std::size_t, std::size_t newSize) {
+    if (newSize != 0) return Checked(std::realloc(block, newSize));
+    std::free(block);
+    return nullptr;
+  }
+  static void Free(void* block) { std::free(block); }
+
+ private:
+  static void* Checked(void* block) {
+    if (!block) throw std::bad_alloc();
+    return block;
+  }
+};
+
+using JsonPool = rapidjson::MemoryPoolAllocator<ThrowingAllocator>;
+using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
+/// A tree of values; its root is null until a text was read into it.
+using JsonTree = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, ThrowingAllocator>;
+
+}  // namespace Data::impl

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+namespace Data::impl {
+
+/// Text that grows at its end; rapidjson's writers write into one.
+class TextBuffer {
+ public:
+  using Ch = char;
+
+  TextBuffer() = default;
+  TextBuffer(const TextBuffer&) = delete;
+  TextBuffer& operator=(const TextBuffer&) = delete;
+  ~TextBuffer();
+
+  std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
+  void Clear() { end_ = begin_; }
+
+  /// Room for that many bytes more.
+  /// @throws std::bad_alloc
+  void Reserve(std::size_t count) {
+    if (static_cast<std::size_t>(limit_ - end_) < count) Grow(count);
+  }
+  void Put(char byte) {
+    Reserve(1);
+    PutUnsafe(byte);
+  }
+  void Append(std::string_view text) {
+    Reserve(text.size());
+    AppendUnsafe(text);
+  }
+  /// Without a check: the room is reserved.
+  void PutUnsafe(char byte) { *end_++ = byte; }
+  void AppendUnsafe(std::string_view text) {
+    if (text.empty()) return;
+    std::memcpy(end_, text.data(), text.size());
+    end_ += text.size();
+  }
+  void Flush() {}
+
+  /// The end of the text with that much room behind it, to be written to.
+  char* Tail(std::size_t room) {
+    Reserve(room);
+    return end_;
+  }
+  /// Behind the last byte that was written there.
+  void EndAt(char* end) { end_ = end; }
+
+ private:
+  void Grow(std::size_t count);
+
+  char* begin_ = nullptr;
+  char* end_ = nullptr;
+  char* limit_ = nullptr;
+};
+
+// Found by rapidjson's writers.
+inline void PutReserve(TextBuffer& buffer, std::size_t count) { buffer.Reserve(count); }
+inline void PutUnsafe(TextBuffer& buffer, char byte) { buffer.PutUnsafe(byte); }
+
+}  // namespace Data::impl
