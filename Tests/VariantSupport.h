@@ -48,6 +48,29 @@ Core::Ptr<Interface> New(bool (*factory)(Interface**, Core::IErrorCode**)) {
   return object;
 }
 
+inline constexpr const char* kNullRecord =
+    "Pointer of struct Data::Structures::_VARIANT must not be null!";
+inline constexpr const char* kNullText = "Pointer of char must not be null!";
+inline constexpr const char* kUndefinedRecord =
+    "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
+    "uninitialized!";
+
+/// What a guarded operation fails with, "" if it succeeds. A failed operation is
+/// tried again without an error argument and with one that is taken.
+template <class Operation>
+std::string Failure(Operation&& operation) {
+  Core::Ptr<Core::IErrorCode> error;
+  const bool succeeded = static_cast<bool>(operation(error.Receive()));
+  EXPECT_EQ(succeeded, !error) << MessageOf(error);
+  if (!error) return "";
+  EXPECT_EQ(error->GetCode(), 2u);
+  Core::IErrorCode* kept = error.Get();
+  EXPECT_FALSE(static_cast<bool>(operation(&kept)));
+  EXPECT_EQ(kept, error.Get()) << "an error already there is left alone";
+  EXPECT_FALSE(static_cast<bool>(operation(static_cast<Core::IErrorCode**>(nullptr))));
+  return MessageOf(error);
+}
+
 /// An error object, by way of a call that fails with the given message.
 inline Core::Ptr<Core::IErrorCode> SomeError() {
   Core::Ptr<Core::IErrorCode> error;

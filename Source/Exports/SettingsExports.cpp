@@ -5,6 +5,7 @@
 #include "Containers/ConfigurationImpl.h"
 #include "Containers/ConstrainedValueImpl.h"
 #include "Containers/EnumImpl.h"
+#include "Containers/PropertiesImpl.h"
 #include "Data/Exports.h"
 #include "Exports/Factory.h"
 
@@ -36,6 +37,10 @@ Core::Variant DefinedOrNull(const _VARIANT* record) {
 
 bool Data_CreateConfiguration(IConfiguration** out, Core::IErrorCode** error) {
   return CreateGuarded<ConfigurationImpl>(out, error);
+}
+
+bool Data_CreateProperties(IProperties** out, Core::IErrorCode** error) {
+  return CreateGuarded<PropertiesImpl>(out, error);
 }
 
 bool Data_CreateEnum(IObjectList* options, IEnum** out, Core::IErrorCode** error) {

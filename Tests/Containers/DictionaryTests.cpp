@@ -31,10 +31,7 @@ Ptr<IVariantDictionary> NewDictionary() { return New(Data_CreateVariantDictionar
 /// The failure of setting a key, "" if there is none.
 std::string SetFailure(const Ptr<IVariantDictionary>& dictionary, const _VARIANT& key,
                        const Variant& value) {
-  Ptr<IErrorCode> error;
-  const bool isSet = dictionary->Set(&key, &value, error.Receive());
-  EXPECT_EQ(isSet, !error);
-  return MessageOf(error);
+  return Failure([&](auto e) { return dictionary->Set(&key, &value, e); });
 }
 
 /// The integer stored for a key, -1 without one.
@@ -104,9 +101,9 @@ TEST(Dictionary, TellsKeysApartByHashAndComparison) {
 
 TEST(Dictionary, KeysThatEqualNothingAreAddedAndNeverFound) {
   const auto dictionary = NewDictionary();
-  for (const Variant& key : {Variant(Null), Variant(), ByValue(ValueType::Reserved, 0),
-                             ByValue(ValueType::Invalid, 9), ByValue(ValueType::IObject, 5),
-                             ByValue(ValueType::Pointer, 5)}) {
+  for (const Variant& key :
+       {Variant(Null), Variant(), ByValue(ValueType::Reserved, 0), ByValue(ValueType::Invalid, 9),
+        ByValue(ValueType::IObject, 5), ByValue(ValueType::Pointer, 5)}) {
     for (int addition = 0; addition < 2; ++addition)
       EXPECT_EQ(SetFailure(dictionary, key, addition), "");
     EXPECT_EQ(IntegerAt(dictionary, key), -1);
@@ -115,9 +112,6 @@ TEST(Dictionary, KeysThatEqualNothingAreAddedAndNeverFound) {
 }
 
 TEST(Dictionary, ReportsKeysWithoutHashOrOrder) {
-  const std::string undefined =
-      "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
-      "uninitialized!";
   const struct {
     const char* what;
     Variant key;
@@ -152,9 +146,11 @@ TEST(Dictionary, ReportsKeysWithoutHashOrOrder) {
       {"a null date-time", NullReference(ValueType::DateTime),
        "Null pointer exception! Interface is not accessible: struct Data::Interfaces::IDateTime",
        "Null pointer exception! Interface is not accessible: struct Data::Interfaces::IDateTime"},
-      {"the first undefined code", ByValue(static_cast<ValueType>(28), 0), undefined, undefined},
+      {"the first undefined code", ByValue(static_cast<ValueType>(28), 0), kUndefinedRecord,
+       kUndefinedRecord},
       {"a record never initialised",
-       Record(static_cast<ValueType>(0xCCCC), StorageForm::Reference, 0xCC), undefined, undefined},
+       Record(static_cast<ValueType>(0xCCCC), StorageForm::Reference, 0xCC), kUndefinedRecord,
+       kUndefinedRecord},
   };
   for (const auto& c : cases) {
     const auto dictionary = NewDictionary();
@@ -162,12 +158,9 @@ TEST(Dictionary, ReportsKeysWithoutHashOrOrder) {
     EXPECT_EQ(SetFailure(dictionary, c.key, 2), c.second) << c.what;
     EXPECT_EQ(dictionary->GetCount(), c.first.empty() ? 1u : 0u) << c.what;
     Variant value(5);
-    for (const bool get : {true, false}) {
-      Ptr<IErrorCode> error;
-      EXPECT_FALSE(get ? dictionary->Get(&c.key, &value, error.Receive())
-                       : dictionary->Contains(&c.key, error.Receive()));
-      EXPECT_EQ(MessageOf(error), c.second) << c.what;
-    }
+    EXPECT_EQ(Failure([&](auto e) { return dictionary->Get(&c.key, &value, e); }), c.second)
+        << c.what;
+    EXPECT_EQ(Failure([&](auto e) { return dictionary->Contains(&c.key, e); }), c.second) << c.what;
     EXPECT_EQ(value.As<int>(), 5) << c.what;
   }
 }
@@ -176,32 +169,20 @@ TEST(Dictionary, ReportsMissingArguments) {
   const auto dictionary = NewDictionary();
   Variant key("key"), value(5);
   const _VARIANT undefined{0xFFFF, {0, 0}};
-  const std::string nullRecord = "Pointer of struct Data::Structures::_VARIANT must not be null!";
-  const auto failure = [&](auto operation) {
-    Ptr<IErrorCode> error;
-    EXPECT_FALSE(operation(error.Receive()));
-    EXPECT_TRUE(error && error->GetCode() == 2);
-    IErrorCode* kept = error.Get();
-    EXPECT_FALSE(operation(&kept));
-    EXPECT_EQ(kept, error.Get()) << "an error already there is left alone";
-    EXPECT_FALSE(operation(nullptr));
-    return MessageOf(error);
-  };
   auto& d = *dictionary;
-  EXPECT_EQ(failure([&](auto e) { return d.Get(nullptr, &value, e); }), nullRecord);
-  EXPECT_EQ(failure([&](auto e) { return d.Get(&key, nullptr, e); }), nullRecord);
-  EXPECT_EQ(failure([&](auto e) { return d.Contains(nullptr, e); }), nullRecord);
-  EXPECT_EQ(failure([&](auto e) { return d.Set(nullptr, &value, e); }), nullRecord);
-  EXPECT_EQ(failure([&](auto e) { return d.Set(&key, nullptr, e); }), nullRecord);
-  EXPECT_NE(failure([&](auto e) { return d.Set(&key, &undefined, e); }).find("undefined"),
-            std::string::npos);
-  EXPECT_EQ(failure([&](auto e) { return d.Get(&key, &value, e); }),
+  EXPECT_EQ(Failure([&](auto e) { return d.Get(nullptr, &value, e); }), kNullRecord);
+  EXPECT_EQ(Failure([&](auto e) { return d.Get(&key, nullptr, e); }), kNullRecord);
+  EXPECT_EQ(Failure([&](auto e) { return d.Contains(nullptr, e); }), kNullRecord);
+  EXPECT_EQ(Failure([&](auto e) { return d.Set(nullptr, &value, e); }), kNullRecord);
+  EXPECT_EQ(Failure([&](auto e) { return d.Set(&key, nullptr, e); }), kNullRecord);
+  EXPECT_EQ(Failure([&](auto e) { return d.Set(&key, &undefined, e); }), kUndefinedRecord);
+  EXPECT_EQ(Failure([&](auto e) { return d.Get(&key, &value, e); }),
             "invalid unordered_map<K, T> key");
-  EXPECT_EQ(failure([&](auto e) { return d.GetKeys(nullptr, e); }),
+  EXPECT_EQ(Failure([&](auto e) { return d.GetKeys(nullptr, e); }),
             "Pointer to a pointer of struct Data::Interfaces::IVariantList must not be null! "
             "Address of return must be specified!");
   IVariantList* held = reinterpret_cast<IVariantList*>(&d);
-  EXPECT_EQ(failure([&](auto e) { return d.GetKeys(&held, e); }),
+  EXPECT_EQ(Failure([&](auto e) { return d.GetKeys(&held, e); }),
             "Pointer of struct Data::Interfaces::IVariantList must be null in order to avoid "
             "memory leaks!");
   EXPECT_TRUE(d.IsEmpty());
@@ -252,13 +233,13 @@ TEST(Dictionary, KeepsTheKeyFirstStored) {
 
 /// Sizes at which a scan per addition would take minutes.
 TEST(Dictionary, GrowsLinearlyWhateverTheKeys) {
-  constexpr int kCount = 200'000;
+  constexpr int kCount = 100'000;
   const auto dictionary = NewDictionary();
   for (int i = 0; i < kCount; ++i) {
     EXPECT_EQ(SetFailure(dictionary, Variant(Null), i), "");  // all of one hash
     EXPECT_EQ(SetFailure(dictionary, Variant(i), i), "");     // neighbours
     EXPECT_EQ(SetFailure(dictionary, Variant(i / 8.0), i), "");
-    std::string text = "onewordtwowordsx";  // the same word in 2^16 cases, and again
+    std::string text = "onewordtwowordsx";  // the same word in 2^16 cases
     for (unsigned bit = 0; bit < 16; ++bit)
       if (i >> bit & 1) text[bit] = static_cast<char>(text[bit] - 'a' + 'A');
     EXPECT_EQ(SetFailure(dictionary, Variant(text), i), "");
@@ -266,7 +247,7 @@ TEST(Dictionary, GrowsLinearlyWhateverTheKeys) {
   EXPECT_EQ(dictionary->GetCount(), 3u * kCount - 1 + 65536);
   EXPECT_EQ(IntegerAt(dictionary, Variant(kCount - 1)), kCount - 1);
   EXPECT_EQ(IntegerAt(dictionary, Variant((kCount - 2) / 8.0)), kCount - 2);
-  EXPECT_EQ(IntegerAt(dictionary, Variant("ONEWORDTWOWORDSX")), 3 * 65536 - 1)
+  EXPECT_EQ(IntegerAt(dictionary, Variant("ONEWORDTWOWORDSX")), 65535)
       << "the last of all capitals";
   Ptr<IVariantList> keys;
   ASSERT_TRUE(dictionary->GetKeys(keys.Receive(), nullptr));

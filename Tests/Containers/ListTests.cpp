@@ -16,16 +16,6 @@ using Interfaces::IVariantList;
 using Interfaces::IVariantPairList;
 using Structures::_VARIANT;
 
-namespace {
-
-constexpr const char* kNullRecord =
-    "Pointer of struct Data::Structures::_VARIANT must not be null!";
-constexpr const char* kUndefined =
-    "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
-    "uninitialized!";
-
-}  // namespace
-
 TEST(Lists, UnguardedFactoriesRejectOnlyANullOutPointer) {
   EXPECT_FALSE(Data_CreateObjectList(nullptr));
   EXPECT_FALSE(Data_CreateVariantList(nullptr));
@@ -151,14 +141,11 @@ TEST(VariantPairList, ReportsFailuresAndChangesNothing) {
   } additions[] = {
       {"null key", nullptr, &record, kNullRecord},
       {"null value", &record, nullptr, kNullRecord},
-      {"undefined key", &undefined, &record, kUndefined},
-      {"undefined value", &record, &undefined, kUndefined},
+      {"undefined key", &undefined, &record, kUndefinedRecord},
+      {"undefined value", &record, &undefined, kUndefinedRecord},
   };
   for (const auto& c : additions) {
-    Ptr<IErrorCode> error;
-    EXPECT_FALSE(list->Add(c.key, c.value, error.Receive())) << c.what;
-    EXPECT_EQ(MessageOf(error), c.error) << c.what;
-    EXPECT_FALSE(list->Add(c.key, c.value, nullptr)) << c.what;
+    EXPECT_EQ(Failure([&](auto e) { return list->Add(c.key, c.value, e); }), c.error) << c.what;
   }
   EXPECT_TRUE(list->IsEmpty());
 
@@ -176,13 +163,8 @@ TEST(VariantPairList, ReportsFailuresAndChangesNothing) {
       {"null value, far out", 9, &key, nullptr, kNullRecord},
   };
   for (const auto& c : reads) {
-    Ptr<IErrorCode> error;
-    EXPECT_FALSE(list->GetAt(c.index, c.key, c.value, error.Receive())) << c.what;
-    EXPECT_EQ(MessageOf(error), c.error) << c.what;
-    EXPECT_EQ(error->GetCode(), 2u) << c.what;
-    IErrorCode* kept = error.Get();
-    EXPECT_FALSE(list->GetAt(c.index, c.key, c.value, &kept)) << c.what;
-    EXPECT_EQ(kept, error.Get()) << "an error already there is left alone";
+    EXPECT_EQ(Failure([&](auto e) { return list->GetAt(c.index, c.key, c.value, e); }), c.error)
+        << c.what;
     EXPECT_EQ(key.As<int>() + value.As<int>(), 11) << c.what;
   }
 }

@@ -100,9 +100,6 @@ TEST(Variant, CopyingARecord) {
 }
 
 TEST(Variant, ChecksThatARecordIsInitialized) {
-  const char* const undefined =
-      "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
-      "uninitialized!";
   const struct {
     std::uint32_t type;
     const char* thrown;
@@ -110,11 +107,11 @@ TEST(Variant, ChecksThatARecordIsInitialized) {
       {0, ""},
       {27, ""},
       {MakeTag(ValueType::Array, StorageForm::Reference), ""},
-      {28, undefined},
-      {255, undefined},
-      {0xFFFF, undefined},
-      {0x10000 + 28, undefined},
-      {0xCCCCCCCC, undefined},
+      {28, kUndefinedRecord},
+      {255, kUndefinedRecord},
+      {0xFFFF, kUndefinedRecord},
+      {0x10000 + 28, kUndefinedRecord},
+      {0xCCCCCCCC, kUndefinedRecord},
   };
   for (const auto& c : cases) {
     const _VARIANT record{c.type, {0, 0}};

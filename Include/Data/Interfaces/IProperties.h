@@ -1,0 +1,77 @@
+#pragma once
+
+#include "Core/IErrorCode.h"
+#include "Data/Interfaces/IObjectList.h"
+#include "Data/Structures/ValueType.h"
+#include "Data/Structures/Variant.h"
+
+namespace Data::Interfaces {
+
+/// A bag of named, typed properties. Each is registered once with the type that
+/// its values must have, whether it is required, and perhaps a default.
+///
+///     properties->Register("width", ValueType::Int32, true, nullptr, &error);
+///     properties->Set("width", &width, &error);
+///     properties->GetMissing(&names, &error);  // empty: nothing is missing
+///
+/// Names are zero-terminated UTF-8, compared byte by byte, with regard to case.
+/// Values are kept as copies; one that refers to an object holds a reference.
+/// Operations with an `error` argument never throw; a failed one changes
+/// nothing. A null name fails with "Pointer of char must not be null!", a null
+/// record with "Pointer of struct Data::Structures::_VARIANT must not be null!",
+/// a name that is not registered with "invalid unordered_map<K, T> key".
+struct IProperties : Core::IObject {
+  /// Slot 6. Adds a property without a value.
+  /// @param type          what its values are; any type but Unknown, Invalid,
+  ///                      Null and Reserved
+  /// @param isRequired    whether `GetMissing` lists it while it has no value
+  /// @param defaultValue  what it reads as until it is set; null or a Null
+  ///                      record for none
+  /// @return false with "Unsupported variantValueType (%d)! Use valid value from
+  ///         Structures::ValueType which is not null, unknown, invalid or
+  ///         reserved!", "Property with name [%s] already exists!", or as `Set`
+  ///         for a default of another type
+  virtual bool Register(const char* name, Structures::ValueType type, bool isRequired,
+                        const Structures::_VARIANT* defaultValue, Core::IErrorCode** error) = 0;
+  /// Slot 7. Gives a property a value of its type; nothing is converted. A
+  /// reference may be null and still counts as a value.
+  /// @return false with "Types of Value and Property don't match! Property [%s]
+  ///         is of type %s, Value is of type %s" (so for a Null record, see
+  ///         `Reset`), "Variant type is undefined! Did you forget to zero out
+  ///         the VARIANT structure? It appears uninitialized!"
+  virtual bool Set(const char* name, const Structures::_VARIANT* value,
+                   Core::IErrorCode** error) = 0;
+  /// Slot 8. Copies the value, or else the default, or else Null into
+  /// `destination`, which gives up what it held and gains a reference to an
+  /// object.
+  virtual bool Get(const char* name, Structures::_VARIANT* destination,
+                   Core::IErrorCode** error) = 0;
+  /// Slot 9. Whether a property of that name is registered.
+  virtual bool Contains(const char* name, Core::IErrorCode** error) = 0;
+  /// Slot 10. Whether a property has a value: its own or a default.
+  virtual bool HasValue(const char* name, Core::IErrorCode** error) = 0;
+  /// Slot 11. Takes a property's own value away; the default applies again.
+  virtual bool Reset(const char* name, Core::IErrorCode** error) = 0;
+  /// Slot 12. The type of a property; Unknown on failure.
+  virtual Structures::ValueType GetType(const char* name, Core::IErrorCode** error) = 0;
+  /// Slot 13. Whether a property is required.
+  virtual bool IsRequired(const char* name, Core::IErrorCode** error) = 0;
+  /// Slot 14. Copies the default, or else Null into `destination`, as `Get`.
+  virtual bool GetDefault(const char* name, Structures::_VARIANT* destination,
+                          Core::IErrorCode** error) = 0;
+  /// Slot 15. Number of properties.
+  virtual uint64_t GetCount() = 0;
+  /// Slot 16. The name at a position counted from 0, in the order of
+  /// registration.
+  /// @return valid while the object lives; null when `index` is not below the
+  ///         count
+  virtual const char* GetNameAt(uint64_t index) = 0;
+  /// Slot 17. A new list of the names (`IString`) of the required properties
+  /// without a value, in the order of registration; the caller releases it.
+  virtual bool GetMissing(IObjectList** out, Core::IErrorCode** error) = 0;
+
+ protected:
+  ~IProperties() = default;
+};
+
+}  // namespace Data::Interfaces
