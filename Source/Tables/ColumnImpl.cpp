@@ -48,7 +48,7 @@ bool ColumnImpl::GetValue(std::int64_t row, _VARIANT* out, Core::IErrorCode** er
 }
 
 ColumnImpl* ColumnImpl::ColumnAtDistance(std::int32_t distance) {
-  if (!header_) Core::ThrowNullInterface<ITableHeader>();
+  if (!header_) Core::ThrowNullInterface<ITable>();
   const auto& columns = header_->Columns();
   const std::int64_t index = std::int64_t{Index()} + distance;
   return IsPosition(index, columns.size()) ? columns[static_cast<std::size_t>(index)].Get()

@@ -1,6 +1,5 @@
 #include "Tables/RowImpl.h"
 
-#include <bit>
 #include <cstring>
 #include <memory>
 
@@ -18,6 +17,18 @@ using Core::Ptr;
 using Structures::_VARIANT;
 
 // -- Memory --
+
+namespace {
+
+/// Columns that are added tend not to come alone.
+constexpr std::size_t kSpareCells = 4;
+
+/// Cells in a block of its own, by class: 4, 5, 6, 7, 8, 10, 12, 14, 16, 20 ...
+constexpr std::size_t RoomOf(std::uint8_t roomClass) {
+  return (std::size_t{4} + roomClass % 4) << roomClass / 4;
+}
+
+}  // namespace
 
 void* RowImpl::operator new(std::size_t size, TrailingCells cells) {
   return ::operator new(size + cells.count * sizeof(_VARIANT));
@@ -41,17 +52,20 @@ void RowImpl::FreeCells() {
   if (cells_ != TrailingBlock()) ::operator delete(cells_);
 }
 
-void RowImpl::MoveCells(std::uint8_t roomExponent) {
-  auto* block = static_cast<_VARIANT*>(::operator new(sizeof(_VARIANT) << roomExponent));
+void RowImpl::MoveCells(std::uint8_t roomClass) {
+  auto* block = static_cast<_VARIANT*>(::operator new(RoomOf(roomClass) * sizeof(_VARIANT)));
   std::uninitialized_copy_n(cells_, cellCount_, block);
   FreeCells();
   cells_ = block;
-  roomExponent_ = roomExponent;
+  roomClass_ = roomClass;
 }
 
 void RowImpl::ReserveCell() {
-  const bool hasRoom = cells_ != TrailingBlock() && cellCount_ < std::size_t{1} << roomExponent_;
-  if (!hasRoom) MoveCells(static_cast<std::uint8_t>(std::bit_width(cellCount_)));
+  const bool hasOwnBlock = cells_ != TrailingBlock();
+  if (hasOwnBlock && cellCount_ < RoomOf(roomClass_)) return;
+  std::uint8_t roomClass = hasOwnBlock ? roomClass_ : std::uint8_t{0};
+  while (RoomOf(roomClass) < cellCount_ + kSpareCells) ++roomClass;
+  MoveCells(roomClass);
 }
 
 void RowImpl::InsertCell(std::size_t index) noexcept {

@@ -14,8 +14,8 @@ struct ColumnImpl;
 struct TableImpl;
 
 /// A row and its cells in one block of memory. Only a row whose table gains
-/// columns later moves its cells to a block of their own, which doubles as it
-/// grows.
+/// columns later moves its cells to a block of their own, which grows by a
+/// quarter when it is full.
 struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   using _VARIANT = Structures::_VARIANT;
 
@@ -87,7 +87,7 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   RowImpl(TableImpl* table, std::size_t cellCount);
 
   _VARIANT* TrailingBlock() { return reinterpret_cast<_VARIANT*>(this + 1); }
-  void MoveCells(std::uint8_t roomExponent);
+  void MoveCells(std::uint8_t roomClass);
   void FreeCells();
   TableImpl& Table() const;
   ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
@@ -99,8 +99,8 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   _VARIANT* cells_;
   std::uint32_t cellCount_;
   std::uint8_t modified_ = 0;
-  /// A block of its own has room for two to this power of cells.
-  std::uint8_t roomExponent_ = 0;
+  /// How large a block of its own is, in one byte.
+  std::uint8_t roomClass_ = 0;
 };
 static_assert(sizeof(RowImpl) % alignof(Structures::_VARIANT) == 0);
 

@@ -7,19 +7,30 @@
 #include "Core/Variant.h"
 #include "Data/Exports.h"
 #include "Data/Interfaces/IColumn.h"
+#include "Data/Interfaces/IObjectList.h"
 #include "Data/Interfaces/IRow.h"
 #include "Data/Interfaces/ITable.h"
-#include "TestSupport.h"
+#include "Data/Interfaces/ITableHeader.h"
+#include "VariantSupport.h"
 
 namespace Data::tests {
 
 using Cells = std::vector<Core::Variant>;
 
+inline const char* const kNullTable =
+    "Null pointer exception! Interface is not accessible: struct Data::Interfaces::ITable";
+inline const char* const kNullRecord =
+    "Pointer of struct Data::Structures::_VARIANT must not be null!";
+inline const char* const kNullName = "Pointer of char must not be null!";
+inline const char* const kMissingName = "invalid unordered_map<K, T> key";
+
+/// A value as an argument; good until the end of the statement.
+inline const Structures::_VARIANT* Given(const Core::Variant& value) { return &value; }
+
 /// A table with the given columns and rows.
 inline Core::Ptr<Interfaces::ITable> MakeTable(std::initializer_list<const char*> columns,
                                                std::initializer_list<Cells> rows = {}) {
-  Core::Ptr<Interfaces::ITable> table;
-  EXPECT_TRUE(Data_CreateTable(table.Receive(), nullptr));
+  const auto table = New(Data_CreateTable);
   for (const char* name : columns) table->AddColumn(name);
   for (const Cells& row : rows) table->AddRow(row.data(), row.size());
   return table;
@@ -41,11 +52,14 @@ inline std::string TextOf(Interfaces::IRow& row) {
   return text;
 }
 
-/// The rows, separated by spaces.
+/// The rows, separated by spaces; a row that does not know its position shows it.
 inline std::string TextOf(Interfaces::ITable& table) {
   std::string text;
-  for (std::int64_t i = 0; i < table.GetRowCount(); ++i)
-    text.append(i == 0 ? "" : " ").append(TextOf(*table.GetRow(i)));
+  for (std::int64_t i = 0; i < table.GetRowCount(); ++i) {
+    Interfaces::IRow& row = *table.GetRow(i);
+    text.append(i == 0 ? "" : " ").append(TextOf(row));
+    if (row.GetIndex() != i) text.append("@" + std::to_string(row.GetIndex()));
+  }
   return text;
 }
 

@@ -1,0 +1,167 @@
+#include "Data/Interfaces/IColumn.h"
+
+#include <functional>
+
+#include "Data/Interfaces/IVariantList.h"
+#include "Tables/TableSupport.h"
+
+namespace Data::tests {
+
+using Core::IErrorCode;
+using Core::Null;
+using Core::Ptr;
+using Core::Variant;
+using Interfaces::IColumn;
+using Interfaces::ITable;
+using Structures::ValueType;
+
+TEST(Column, ItsTypeIsDeclaredOrThatOfTheFirstCell) {
+  const auto table = MakeTable({"a", "b"});
+  IColumn& a = *table->GetColumn(0);
+  EXPECT_EQ(a.GetType(), ValueType::Null) << "nothing declared, no rows";
+  table->AddRow(nullptr, 0);
+  EXPECT_EQ(a.GetType(), ValueType::Null) << "the cell of row 0";
+  *table->GetCellAt(0, 0) = Variant(std::string(20, 'x')).Detach();  // past the column
+  EXPECT_EQ(a.GetType(), ValueType::String) << "without the storage form";
+  a.SetType(ValueType::Int16);
+  EXPECT_EQ(a.GetType(), ValueType::Int16) << "declared";
+  table->SetCellAt(0, 0, Given(2.5));
+  EXPECT_EQ(a.GetType(), ValueType::Double) << "the last value written";
+  a.SetType(ValueType::Null);
+  EXPECT_EQ(a.GetType(), ValueType::Double) << "row 0 again";
+  table->ClearRows();
+  EXPECT_EQ(a.GetType(), ValueType::Null);
+}
+
+TEST(Column, RenamingKeepsItsPlaceAndCells) {
+  const auto table = MakeTable({"a", "b"}, {{1, 2}});
+  IColumn& a = *table->GetColumn(0);
+  const struct {
+    const char* name;
+    const char* error;
+    const char* names;
+  } cases[] = {
+      {nullptr, kNullName, "a b"},
+      {"b", "Column with name [b] already exists!", "a b"},
+      {"a", "Column with name [a] already exists!", "a b"},
+      {"a much longer name than before", "", "a much longer name than before b"},
+      {"c", "", "c b"},
+      {"", "", " b"},
+      {"a", "", "a b"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ThrownBy([&] { a.SetName(c.name); }), c.error);
+    EXPECT_EQ(NamesOf(*table.Get()), c.names);
+    EXPECT_EQ(table->GetColumnByName(a.GetName()), &a);
+  }
+  EXPECT_FALSE(table->HasColumn("c")) << "the old name is gone";
+  Variant value;
+  EXPECT_TRUE(table->GetRow(0)->GetCellByName("a", &value));
+  EXPECT_EQ(value.As<int>(), 1);
+}
+
+TEST(Column, KeepsWhatItsCallersNote) {
+  const auto table = MakeTable({"a"});
+  IColumn& a = *table->GetColumn(0);
+  EXPECT_EQ(a.GetWidth() + a.GetDecimals() + a.IsHidden() + a.IsReadOnly() + a.HasSeenNull(), 0u);
+  a.SetWidth(10);
+  a.SetDecimals(UINT32_MAX);
+  a.SetHidden(3);
+  a.SetReadOnly(255);
+  EXPECT_EQ(a.GetWidth(), 10u);
+  EXPECT_EQ(a.GetDecimals(), UINT32_MAX);
+  EXPECT_EQ(a.IsHidden(), 3) << "a byte, kept as it is";
+  EXPECT_EQ(a.IsReadOnly(), 255);
+}
+
+TEST(Column, KnowsItsNeighboursAndTable) {
+  const auto table = MakeTable({"a", "b"}), other = MakeTable({"a"});
+  IColumn &a = *table->GetColumn(0), &b = *table->GetColumn(1);
+  EXPECT_EQ(a.GetNextColumn(), &b);
+  EXPECT_EQ(b.GetNextColumn(), nullptr);
+  EXPECT_EQ(b.GetPreviousColumn(), &a);
+  EXPECT_EQ(a.GetPreviousColumn(), nullptr);
+  EXPECT_TRUE(a.BelongsTo(table.Get()));
+  EXPECT_FALSE(a.BelongsTo(other.Get()));
+  EXPECT_FALSE(a.BelongsTo(nullptr));
+}
+
+TEST(Column, GivesFindsAndFillsItsCells) {
+  const auto table =
+      MakeTable({"a", "b"}, {{1, "x"}, {Null, "X"}, {2, "x"}, {Variant(INT64_C(1))}});
+  IColumn &a = *table->GetColumn(0), &b = *table->GetColumn(1);
+  Ptr<Interfaces::IVariantList> values;
+  ASSERT_TRUE(b.GetValues(values.Receive()));
+  EXPECT_EQ(values->GetCount(), 4u);
+  Variant second;
+  EXPECT_TRUE(values->GetAt(1, &second));
+  EXPECT_EQ(second.As<std::string>(), "X");
+
+  const struct {
+    const char* what;
+    IColumn& column;
+    Variant value;
+    int row;
+  } cases[] = {
+      {"the first of equal values", b, "x", 0},
+      {"with regard to case", b, "X", 1},
+      {"integers of any width", a, std::int16_t{2}, 2},
+      {"no real number for an integer", a, 2.0, -1},
+      {"Null", a, Null, 1},
+      {"Null in a cell never written", b, Null, 3},
+      {"a value of another type", b, 1, -1},
+  };
+  for (const auto& c : cases) {
+    const auto* row = c.column.FindRow(&c.value);
+    EXPECT_EQ(row, c.row < 0 ? nullptr : table->GetRow(c.row)) << c.what;
+  }
+  EXPECT_EQ(ThrownBy([&] { a.FindRow(nullptr); }), kNullRecord);
+  EXPECT_EQ(ThrownBy([&] { a.Fill(nullptr); }), kNullRecord);
+
+  a.Fill(Given("all"));
+  EXPECT_EQ(TextOf(*table.Get()), "all|x all|X all|x all|");
+  EXPECT_EQ(a.GetType(), ValueType::String);
+  EXPECT_EQ(table->GetRow(3)->IsModified(), 1);
+}
+
+TEST(Column, OutlivesItsTableWithItsName) {
+  const std::function<void(Ptr<ITable>&)> departures[] = {
+      [](Ptr<ITable>& table) { table.Reset(); },
+      [](Ptr<ITable>& table) { table->RemoveColumn("a"); },
+  };
+  for (const auto& depart : departures) {
+    auto table = MakeTable({"a", "b"}, {{1, 2}});
+    const Ptr<IColumn> column(table->GetColumn(0));
+    column->SetWidth(5);
+    depart(table);
+    Variant value(1);
+    Ptr<Interfaces::IVariantList> values;
+    EXPECT_STREQ(column->GetName(), "a");
+    EXPECT_EQ(column->GetWidth(), 5u);
+    EXPECT_EQ(column->GetType(), ValueType::Int32);
+    EXPECT_FALSE(column->BelongsTo(nullptr));
+    const std::function<void()> operations[] = {
+        [&] { column->SetName("c"); },    [&] { column->GetValues(values.Receive()); },
+        [&] { column->FindRow(&value); }, [&] { column->Fill(&value); },
+        [&] { column->GetNextColumn(); }, [&] { column->GetPreviousColumn(); }};
+    for (const auto& operation : operations) EXPECT_EQ(ThrownBy(operation), kNullTable);
+    Ptr<IErrorCode> error;
+    EXPECT_FALSE(column->GetValue(0, &value, error.Receive()));
+    EXPECT_EQ(MessageOf(error), kNullTable);
+  }
+}
+
+TEST(TableHeader, OutlivesItsTableWithItsColumns) {
+  auto table = MakeTable({"a", "b"}, {{1, 2}});
+  table->GetHeader()->SetName("T");
+  const Ptr<Interfaces::ITableHeader> header(table->GetHeader());
+  ASSERT_TRUE(table->BuildIndex(0, table->GetColumn(0), nullptr));
+  const Ptr<IColumn> kept(table->GetColumn(1));
+  table.Reset();
+  EXPECT_STREQ(header->GetName(), "T");
+  EXPECT_STREQ(header->GetIndexName(), "");
+  EXPECT_EQ(header->GetColumn(1, nullptr), kept.Get());
+  EXPECT_EQ(ThrownBy([&] { kept->SetName("c"); }), kNullTable);
+}
+
+}  // namespace Data::tests
