@@ -23,14 +23,24 @@ constexpr auto FoldCase(Unit unit) {
 
 /// Units that are looked at together: loops of this fixed length become a few
 /// vector instructions.
-constexpr std::size_t kUnitBlock = 16;
+constexpr std::size_t kUnitBlock = 32;
 
 template <class Unit, class Key>
 bool AreBlocksEqual(const Unit* left, const Unit* right, Key key) {
-  unsigned difference = 0;
+  using Bits = std::make_unsigned_t<Unit>;  // any wider and the vectors are widened, too
+  Bits difference = 0;
   for (std::size_t i = 0; i < kUnitBlock; ++i)
-    difference |= static_cast<unsigned>(key(left[i]) ^ key(right[i]));
+    difference = static_cast<Bits>(difference | (key(left[i]) ^ key(right[i])));
   return difference == 0;
+}
+
+template <class Unit>
+bool HasZero(const Unit* block) {
+  using Bits = std::make_unsigned_t<Unit>;
+  Bits zeros = 0;
+  for (std::size_t i = 0; i < kUnitBlock; ++i)
+    zeros = static_cast<Bits>(zeros | (block[i] == 0 ? 0xFF : 0));
+  return zeros != 0;
 }
 
 /// Orders texts by the keys of their units, then by length: -1, 0 or 1.
@@ -58,13 +68,8 @@ std::int32_t CompareTexts(std::basic_string_view<Unit> left, std::basic_string_v
 /// The text up to its first zero unit.
 template <class Unit>
 std::basic_string_view<Unit> UpToFirstZero(std::basic_string_view<Unit> text) {
-  const auto hasZero = [](const Unit* block) {
-    unsigned zeros = 0;
-    for (std::size_t i = 0; i < kUnitBlock; ++i) zeros |= static_cast<unsigned>(block[i] == 0);
-    return zeros != 0;
-  };
   std::size_t i = 0;
-  while (text.size() - i >= kUnitBlock && !hasZero(text.data() + i)) i += kUnitBlock;
+  while (text.size() - i >= kUnitBlock && !HasZero(text.data() + i)) i += kUnitBlock;
   while (i < text.size() && text[i] != 0) ++i;
   return text.substr(0, i);
 }
