@@ -39,8 +39,7 @@ std::size_t Convert(std::basic_string_view<In> text, Out* const out, Step step) 
   Out* to = out;
   while (in != end) {
     const auto left = static_cast<std::size_t>(end - in);
-    if (left >= kAsciiBlock && IsAsciiBlock(in)) {
-      CopyAsciiBlock(in, to);
+    if (left >= kAsciiBlock && ConvertAsciiBlock(in, to)) {
       in += kAsciiBlock;
       to += kAsciiBlock;
       continue;

@@ -33,10 +33,9 @@ bool ExtendsAscii(std::uint32_t page) {
 template <class Text, class Out>
 std::size_t TakeAscii(Text& text, Out* out) {
   std::size_t length = 0;
-  while (text.size() - length >= kAsciiBlock && IsAsciiBlock(text.data() + length)) {
-    CopyAsciiBlock(text.data() + length, out + length);
+  while (text.size() - length >= kAsciiBlock &&
+         ConvertAsciiBlock(text.data() + length, out + length))
     length += kAsciiBlock;
-  }
   text.remove_prefix(length);
   return length;
 }
