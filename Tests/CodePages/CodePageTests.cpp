@@ -80,7 +80,7 @@ TEST(CodePages, MakeTheBestOfBytesThatMeanNothing) {
       {"or a private character", 1253, "\xAA", u"\uF8F9"},
       {"a lead byte at the end", 932, "a\x93", u"a\u30FB"},
       {"a lead byte takes an impossible trail byte with it", 932, "\x93 z", u"\u30FBz"},
-      {"and an unassigned one", 936, "\xA2\xA0z", u"\uE4C6z"},
+      {"codes for users are private characters", 936, "\xA2\xA0z", u"\uE585z"},
       {"the other pages say so with a question mark", 949, "\xC7 z", u"?z"},
       {"one for each", 950, "\xA4 \xA4", u"??"},
       {"a beginning of a character is replaced as one", kUtf8, "\xF0\x9F\x98z", u"\uFFFDz"},
