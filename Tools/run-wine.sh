@@ -15,6 +15,7 @@ while [ "$tree" != / ] && [ ! -f "$tree/CMakeCache.txt" ]; do
 done
 [ "$tree" != / ] || tree=$(pwd)
 
+export LC_ALL=C  # Wine takes its ANSI and OEM code pages from the locale; C stands for 1252 and 437
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEPREFIX="${WINEPREFIX:-$tree/wine}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"

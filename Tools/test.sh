@@ -85,6 +85,7 @@ stage sanitizers build_and_test asan
 stage threads build_and_test tsan
 stage windows build_and_test windows
 stage clang build_and_test clang
+stage "code pages" Tools/compare-code-pages.sh build/release build/windows
 stage lint lint
 stage exports Tools/check-exports.sh build/release/lib/liblayerdata.so build/windows/bin/layerdata.dll
 stage layouts Tools/check-layouts.py
