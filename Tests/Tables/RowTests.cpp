@@ -1,6 +1,6 @@
 #include "Data/Interfaces/IRow.h"
 
-#include <cstring>
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
 
@@ -55,8 +55,9 @@ TEST(Row, EveryWriteTellsTheColumnAndMarksTheRow) {
       EXPECT_EQ(column.GetType(), c.type) << how << ": " << c.what;
       EXPECT_EQ(column.HasSeenNull(), c.hasSeenNull) << how << ": " << c.what;
       EXPECT_EQ(row.IsModified(), 1) << how << ": " << c.what;
-      EXPECT_EQ(std::memcmp(row.GetCellAt(1), &c.written.back(), sizeof(_VARIANT)), 0)
-          << how << ": " << c.what;
+      const _VARIANT &stored = *row.GetCellAt(1), &last = c.written.back();
+      EXPECT_EQ(stored.type, last.type) << how << ": " << c.what;
+      EXPECT_TRUE(std::ranges::equal(stored.value, last.value)) << how << ": " << c.what;
       EXPECT_EQ(table->GetColumn(0)->HasSeenNull(), 0) << how << ": " << c.what;
     }
   }
