@@ -252,6 +252,35 @@ TEST(CsvRead, TakesAnySeparator) {
     EXPECT_EQ(Show(ReadSeparatedBy(c.separator, c.text)), c.table) << c.why;
 }
 
+/// Anything but one pass over the text would take minutes for one of these.
+TEST(CsvRead, LongTextsOfOneKindTakeOnePass) {
+  constexpr std::size_t kSize = 1 << 20;
+  const std::string plain(kSize, 'x'), quotes(kSize, '"'), separators(kSize / 8, ',');
+  std::string values;
+  for (int i = 0; i < 100000; ++i) values += "1,";
+  const struct {
+    const char* why;
+    std::string text;
+    std::int64_t columns, rows;
+  } cases[] = {
+      {"one quoted field", "a\n\"" + plain + "\"", 1, 1},
+      {"one quoted field of pairs", "a\nx" + quotes + "x", 1, 1},
+      {"only quotes", quotes, 1, 0},
+      {"only separators", separators, kSize / 8 + 1, 1},
+      {"only line ends but for the ends", "a" + std::string(kSize, '\n') + "b", 1, 1},
+      {"a line with 100,001 values", values + "1\n" + values, 100001, 2},
+      {"a quote that is never closed", "a,b\n1,\"" + values + separators, 2, 1},
+      {"separators that quotes hide", "a,b\n1,\"" + separators + "\"", 2, 1},
+  };
+  for (const auto& c : cases) {
+    const auto result = ReadCsv(c.text);
+    ASSERT_TRUE(result.table) << c.why << ": " << result.failure;
+    EXPECT_EQ(result.table->GetColumnCount(), c.columns) << c.why;
+    EXPECT_EQ(result.table->GetRowCount(), c.rows) << c.why;
+  }
+  EXPECT_EQ(ReadSeparatedBy("\",", "a\n" + quotes + separators).table->GetRowCount(), 1);
+}
+
 TEST(CsvRead, RejectsBadArguments) {
   constexpr std::string_view kNullOut =
       "Pointer to a pointer of struct Data::Interfaces::ITable must not be null! Address of return "
