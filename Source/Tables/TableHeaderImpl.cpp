@@ -62,7 +62,9 @@ ColumnImpl& TableHeaderImpl::Column(const char* name) const {
 
 ColumnImpl& TableHeaderImpl::Insert(Ptr<ColumnImpl> column, std::size_t position) {
   ColumnImpl& inserted = *column;
-  columns_.reserve(columns_.size() + 1);
+  // Room first, so that nothing fails once the name is entered; doubled, so that
+  // a million columns are not moved a million times.
+  if (columns_.size() == columns_.capacity()) columns_.reserve(2 * columns_.size() + 1);
   byName_.emplace(inserted.Name(), &inserted);
   columns_.insert(columns_.begin() + static_cast<std::ptrdiff_t>(position), std::move(column));
   return inserted;
