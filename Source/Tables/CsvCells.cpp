@@ -6,7 +6,7 @@
 #include "DateTime/DateTimeImpl.h"
 #include "Tables/CsvText.h"
 #include "Tables/ValueTypeDetection.h"
-#include "Text/MultiByteStringImpl.h"
+#include "Text/TextValue.h"
 
 namespace Data::impl {
 
@@ -37,16 +37,12 @@ char* CopyUnpaired(std::string_view text, char* out) {
   return out;
 }
 
-_VARIANT MakeText(std::string_view text) {
-  if (Core::FitsInline(text)) return Core::MakeInlineText(text);
-  return Core::MakeReference(ValueType::String, MultiByteStringImpl::FromUtf8(text).Detach());
-}
-
 _VARIANT MakeUnpairedText(std::string_view text, std::size_t pairs) {
   const std::size_t size = text.size() - pairs;
   char inlined[Core::kInlineTextCapacity];
   if (size <= sizeof inlined)
-    return MakeText({inlined, static_cast<std::size_t>(CopyUnpaired(text, inlined) - inlined)});
+    return MakeTextValue(
+        {inlined, static_cast<std::size_t>(CopyUnpaired(text, inlined) - inlined)});
   const auto fill = [&](char* out) {
     return static_cast<std::size_t>(CopyUnpaired(text, out) - out);
   };
@@ -56,7 +52,7 @@ _VARIANT MakeUnpairedText(std::string_view text, std::size_t pairs) {
 _VARIANT MakeTextCell(std::string_view value) {
   const std::string_view text = Trim(value, IsQuote);
   const std::size_t pairs = CountPairsOfQuotes(text);
-  return pairs == 0 ? MakeText(text) : MakeUnpairedText(text, pairs);
+  return pairs == 0 ? MakeTextValue(text) : MakeUnpairedText(text, pairs);
 }
 
 }  // namespace

@@ -87,6 +87,8 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   /// Appends a row of Null cells, to be filled in place through `RowImpl::Cells`
   /// by code that tells the columns itself. Not for a table with an index.
   RowImpl& AppendBlankRow();
+  /// Throws "Table %s must contain at least one column before you insert new row!".
+  void CheckHasColumns() const;
 
   /// The first row whose cell of a column equals the key, or null.
   RowImpl* FindFirst(const ColumnImpl& column, const _VARIANT& key) const;
@@ -110,7 +112,6 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   RowImpl& PlaceCopy(Interfaces::IRow* source, std::size_t index);
   void Renumber(std::size_t first);
 
-  void CheckHasColumns() const;
   void CheckInsertPosition(std::int64_t index) const;
   RowImpl& RowAtAddress(std::int64_t row, std::int32_t column) const;
   ColumnImpl& ExistingColumn(const char* name) const;

@@ -14,7 +14,7 @@ constexpr std::size_t kLongestDateTime = 36;
 /// Whether a text is worth reading as a date-time: only an hour and minute
 /// behind a `T`, or a date of three parts, however its time looks.
 bool IsDateTimeCandidate(std::string_view text) {
-  if (text.size() > kLongestDateTime) return false;
+  if (text.empty() || text.size() > kLongestDateTime) return false;
   if (!IsDigit(text.front()) && text.front() != 'T') return false;
   int colons = 0, dashes = 0;
   bool hasT = false;
@@ -28,13 +28,16 @@ bool IsDateTimeCandidate(std::string_view text) {
 
 }  // namespace
 
+bool ReadDateTime(std::string_view text, CalendarFields& out) noexcept {
+  return IsDateTimeCandidate(text) && ReadIso8601(text, out) == Iso8601Result::Read;
+}
+
 TypedText ReadTypedText(std::string_view text) noexcept {
   TypedText result;
   if (text.empty()) return result;
   result.number = ReadNumber(text);
   result.type = result.number.type;
-  if (result.type == ValueType::String && IsDateTimeCandidate(text) &&
-      ReadIso8601(text, result.dateTime) == Iso8601Result::Read)
+  if (result.type == ValueType::String && ReadDateTime(text, result.dateTime))
     result.type = ValueType::DateTime;
   return result;
 }

@@ -20,6 +20,10 @@ struct TypedText {
 /// or String. The value is read on the way, not searched again afterwards.
 TypedText ReadTypedText(std::string_view text) noexcept;
 
+/// Reads a text that looks like a date, a date with time or an hour and minute
+/// behind a `T`; false for any other. `out` is unspecified then.
+bool ReadDateTime(std::string_view text, CalendarFields& out) noexcept;
+
 /// The type alone, of a text with space around it.
 Core::ValueType DetectValueType(std::string_view text) noexcept;
 

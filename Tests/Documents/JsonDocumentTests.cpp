@@ -1,11 +1,8 @@
 #include <chrono>
-#include <string>
-#include <string_view>
+#include <functional>
 
-#include "Core/VariantConversions.h"
-#include "Data/Exports.h"
+#include "DocumentSupport.h"
 #include "SmallStack.h"
-#include "TestSupport.h"
 
 namespace Data::tests {
 
@@ -18,13 +15,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-Ptr<IJsonDocument> Json(std::string_view text) {
-  Ptr<IJsonDocument> document;
-  EXPECT_TRUE(Data_CreateJsonDocument(document.Receive()));
-  document->SetContent(text.data(), text.size());
-  return document;
-}
-
 std::string Compact(const Ptr<IJsonDocument>& document) {
   Ptr<IString> text;
   Ptr<IErrorCode> error;
@@ -34,18 +24,6 @@ std::string Compact(const Ptr<IJsonDocument>& document) {
 
 bool AreEqual(std::string_view left, std::string_view right) {
   return Json(left)->Equals(Json(right).Get());
-}
-
-std::string Repeated(std::string_view part, std::size_t count) {
-  std::string text;
-  text.reserve(part.size() * count);
-  for (std::size_t i = 0; i < count; ++i) text += part;
-  return text;
-}
-
-std::string Nested(std::string_view open, std::string_view inner, std::string_view close,
-                   std::size_t depth) {
-  return Repeated(open, depth).append(inner) + Repeated(close, depth);
 }
 
 double SecondsOf(const std::function<void()>& operation) {

@@ -1,0 +1,189 @@
+#include "Documents/JsonToTable.h"
+
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "Core/VariantRecord.h"
+#include "DateTime/DateTimeImpl.h"
+#include "Documents/JsonDocumentImpl.h"
+#include "Documents/JsonReader.h"
+#include "Documents/JsonWriter.h"
+#include "Tables/ValueTypeDetection.h"
+#include "Text/TextValue.h"
+
+namespace Data::impl {
+
+using Core::ValueType;
+using Structures::_VARIANT;
+
+namespace {
+
+_VARIANT MakeTextCell(std::string_view text) {
+  CalendarFields fields;
+  if (!ReadDateTime(text, fields)) return MakeTextValue(text);
+  return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields).Detach());
+}
+
+/// Finds the column of each member of an object. Objects mostly repeat the order
+/// of the ones before: a name is then compared once, with the one that followed
+/// the same member last time.
+class MemberColumns {
+ public:
+  explicit MemberColumns(TableImpl& table) : table_(table) {}
+
+  void StartObject() { place_ = 0; }
+  ColumnImpl& Next(std::string_view name) {
+    if (place_ >= followers_.size()) followers_.resize(place_ + 1);
+    ColumnImpl*& follower = followers_[place_];
+    if (!follower || follower->Name() != name)
+      follower = &table_.AddNamedColumn(name.substr(0, name.find('\0')));
+    place_ = static_cast<std::size_t>(follower->Index()) + 1;
+    return *follower;
+  }
+
+ private:
+  TableImpl& table_;
+  std::vector<ColumnImpl*> followers_;  // of the start, then of each column
+  std::size_t place_ = 0;
+};
+
+/// Handles the events of a text and fills a table. The table owns every cell
+/// from the start, so a failure on the way loses nothing.
+class TableBuilder {
+ public:
+  TableBuilder() : table_(Core::MakePtr<TableImpl>()), columns_(*table_), nested_(nestedText_) {}
+
+  Core::Ptr<TableImpl> TakeTable() { return std::move(table_); }
+
+  bool Null() {
+    return depth_ != 0 ? nested_.Null() : Put([] { return Core::MakeNull(); });
+  }
+  bool Bool(bool value) {
+    return depth_ != 0 ? nested_.Bool(value)
+                       : Put([=] { return Core::MakeInteger(ValueType::Bool, value); });
+  }
+  bool Int64(std::int64_t value) {
+    return depth_ != 0 ? nested_.Int64(value)
+                       : Put([=] { return Core::MakeInteger(ValueType::Int64, value); });
+  }
+  bool Uint64(std::uint64_t value) {
+    return depth_ != 0
+               ? nested_.Uint64(value)
+               : Put([]() -> _VARIANT { throw std::runtime_error("Unsupported variant type"); });
+  }
+  bool Double(double value) {
+    return depth_ != 0 ? nested_.Double(value) : Put([=] { return Core::MakeDouble(value); });
+  }
+  bool String(const char* text, std::size_t length, bool) {
+    return depth_ != 0 ? nested_.String(text, length) : Put([=] {
+      return MakeTextCell({text, length});
+    });
+  }
+  bool Key(const char* name, std::size_t length, bool) {
+    if (depth_ != 0) return nested_.Key(name, length);
+    column_ = &columns_.Next({name, length});
+    return true;
+  }
+
+  bool StartObject() {
+    if (StartsNested()) return nested_.StartObject();
+    if (root_ == Root::None) StartTable(Root::Object, "JsonObject");
+    StartRow();
+    return true;
+  }
+  bool EndObject(std::size_t) {
+    if (depth_ != 0) return nested_.EndObject() && EndNested();
+    EndRow();
+    return true;
+  }
+  bool StartArray() {
+    if (StartsNested()) return nested_.StartArray();
+    if (root_ != Root::None) ThrowNotAnObject();
+    StartTable(Root::Array, "JsonArray");
+    return true;
+  }
+  bool EndArray(std::size_t) { return depth_ == 0 || (nested_.EndArray() && EndNested()); }
+
+ private:
+  enum class Root { None, Array, Object, Value };
+
+  [[noreturn]] static void ThrowNotAnObject() {
+    throw std::runtime_error(
+        "Object in the array is not of the type object! Data structure is inconsistent across "
+        "array!");
+  }
+
+  void StartTable(Root root, const char* name) {
+    root_ = root;
+    table_->Header().SetName(name);
+  }
+
+  void StartRow() {
+    row_ = &table_->AppendBlankRow();
+    columns_.StartObject();
+  }
+  void EndRow() {
+    table_->CheckHasColumns();
+    row_ = nullptr;
+  }
+
+  /// A value that is neither part of a nested one nor itself nested.
+  template <class MakeCell>
+  bool Put(MakeCell&& makeCell) {
+    if (root_ == Root::None) StartValueTable();
+    if (!row_) ThrowNotAnObject();
+    Store(makeCell());
+    return true;
+  }
+
+  /// A root that is neither an array nor an object.
+  void StartValueTable() {
+    StartTable(Root::Value, "JsonValue");
+    column_ = &table_->AddNamedColumn("Value");
+    row_ = &table_->AppendBlankRow();
+  }
+
+  /// As writing the cell of the member's column does.
+  void Store(const _VARIANT& value) {
+    _VARIANT& cell = row_->Cell(*column_);
+    Core::ReleaseReferenceOf(std::exchange(cell, value));  // of a member that is repeated
+    column_->NoteValue(Core::TypeOf(value));
+    row_->SetModified(1);
+  }
+
+  /// Whether an array or object that begins is a value within a row.
+  bool StartsNested() {
+    if (!row_) return false;
+    if (depth_++ == 0) {
+      nestedText_.Clear();
+      nested_.Reset(nestedText_);
+    }
+    return true;
+  }
+  bool EndNested() {
+    if (--depth_ == 0)
+      Store(Core::MakeReference(ValueType::JsonDocument,
+                                JsonDocumentImpl::FromJson(nestedText_.View()).Detach()));
+    return true;
+  }
+
+  Core::Ptr<TableImpl> table_;
+  MemberColumns columns_;
+  Root root_ = Root::None;
+  RowImpl* row_ = nullptr;        // of the object that is being read
+  ColumnImpl* column_ = nullptr;  // of the member
+  std::size_t depth_ = 0;         // in arrays and objects within the row
+  TextBuffer nestedText_;
+  JsonWriter nested_;
+};
+
+}  // namespace
+
+Core::Ptr<TableImpl> ReadJsonTable(std::string_view text) {
+  TableBuilder builder;
+  if (!ParseJson(text, builder)) throw std::runtime_error("Json document is not valid!");
+  return builder.TakeTable();
+}
+
+}  // namespace Data::impl

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+#include "Core/Ptr.h"
+#include "Tables/TableImpl.h"
+
+namespace Data::impl {
+
+/// Reads an array of objects, an object or any other JSON value into a table.
+/// @param text  as `JsonTextOf` gives it
+/// @throws std::runtime_error "Json document is not valid!", "Object in the
+///         array is not of the type object! Data structure is inconsistent
+///         across array!", "Unsupported variant type", "Table %s must contain at
+///         least one column before you insert new row!"
+Core::Ptr<TableImpl> ReadJsonTable(std::string_view text);
+
+}  // namespace Data::impl

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "Core/VariantConversions.h"
+#include "Data/Exports.h"
+#include "TestSupport.h"
+
+namespace Data::tests {
+
+/// A document of any kind with content.
+template <class Interface>
+Core::Ptr<Interface> DocumentOf(bool (*factory)(Interface**), std::string_view text) {
+  Core::Ptr<Interface> document;
+  EXPECT_TRUE(factory(document.Receive()));
+  document->SetContent(text.data(), text.size());
+  return document;
+}
+
+inline Core::Ptr<Interfaces::IJsonDocument> Json(std::string_view text) {
+  return DocumentOf(Data_CreateJsonDocument, text);
+}
+
+inline std::string Repeated(std::string_view part, std::size_t count) {
+  std::string text;
+  text.reserve(part.size() * count);
+  for (std::size_t i = 0; i < count; ++i) text += part;
+  return text;
+}
+
+inline std::string Nested(std::string_view open, std::string_view inner, std::string_view close,
+                          std::size_t depth) {
+  return Repeated(open, depth).append(inner) + Repeated(close, depth);
+}
+
+}  // namespace Data::tests
