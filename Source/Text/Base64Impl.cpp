@@ -7,6 +7,7 @@
 
 #include "Containers/ArrayImpl.h"
 #include "Core/Guard.h"
+#include "Core/Ptr.h"
 #include "Text/ArrayBytes.h"
 #include "Text/Base64Blocks.h"
 

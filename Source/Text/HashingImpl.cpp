@@ -1,0 +1,58 @@
+#include "Text/HashingImpl.h"
+
+#include <stdexcept>
+#include <vector>
+
+#include "Containers/ArrayImpl.h"
+#include "Core/Guard.h"
+#include "Core/Ptr.h"
+#include "Core/StringFormat.h"
+
+namespace Data::Hashing::impl {
+
+namespace {
+
+/// @param problem  a format that takes the status and its text
+void Check(Platform::HashStatus status, const char* problem) {
+  if (status.isSuccess) return;
+  throw std::runtime_error(
+      Core::StringFormat(problem, status.number, Platform::HashStatusText(status).c_str()));
+}
+
+}  // namespace
+
+HashingImpl::HashingImpl(Platform::HashAlgorithm algorithm) : HashingImpl(algorithm, false, {}) {}
+
+HashingImpl::HashingImpl(Platform::HashAlgorithm algorithm, std::span<const std::uint8_t> key)
+    : HashingImpl(algorithm, true, key) {}
+
+HashingImpl::HashingImpl(Platform::HashAlgorithm algorithm, bool isKeyed,
+                         std::span<const std::uint8_t> key) {
+  Check(Platform::OpenHashAlgorithm(algorithm, isKeyed, state_),
+        "Failed to open algoritm provider! NTSTATUS: %d, Message: %s");
+  Check(Platform::ReserveHashMemory(*state_),
+        "Failed to calculate object size! NTSTATUS: %d, Message: %s");
+  Check(Platform::GetDigestSize(*state_, digestSize_),
+        "Failed to calculate hash size! NTSTATUS: %d, Message: %s");
+  Check(Platform::StartHash(*state_, key), "Failed to create hash! NTSTATUS: %d, Message: %s");
+}
+
+bool HashingImpl::Hash(const void* data, std::uint64_t length, Interfaces::IArray** out,
+                       Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckNotNull(data);
+    Core::CheckOutPointer(out);
+    // Memory first: a computation that has begun must come to its end, or the
+    // next one would go on with it.
+    auto array = Core::MakePtr<Data::impl::ArrayImpl>(std::vector<std::uint8_t>(digestSize_));
+    const std::span digest(static_cast<std::uint8_t*>(array->GetData()), digestSize_);
+    const auto added =
+        Platform::AddToHash(*state_, {static_cast<const std::uint8_t*>(data), length});
+    const auto finished = Platform::FinishHash(*state_, digest);
+    Check(added, "Failed to hash data! NTSTATUS: %d, Message: %s");
+    Check(finished, "Failed to finish hashing! NTSTATUS: %d, Message: %s");
+    *out = array.Detach();
+  });
+}
+
+}  // namespace Data::Hashing::impl
