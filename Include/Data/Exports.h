@@ -212,7 +212,14 @@ LAYERDATA_API bool Data_TableRowToJson(Data::Interfaces::IRow* row,
 LAYERDATA_API bool Data_CreateSchema(const Data::Structures::_UUID* uuid, const char* title,
                                      const char* description, Data::Interfaces::ISchema** out,
                                      Core::IErrorCode** error);
-/// Reads a layer schema document. Text that is not JSON gives an empty schema.
+/// Reads a layer schema document. Text that is not JSON gives an empty schema;
+/// what the document does not say is as `ISchema::AddColumn` sets it. A member
+/// that is null counts as not there.
+/// Fails with "Member \"" + key + "\" of the layer schema document is missing!"
+/// (or "must be a string!", "must be an integer of 32 bits!" ...), "Parsing
+/// failed!" for the text of a default or allowed value that is no number,
+/// "Invalid uuid format!" + text, the failures of `Data_CreateDateTimeFromIso8601`
+/// for dates, "The layer schema document is nested deeper than 1000 levels!".
 LAYERDATA_API bool Data_ParseSchema(Data::Interfaces::IJsonDocument* document,
                                     Data::Interfaces::ISchema** out, Core::IErrorCode** error);
 

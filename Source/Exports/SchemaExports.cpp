@@ -1,0 +1,25 @@
+#include "Data/Exports.h"
+#include "Exports/Factory.h"
+#include "Schema/SchemaReader.h"
+
+using namespace Data;
+using namespace Data::Interfaces;
+
+bool Data_CreateSchema(const Structures::_UUID* uuid, const char* title, const char* description,
+                       ISchema** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckNotNull(uuid);
+    Core::CheckNotNull(title);
+    Core::CheckNotNull(description);
+    Core::CheckOutPointer(out);
+    impl::HandOut<ISchema>(Core::MakePtr<SchemaImpl>(SchemaHeader{*uuid, title, description}), out);
+  });
+}
+
+bool Data_ParseSchema(IJsonDocument* document, ISchema** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckNotNull(document);
+    Core::CheckOutPointer(out);
+    impl::HandOut<ISchema>(ReadSchema(*document), out);
+  });
+}

@@ -1,0 +1,53 @@
+#include "Schema/Column.h"
+
+#include "Containers/ArrayImpl.h"
+#include "DateTime/DateTimeImpl.h"
+#include "Documents/JsonDocumentImpl.h"
+
+namespace Data {
+
+using Core::MakePtr;
+using Core::ValueKind;
+using Core::ValueType;
+using Core::Variant;
+
+namespace {
+
+template <class Interface>
+Variant ObjectValue(Core::Ptr<Interface> object) {
+  return Variant(std::move(object));
+}
+
+}  // namespace
+
+Variant ZeroOf(ValueType type) {
+  switch (type) {
+    case ValueType::Int128:
+    case ValueType::UInt128:
+      return Variant(Core::MakeInteger(type, 0));
+    case ValueType::Double:
+      return 0.0;
+    case ValueType::Float:
+      return 0.0F;
+    case ValueType::Bool:
+      return false;
+    case ValueType::Array:
+      return ObjectValue<Interfaces::IArray>(MakePtr<impl::ArrayImpl>());
+    case ValueType::String:
+      return "";
+    case ValueType::DateTime:
+      return ObjectValue<Interfaces::IDateTime>(
+          MakePtr<impl::DateTimeImpl>(impl::kTicksAtPosixEpoch));
+    case ValueType::JsonDocument:
+      return ObjectValue<Interfaces::IJsonDocument>(impl::JsonDocumentImpl::FromJson("{}"));
+    default:
+      break;
+  }
+  // Integers of every width begin as Int32 0.
+  const ValueKind kind = Core::KindOf(type);
+  if (kind == ValueKind::SignedInteger || kind == ValueKind::UnsignedInteger)
+    return std::int32_t{0};
+  return Core::Null;
+}
+
+}  // namespace Data

@@ -1,0 +1,211 @@
+#include "Schema/SchemaImpl.h"
+
+#include "Containers/ObjectListImpl.h"
+#include "Documents/JsonDocumentImpl.h"
+#include "Schema/LayerSchemaText.h"
+#include "Schema/SchemaWriter.h"
+#include "Text/MultiByteStringImpl.h"
+
+namespace Data {
+
+using Core::CheckNotNull;
+using Core::CheckOutPointer;
+using Core::Guarded;
+using Core::IErrorCode;
+using Core::IObject;
+using Core::Ptr;
+using Core::ValueType;
+using Interfaces::IAllowedValue;
+using Interfaces::IJsonDocument;
+using Interfaces::IObjectList;
+using Interfaces::ISchema;
+using Structures::_UUID;
+using Structures::_VARIANT;
+
+namespace {
+
+using Objects = std::vector<Ptr<IObject>>;
+
+attributes::AllowedValueList AllowedValuesOf(IObjectList& list) {
+  attributes::AllowedValueList values;
+  const std::uint64_t count = list.GetCount();
+  values.reserve(count);
+  for (std::uint64_t i = 0; i < count; ++i)
+    values.push_back(Core::CastToInterface<IAllowedValue>(list.GetAt(i)));
+  return values;
+}
+
+/// A column without width and decimals of its own.
+constexpr std::int32_t kNoLimit = -1;
+
+}  // namespace
+
+void SchemaImpl::SetTitle(const char* title) {
+  if (title) header_.title = title;
+}
+
+void SchemaImpl::SetDescription(const char* description) {
+  if (description) header_.description = description;
+}
+
+void SchemaImpl::SetIdentifierColumn(const char* name) {
+  header_.identifierColumn = name ? name : "";
+}
+
+Column& SchemaImpl::Ensure(std::string_view name) {
+  if (Column* column = columns_.Find(name)) return *column;
+  if (columns_.Count() == 0 && header_.identifierColumn.empty()) header_.identifierColumn = name;
+  return columns_.Add(name, Column());
+}
+
+const Column& SchemaImpl::Find(const char* name) {
+  CheckNotNull(name);
+  const Column* column = columns_.Find(name);
+  if (!column) Core::ThrowMissingKey();
+  return *column;
+}
+
+void SchemaImpl::Put(std::string_view name, Column column) {
+  Ensure(name).TakeOver(std::move(column));
+}
+
+bool SchemaImpl::GetColumnNames(IObjectList** out, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckOutPointer(out);
+    Objects names;
+    names.reserve(columns_.Count());
+    for (std::uint64_t i = 0; i < columns_.Count(); ++i)
+      names.emplace_back(impl::MultiByteStringImpl::FromUtf8(columns_.NameAt(i)));
+    *out = Core::MakePtr<impl::ObjectListImpl>(std::move(names)).Detach();
+  });
+}
+
+bool SchemaImpl::ClearAllowedValues(const char* name, IErrorCode** error) {
+  return Set<attributes::AllowedValues>(name, {}, error);
+}
+
+bool SchemaImpl::AddAllowedValue(const char* name, IAllowedValue* value, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(name);
+    CheckNotNull(value);
+    Ensure(name).Edit<attributes::AllowedValues>().emplace_back(value);
+  });
+}
+
+bool SchemaImpl::SetAllowedValues(const char* name, IObjectList* values, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(name);
+    auto list = values ? AllowedValuesOf(*values) : attributes::AllowedValueList();
+    Ensure(name).Set<attributes::AllowedValues>(std::move(list));
+  });
+}
+
+bool SchemaImpl::GetAllowedValues(const char* name, IObjectList** out, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckOutPointer(out);
+    const auto& values = Find(name).Get<attributes::AllowedValues>();
+    Objects objects(values.begin(), values.end());
+    *out = Core::MakePtr<impl::ObjectListImpl>(std::move(objects)).Detach();
+  });
+}
+
+bool SchemaImpl::SetDefaultValue(const char* name, const _VARIANT* value, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(name);
+    CheckNotNull(value);
+    Core::CheckDefined(*value);
+    Ensure(name).Set<attributes::DefaultValue>(Core::Variant(*value));
+  });
+}
+
+bool SchemaImpl::GetDefaultValue(const char* name, _VARIANT* out, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(out);
+    Core::CopyVariant(&Find(name).Get<attributes::DefaultValue>(), out);
+  });
+}
+
+bool SchemaImpl::AddColumn(const char* name, ValueType type, std::int32_t width,
+                           std::int32_t decimals, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(name);
+    Put(name, Column(NewColumn{name, type, width, decimals}));
+  });
+}
+
+bool SchemaImpl::AddColumnWithText(const char* name, const char* group, const char* displayName,
+                                   ValueType type, const char* description, const char* unit,
+                                   IErrorCode** error) {
+  return AddColumnFull(name, group, displayName, type, kNoLimit, kNoLimit, description, unit,
+                       error);
+}
+
+bool SchemaImpl::AddColumnFull(const char* name, const char* group, const char* displayName,
+                               ValueType type, std::int32_t width, std::int32_t decimals,
+                               const char* description, const char* unit, IErrorCode** error) {
+  return Guarded(error, [&] {
+    for (const char* text : {name, group, displayName, description, unit}) CheckNotNull(text);
+    Column column(NewColumn{name, type, width, decimals});
+    column.Set<attributes::Description>(description);
+    column.Set<attributes::Unit>(unit);
+    column.Set<attributes::Group>(group);
+    column.Set<attributes::DisplayName>(displayName);
+    Put(name, std::move(column));
+  });
+}
+
+bool SchemaImpl::ToJson(IJsonDocument** out, char indentCharacter, std::uint32_t indentCount,
+                        IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckOutPointer(out);
+    *out = WriteSchema(*this, {indentCharacter, indentCount}).Detach();
+  });
+}
+
+bool SchemaImpl::GetJsonSchema(IJsonDocument** out, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckOutPointer(out);
+    auto document = Core::MakePtr<impl::JsonDocumentImpl>();
+    document->SetContent(kLayerSchemaText.data(), kLayerSchemaText.size());
+    if (!document->IsValid())
+      throw std::runtime_error("Json schema is invalid: " + std::string(kLayerSchemaText));
+    *out = document.Detach();
+  });
+}
+
+bool SchemaImpl::CheckConsistency(IErrorCode** error) {
+  return Guarded(error, [&] {
+    for (std::uint64_t i = 0; i < columns_.Count(); ++i) {
+      const Column& column = columns_.ValueAt(i);
+      attributes::All::ForEach([&]<class A>(A) {
+        if constexpr (attributes::HasInitial<A>) column.Get<A>();
+      });
+    }
+  });
+}
+
+bool SchemaImpl::CloneWithUuid(const _UUID* uuid, ISchema** out, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(uuid);
+    CheckOutPointer(out);
+    SchemaHeader header = header_;
+    header.uuid = *uuid;
+    auto clone = Core::MakePtr<SchemaImpl>(std::move(header));
+    for (std::uint64_t i = 0; i < columns_.Count(); ++i)
+      clone->columns_.Add(columns_.NameAt(i), columns_.ValueAt(i));
+    *out = clone.Detach();
+  });
+}
+
+bool SchemaImpl::Clone(ISchema** out, IErrorCode** error) {
+  return CloneWithUuid(&header_.uuid, out, error);
+}
+
+bool SchemaImpl::GetUuid(_UUID* out, IErrorCode** error) {
+  return Guarded(error, [&] {
+    CheckNotNull(out);
+    *out = header_.uuid;
+  });
+}
+
+}  // namespace Data

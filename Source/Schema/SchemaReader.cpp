@@ -1,0 +1,194 @@
+#include "Schema/SchemaReader.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "Containers/AllowedValueImpl.h"
+#include "Documents/JsonReader.h"
+#include "Documents/JsonText.h"
+#include "Platform/Uuids.h"
+#include "Schema/SchemaMembers.h"
+#include "Schema/SchemaNames.h"
+#include "Schema/SchemaValidation.h"
+#include "Schema/SchemaValues.h"
+
+namespace Data {
+
+using Core::Ptr;
+using Core::ValueType;
+using impl::JsonTree;
+using impl::JsonValue;
+
+namespace {
+
+// -- Text to tree --
+
+/// Builds a tree and measures how deep it is.
+class NestingMeter : public rapidjson::BaseReaderHandler<> {
+ public:
+  explicit NestingMeter(JsonTree& tree) : tree_(tree) {}
+
+  std::size_t Deepest() const { return deepest_; }
+
+  bool Null() { return tree_.Null(); }
+  bool Bool(bool value) { return tree_.Bool(value); }
+  bool Int64(std::int64_t value) { return tree_.Int64(value); }
+  bool Uint64(std::uint64_t value) { return tree_.Uint64(value); }
+  bool Double(double value) { return tree_.Double(value); }
+  bool String(const char* text, std::size_t length, bool copy) {
+    return tree_.String(text, length, copy);
+  }
+  bool Key(const char* name, std::size_t length, bool copy) {
+    return tree_.Key(name, length, copy);
+  }
+  bool StartObject() { return Enter() && tree_.StartObject(); }
+  bool EndObject(std::size_t count) { return Leave() && tree_.EndObject(count); }
+  bool StartArray() { return Enter() && tree_.StartArray(); }
+  bool EndArray(std::size_t count) { return Leave() && tree_.EndArray(count); }
+
+ private:
+  bool Enter() {
+    deepest_ = std::max(deepest_, ++depth_);
+    return true;
+  }
+  bool Leave() {
+    --depth_;
+    return true;
+  }
+
+  JsonTree& tree_;
+  std::size_t depth_ = 0;
+  std::size_t deepest_ = 0;
+};
+
+/// @return false when the text is not JSON
+bool ReadTree(std::string_view text, JsonTree& tree) {
+  constexpr std::size_t kDeepest = 1000;
+  bool isJson = false;
+  std::size_t deepest = 0;
+  const auto read = [&](JsonTree& handler) {
+    NestingMeter meter(handler);
+    isJson = impl::ParseJson(text, meter);
+    deepest = meter.Deepest();
+    return isJson;
+  };
+  tree.Populate(read);
+  if (isJson && deepest > kDeepest)
+    throw std::runtime_error("The layer schema document is nested deeper than 1000 levels!");
+  return isJson;
+}
+
+/// The text of a document in the encoding that JSON is read in, a zero byte
+/// right behind it.
+std::string_view TextOf(Interfaces::IJsonDocument& document) {
+  Interfaces::IString* const content = document.GetContent();
+  if (!content) return "";
+  content->GetUtf8();
+  return impl::JsonTextOf(*content);
+}
+
+// -- Header --
+
+/// Braces around an identifier are optional.
+Structures::_UUID ReadUuid(std::string_view text) {
+  std::string digits(text);
+  if (text.size() >= 2 && text.starts_with('{') && text.ends_with('}'))
+    digits = text.substr(1, text.size() - 2);
+  Structures::_UUID uuid;
+  if (digits.size() != Platform::kUuidTextLength || !Platform::UuidFromText(digits.c_str(), uuid))
+    throw std::runtime_error("Invalid uuid format!" + std::string(text));
+  return uuid;
+}
+
+SchemaHeader ReadHeader(const JsonValue& header) {
+  SchemaHeader result;
+  result.uuid = ReadUuid(GetText(header, "uuid"));
+  result.title = GetText(header, "title");
+  result.description = GetText(header, "description");
+  result.identifierColumn = GetOptionalText(header, "identifierColumn");
+  result.version = AsInteger(GetMember(header, "version"), "version");
+  return result;
+}
+
+// -- Columns --
+
+AllowedValueTexts ReadAllowedTexts(const JsonValue& allowed) {
+  const auto text = [&](std::string_view key) {
+    return std::string(GetOptionalText(allowed, key));
+  };
+  return {text("displayName"), text("description"), text("category"), text("helpUri")};
+}
+
+Ptr<Interfaces::IAllowedValue> ReadAllowedValue(const JsonValue& allowed) {
+  const ValueType type = TypeOfName(GetText(allowed, "type"));
+  Core::Variant value = ReadValue(type, GetText(allowed, "value"));
+  return Core::MakePtr<AllowedValueImpl>(std::move(value),
+                                         ComparisonOfName(GetText(allowed, "comparison")),
+                                         ReadAllowedTexts(allowed));
+}
+
+// How the member of an attribute is read, by the attribute's type.
+
+void Read(const JsonValue& member, std::string_view key, const Column&, std::string& value) {
+  value = AsText(member, key);
+}
+void Read(const JsonValue& member, std::string_view key, const Column&, bool& value) {
+  value = AsFlag(member, key);
+}
+void Read(const JsonValue& member, std::string_view key, const Column& column,
+          Core::Variant& value) {
+  value = ReadValue(column.Get<attributes::Type>(), AsText(member, key));
+}
+void Read(const JsonValue& member, std::string_view key, const Column&,
+          attributes::AllowedValueList& values) {
+  const auto elements = AsArray(member, key).GetArray();
+  values.reserve(elements.Size());
+  for (const JsonValue& element : elements)
+    values.push_back(ReadAllowedValue(AsObject(element, key)));
+}
+
+template <class A>
+bool IsToBeRead(const JsonValue* member) {
+  if constexpr (A::kInDocument == InDocument::IfText) return member && member->IsString();
+  return member;
+}
+
+NewColumn ReadNewColumn(const JsonValue& column) {
+  using attributes::Decimals, attributes::Type, attributes::Width;
+  // Names are zero-terminated for every caller.
+  const std::string_view name = GetText(column, "name").data();
+  return {name, TypeOfName(GetText(column, Type::kKey)),
+          AsInteger(GetMember(column, Width::kKey), Width::kKey),
+          AsInteger(GetMember(column, Decimals::kKey), Decimals::kKey)};
+}
+
+void ReadColumn(const JsonValue& object, SchemaImpl& schema) {
+  const NewColumn added = ReadNewColumn(object);
+  Column column(added);
+  attributes::All::ForEach([&]<class A>(A) {
+    if constexpr (A::kInDocument == InDocument::Optional || A::kInDocument == InDocument::IfText) {
+      const JsonValue* member = FindMember(object, A::kKey);
+      if (IsToBeRead<A>(member)) Read(*member, A::kKey, column, column.Edit<A>());
+    }
+  });
+  schema.Put(added.name, std::move(column));
+}
+
+}  // namespace
+
+Ptr<SchemaImpl> ReadSchema(Interfaces::IJsonDocument& document) {
+  JsonTree tree;
+  if (!ReadTree(TextOf(document), tree) || !tree.IsObject()) return Core::MakePtr<SchemaImpl>();
+  const std::string violations = ViolationsOf(tree);
+  const JsonValue* header = FindMember(tree, "schema");
+  auto schema =
+      Core::MakePtr<SchemaImpl>(header ? ReadHeader(AsObject(*header, "schema")) : SchemaHeader());
+  schema->AppendLastError(violations);
+  if (const JsonValue* columns = FindMember(tree, "columns"))
+    for (const JsonValue& column : AsArray(*columns, "columns").GetArray())
+      ReadColumn(AsObject(column, "columns"), *schema);
+  return schema;
+}
+
+}  // namespace Data

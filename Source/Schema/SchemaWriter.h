@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+#include "Core/Ptr.h"
+#include "Data/Interfaces/IJsonDocument.h"
+
+namespace Data {
+
+struct SchemaImpl;
+
+struct Indentation {
+  char character;  ///< 0: four spaces, whatever the count
+  std::uint32_t count;
+};
+
+/// The schema as a layer schema document.
+/// @throws as `ISchema::ToJson` says
+Core::Ptr<Interfaces::IJsonDocument> WriteSchema(const SchemaImpl& schema, Indentation indentation);
+
+}  // namespace Data
