@@ -201,9 +201,10 @@ TEST(JsonSchema, TellsGoodDocumentsFromBadOnes) {
 }
 
 TEST(JsonSchema, OutPointerIsChecked) {
-  EXPECT_EQ(FailureOf([](Core::IErrorCode** error) { NewSchema()->GetJsonSchema(nullptr, error); }),
-            "Pointer to a pointer of struct Data::Interfaces::IJsonDocument must not be null! "
-            "Address of return must be specified!");
+  EXPECT_EQ(
+      Failure([](Core::IErrorCode** error) { return NewSchema()->GetJsonSchema(nullptr, error); }),
+      "Pointer to a pointer of struct Data::Interfaces::IJsonDocument must not be null! "
+      "Address of return must be specified!");
 }
 
 }  // namespace Data::tests

@@ -256,7 +256,7 @@ TEST(SchemaDocument, ReadsHeaderAndOptionalMembers) {
   EXPECT_FALSE(full->GetAllowAnyValue("c", nullptr));
   EXPECT_FALSE(full->GetVisible("c", nullptr));
   EXPECT_TRUE(full->GetDisplayAttribute("c", nullptr));
-  EXPECT_EQ(FailureOf([&](IErrorCode** error) { full->GetNullable("c", error); }), kMissing)
+  EXPECT_EQ(Failure([&](IErrorCode** error) { return full->GetNullable("c", error); }), kMissing)
       << "is written but not read";
 
   const auto odd = ParseSchema(ColumnDocument(

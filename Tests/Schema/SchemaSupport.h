@@ -8,7 +8,7 @@
 #include "Data/Exports.h"
 #include "Data/Interfaces/IAllowedValue.h"
 #include "Data/Interfaces/ISchema.h"
-#include "TestSupport.h"
+#include "VariantSupport.h"
 
 namespace Data::tests {
 
@@ -16,7 +16,6 @@ inline constexpr Structures::_UUID kSomeUuid = {
     0x6B29FC40, 0xCA47, 0x1067, {0xB3, 0x1D, 0x00, 0xDD, 0x01, 0x06, 0x62, 0xDA}};
 
 inline const char kMissing[] = "invalid unordered_map<K, T> key";
-inline const char kNullText[] = "Pointer of char must not be null!";
 
 inline Core::Ptr<Interfaces::ISchema> NewSchema() {
   Core::Ptr<Interfaces::ISchema> schema;
@@ -25,14 +24,6 @@ inline Core::Ptr<Interfaces::ISchema> NewSchema() {
       Data_CreateSchema(&kSomeUuid, "Roads", "All roads", schema.Receive(), error.Receive()))
       << MessageOf(error);
   return schema;
-}
-
-/// What a guarded operation fails with; "" for success.
-template <class Operation>
-std::string FailureOf(Operation&& operation) {
-  Core::Ptr<Core::IErrorCode> error;
-  operation(error.Receive());
-  return MessageOf(error);
 }
 
 inline Core::Ptr<Interfaces::IJsonDocument> JsonDocument(std::string_view text) {
