@@ -154,6 +154,69 @@ static void Identifiers(void) {
   CHECK(Data_NewUuid(&fresh) && memcmp(&fresh, &uuid, sizeof uuid) != 0);
 }
 
+extern bool Data_CreateEncodingInstanceBase64(Object** out, Object** error);
+extern bool Data_CreateEncodingInstanceBase64Url(Object** out, Object** error);
+
+static bool Holds(Object* array, const char* bytes, uint64_t count) {
+  return array && AT(array, 12, GetU64)(array) == count &&
+         memcmp(AT(array, 9, GetText)(array), bytes, count) == 0;
+}
+
+static void Encodings(void) {
+  static const struct {
+    bool (*create)(Object**, Object**);
+    const char* text;
+  } cases[] = {{Data_CreateEncodingInstanceBase64, "+/8="},
+               {Data_CreateEncodingInstanceBase64Url, "-_8"}};
+  for (unsigned i = 0; i < 2; ++i) {
+    Object *encoder = NULL, *bytes = NULL, *text = NULL, *back = NULL;
+    typedef bool (*Convert)(Object*, Object*, Object**, Object**);
+    CHECK(cases[i].create(&encoder, NULL) && Data_CreateArray(&bytes));
+    AT(bytes, 15, uint64_t(*)(Object*, const void*, uint64_t))(bytes, "\xfb\xff", 2);
+    CHECK(AT(encoder, 6, Convert)(encoder, bytes, &text, NULL));
+    CHECK(Holds(text, cases[i].text, strlen(cases[i].text)));
+    CHECK(AT(encoder, 7, Convert)(encoder, text, &back, NULL));
+    CHECK(Holds(back, "\xfb\xff", 2));
+    ReleaseLast(back);
+    ReleaseLast(text);
+    ReleaseLast(bytes);
+    ReleaseLast(encoder);
+  }
+}
+
+extern bool Data_CreateHashingInstanceMD5(Object** out, Object** error);
+extern bool Data_CreateHashingInstanceSha1(Object** out, Object** error);
+extern bool Data_CreateHashingInstanceSha2(uint32_t variant, Object** out, Object** error);
+extern bool Data_CreateHashingInstanceHmacSha2(uint32_t variant, Object* key, Object** out,
+                                               Object** error);
+
+/* Hashes "abc" and compares the digest's length and first bytes. */
+static void CheckDigest(Object* hash, uint64_t size, const char* start) {
+  Object* digest = NULL;
+  typedef bool (*Hash)(Object*, const void*, uint64_t, Object**, Object**);
+  CHECK(AT(hash, 6, Hash)(hash, "abc", 3, &digest, NULL));
+  CHECK(AT(digest, 12, GetU64)(digest) == size);
+  CHECK(memcmp(AT(digest, 9, GetText)(digest), start, 4) == 0);
+  ReleaseLast(digest);
+  ReleaseLast(hash);
+}
+
+static void Hashes(void) {
+  Object *hashes[4] = {NULL}, *none = NULL, *key = NULL, *error = NULL;
+  CHECK(Data_CreateArray(&key));
+  CHECK(Data_CreateHashingInstanceMD5(&hashes[0], NULL));
+  CHECK(Data_CreateHashingInstanceSha1(&hashes[1], NULL));
+  CHECK(Data_CreateHashingInstanceSha2(2, &hashes[2], NULL));
+  CHECK(Data_CreateHashingInstanceHmacSha2(0, key, &hashes[3], NULL));
+  CheckDigest(hashes[0], 16, "\x90\x01\x50\x98");
+  CheckDigest(hashes[1], 20, "\xa9\x99\x3e\x36");
+  CheckDigest(hashes[2], 64, "\xdd\xaf\x35\xa1");
+  CheckDigest(hashes[3], 32, "\xfd\x7a\xdb\x15");
+  CHECK(!Data_CreateHashingInstanceHmacSha2(7, key, &none, &error));
+  CheckError(error, "Hashing method is not supported!");
+  ReleaseLast(key);
+}
+
 /* -- Lists -- */
 
 extern bool Data_CreateObjectList(Object** out);
@@ -329,6 +392,8 @@ int main(void) {
       {"Array", Array},
       {"String", String},
       {"Identifiers", Identifiers},
+      {"Encodings", Encodings},
+      {"Hashes", Hashes},
       {"ObjectList", ObjectList},
       {"VariantList", VariantList},
       {"VariantDictionary", VariantDictionary},

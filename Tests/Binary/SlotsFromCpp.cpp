@@ -49,6 +49,11 @@ bool Data_ParseCsvWithSeparator(const char*, const char*, Object**, std::uint64_
 bool Data_ConvertTableToCsv(Object*, const char*, Object**, bool, Object**);
 std::uint32_t Data_DetectValueType(const char*, std::uint64_t);
 bool Data_CreateJsonDocument(Object**);
+bool Data_JsonToTable(Object*, Object**, Object**);
+bool Data_TableToJson(Object*, Object**, Object**);
+bool Data_TableRowToJson(Object*, Object**, Object**);
+bool Data_CreateSchema(const void*, const char*, const char*, Object**, Object**);
+bool Data_ParseSchema(Object*, Object**, Object**);
 }
 
 namespace {
@@ -235,6 +240,20 @@ TEST(SlotsFromCpp, CsvInItsOtherModes) {
   EXPECT_EQ(Data_DetectValueType("-1e5", 4), kDouble);
 }
 
+TEST(SlotsFromCpp, TablesAndJson) {
+  Owned table, json, row, back, compact;
+  ASSERT_TRUE(Data_ParseCsv(kCsv, sizeof kCsv - 1, table.Out(), nullptr));
+  ASSERT_TRUE(Data_TableToJson(table, json.Out(), nullptr));
+  EXPECT_TRUE(Call<bool>(json, 10));
+  EXPECT_EQ(TextOf(Call<Object*>(json, 7)).substr(0, 24), R"([{"name":"Ada","height":)");
+  EXPECT_TRUE(Data_TableRowToJson(Call<Object*>(table, 17, std::int64_t{1}), row.Out(), nullptr));
+  EXPECT_TRUE(Call<bool>(row, 8, compact.Out(), static_cast<Object**>(nullptr)));
+  EXPECT_EQ(TextOf(compact), R"({"name":"Bob","height":2,"born":null})");
+  EXPECT_TRUE(Data_JsonToTable(json, back.Out(), nullptr));
+  EXPECT_EQ(Call<std::int64_t>(back, 19), 2);
+  EXPECT_FALSE(Call<bool>(json, 9, static_cast<Object*>(row)));
+}
+
 TEST(SlotsFromCpp, Documents) {
   const struct {
     bool (*create)(Object**);
@@ -256,6 +275,29 @@ TEST(SlotsFromCpp, Documents) {
     EXPECT_EQ(TextOf(Call<Object*>(document, 7)), c.valid);
     EXPECT_EQ(Call<bool>(document, c.equals, static_cast<Object*>(document)), c.equalsItself);
   }
+}
+
+TEST(SlotsFromCpp, Schema) {
+  const std::uint8_t uuid[16] = {1, 2, 3};
+  std::uint8_t copied[16] = {};
+  Owned schema, json, again, names, error;
+  ASSERT_TRUE(Data_CreateSchema(uuid, "roads", "of the town", schema.Out(), nullptr));
+  EXPECT_STREQ(Call<const char*>(schema, 11), "roads");
+  EXPECT_TRUE(Call<bool>(schema, 53, "lanes", std::uint32_t{kInt32}, std::int32_t{2},
+                         std::int32_t{0}, error.Out()));
+  EXPECT_EQ(Call<std::uint64_t>(schema, 16), 1u);
+  EXPECT_TRUE(Call<bool>(schema, 33, "lanes", std::int32_t{3}, error.Out()));
+  EXPECT_EQ(Call<std::int32_t>(schema, 34, "lanes", error.Out()), 3);
+  EXPECT_STREQ(Call<const char*>(schema, 44, "lanes", error.Out()), "Attribute Properties");
+  EXPECT_STREQ(Call<const char*>(schema, 64), "lanes");
+  EXPECT_TRUE(Call<bool>(schema, 15, names.Out(), error.Out()));
+  EXPECT_TRUE(Call<bool>(schema, 61, copied, error.Out()));
+  EXPECT_EQ(copied[2], 3);
+  EXPECT_TRUE(Call<bool>(schema, 56, json.Out(), ' ', std::uint32_t{2}, error.Out()));
+  EXPECT_TRUE(Data_ParseSchema(json, again.Out(), error.Out())) << MessageOf(error);
+  EXPECT_EQ(Call<std::int32_t>(again, 34, "lanes", error.Out()), 3);
+  EXPECT_EQ(Call<std::int32_t>(again, 34, "other", error.Out()), 0);
+  EXPECT_EQ(MessageOf(error), "invalid unordered_map<K, T> key");
 }
 
 }  // namespace

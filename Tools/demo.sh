@@ -1,0 +1,26 @@
+#!/bin/bash
+# Shows the library at work: a real CSV file becomes a typed table and JSON.
+# Installs by name what a Debian 12 machine lacks for that, and builds the release.
+set -eu
+cd "$(dirname "$0")/.."
+export LC_ALL=C.UTF-8
+. Tools/packages.sh
+
+csv=Examples/Data/seattle-weather.csv
+json=build/seattle-weather.json
+
+# shellcheck disable=SC2086  # the list is words
+install_packages $BUILD_PACKAGES
+mkdir -p build/logs
+echo "Building the release (the output goes to build/logs/demo.log) ..."
+{ cmake --preset release && cmake --build --preset release --target CsvToJson; } >build/logs/demo.log 2>&1 ||
+  { tail -n 40 build/logs/demo.log; exit 1; }
+
+echo
+echo "$csv as a table:"
+build/release/bin/CsvToJson "$csv" --preview 5 --output "$json"
+
+echo
+echo "$json ($(wc -c <"$json") bytes) begins:"
+head -c 400 "$json"
+echo " ..."
