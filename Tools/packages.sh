@@ -2,7 +2,8 @@
 
 BUILD_PACKAGES="g++ cmake ninja-build rapidjson-dev librapidxml-dev libssl-dev libcli11-dev googletest"
 WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix wine64"
-CHECK_PACKAGES="clang clang-format clang-tidy python3"
+CHECK_PACKAGES="clang clang-format clang-tidy libbenchmark-dev python3"
+BENCHMARK_PACKAGES="libbenchmark-dev python3-pandas"
 
 # install_packages NAME...: installs the ones that are missing, as root or with sudo.
 install_packages() {
