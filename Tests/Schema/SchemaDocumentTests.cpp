@@ -383,7 +383,7 @@ TEST(SchemaDocument, NestingIsLimited) {
   };
   OnSmallStack([&] {
     EXPECT_EQ(ParseSchema(nested(1000))->GetVersion(), 3);
-    for (const std::size_t levels : {1001, 100'000}) {
+    for (const std::size_t levels : {1001u, 100'000u}) {
       std::string failure;
       EXPECT_FALSE(ParseSchema(nested(levels), failure));
       EXPECT_EQ(failure, "The layer schema document is nested deeper than 1000 levels!");

@@ -55,7 +55,7 @@ std::string Hexadecimal(IArray& array) {
   const auto* bytes = static_cast<const std::uint8_t*>(array.GetData());
   std::string text;
   for (std::uint64_t i = 0; i < array.GetCount(); ++i)
-    for (const unsigned digit : {bytes[i] >> 4, bytes[i] & 0xF}) text += "0123456789abcdef"[digit];
+    for (const int digit : {bytes[i] >> 4, bytes[i] & 0xF}) text += "0123456789abcdef"[digit];
   return text;
 }
 
