@@ -43,11 +43,11 @@ constexpr Base64Alphabet MakeBase64Alphabet(std::string_view characters, bool is
   // Letters and digits first, then the two others: either the last character or
   // the one before it shares its high half with none of these.
   for (int value = 0; value < 63; ++value) {
-    const int c = characters[static_cast<unsigned>(value)];
+    const int c = static_cast<unsigned char>(characters[static_cast<unsigned>(value)]);
     alphabet.valueOffsets[static_cast<unsigned>(c >> 4)] = static_cast<std::int8_t>(value - c);
   }
   constexpr int kFreePlace = 1;  // of control characters
-  const int last = characters[63];
+  const int last = static_cast<unsigned char>(characters[63]);
   alphabet.valueOffsets[kFreePlace] = static_cast<std::int8_t>(63 - last);
   alphabet.lastShift = static_cast<std::int8_t>(kFreePlace - (last >> 4));
   return alphabet;

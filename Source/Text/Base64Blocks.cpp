@@ -45,7 +45,7 @@ namespace {
     const __m256i range = _mm256_or_si256(_mm256_subs_epu8(values, _mm256_set1_epi8(51)),
                                           _mm256_and_si256(isUpper, _mm256_set1_epi8(13)));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(out),
-                        _mm256_add_epi8(values, _mm256_shuffle_epi8(offsets, range)));
+                        _mm256_adds_epi8(values, _mm256_shuffle_epi8(offsets, range)));
   }
   return done;
 }
@@ -74,8 +74,8 @@ namespace {
       break;
     const __m256i isLast = _mm256_cmpeq_epi8(block, _mm256_set1_epi8(alphabet.characters[63]));
     const __m256i place =
-        _mm256_add_epi8(high, _mm256_and_si256(isLast, _mm256_set1_epi8(alphabet.lastShift)));
-    const __m256i values = _mm256_add_epi8(block, _mm256_shuffle_epi8(offsets, place));
+        _mm256_adds_epi8(high, _mm256_and_si256(isLast, _mm256_set1_epi8(alphabet.lastShift)));
+    const __m256i values = _mm256_adds_epi8(block, _mm256_shuffle_epi8(offsets, place));
     // Twelve bits of each pair, then 24 of each group.
     const __m256i pairs = _mm256_maddubs_epi16(values, _mm256_set1_epi32(0x01400140));
     const __m256i groups = _mm256_madd_epi16(pairs, _mm256_set1_epi32(0x00011000));
