@@ -6,19 +6,9 @@
 #include <cstring>
 #include <string_view>
 
-#include "Data/Interfaces/IString.h"
+#include "Documents/DocumentText.h"
 
 namespace Data::impl {
-
-/// The content of a document as its parser sees it: the stored bytes up to the
-/// first zero byte, which stands right behind the result.
-inline std::string_view ZeroTerminatedText(Interfaces::IString& content) {
-  const auto* data = static_cast<const char*>(content.GetData());
-  const void* end = data ? std::memchr(data, '\0', content.GetSize()) : nullptr;
-  return end ? std::string_view(data,
-                                static_cast<std::size_t>(static_cast<const char*>(end) - data))
-             : std::string_view("");
-}
 
 /// As `ZeroTerminatedText`, behind the byte-order mark. Each byte of the mark is
 /// skipped on its own, so that a part of one does no harm either.

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 #include <utility>
 
 #include "Core/ObjectBase.h"
 #include "Core/Ptr.h"
-#include "Data/Interfaces/IString.h"
+#include "Documents/DocumentText.h"
 #include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
@@ -47,16 +46,6 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
   Core::Ptr<Interfaces::IString> content_;
   bool isValid_ = false;
 };
-
-/// The content of any document.
-/// @throws std::runtime_error "Null pointer exception! Interface is not
-///         accessible: struct Data::Interfaces::IString" without content
-template <class Interface>
-Interfaces::IString& ContentOf(Interface& document) {
-  Interfaces::IString* const content = document.GetContent();
-  if (!content) Core::ThrowNullInterface<Interfaces::IString>();
-  return *content;
-}
 
 /// Whether two documents are valid and `areEqual` says so; what it throws counts as false.
 template <class Interface, class AreEqual>

@@ -48,7 +48,10 @@ bool Data_ParseCsvWithErrors(const char*, Object**, Object**, std::uint64_t, std
 bool Data_ParseCsvWithSeparator(const char*, const char*, Object**, std::uint64_t, Object**);
 bool Data_ConvertTableToCsv(Object*, const char*, Object**, bool, Object**);
 std::uint32_t Data_DetectValueType(const char*, std::uint64_t);
+bool Data_CreateHtmlDocument(Object**);
 bool Data_CreateJsonDocument(Object**);
+bool Data_CreateRtfDocument(Object**);
+bool Data_CreateXmlDocument(Object**);
 bool Data_JsonToTable(Object*, Object**, Object**);
 bool Data_TableToJson(Object*, Object**, Object**);
 bool Data_TableRowToJson(Object*, Object**, Object**);
@@ -262,6 +265,9 @@ TEST(SlotsFromCpp, Documents) {
     bool equalsItself;
   } cases[] = {
       {Data_CreateJsonDocument, "[ 1 ]", "[ 1", 9, true},
+      {Data_CreateXmlDocument, "<a/>", "<a>", 8, true},
+      {Data_CreateHtmlDocument, "<!DOCTYPE html>", "<html>", 8, false},
+      {Data_CreateRtfDocument, "{\\rtf1}", "{\\rtf}", 8, false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.valid);
