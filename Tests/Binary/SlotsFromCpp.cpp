@@ -57,6 +57,8 @@ bool Data_TableToJson(Object*, Object**, Object**);
 bool Data_TableRowToJson(Object*, Object**, Object**);
 bool Data_CreateSchema(const void*, const char*, const char*, Object**, Object**);
 bool Data_ParseSchema(Object*, Object**, Object**);
+bool Data_CreateRtfDocument(Object**);
+bool Data_CreateXmlDocument(Object**);
 }
 
 namespace {
