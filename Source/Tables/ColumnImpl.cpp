@@ -1,5 +1,6 @@
 #include "Tables/ColumnImpl.h"
 
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,12 @@ using Structures::_VARIANT;
 ColumnImpl::ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* header,
                        std::int32_t index)
     : name_(std::move(name)), table_(table), header_(header), index_(index) {}
+
+ColumnImpl* ColumnImpl::Of(IColumn* column) {
+  // Only this library makes columns, so there is no other class to ask for.
+  return column && typeid(*column) == typeid(ColumnImpl) ? static_cast<ColumnImpl*>(column)
+                                                         : nullptr;
+}
 
 TableImpl& ColumnImpl::Table() const {
   if (!table_) Core::ThrowNullInterface<ITable>();

@@ -41,6 +41,9 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
 
   // -- For the rest of the library --
 
+  /// The column behind an interface; null for null and for any other object.
+  static ColumnImpl* Of(Interfaces::IColumn* column);
+
   const std::string& Name() const { return name_; }
   void Rename(std::string name) { name_ = std::move(name); }
 

@@ -96,9 +96,7 @@ ColumnImpl& RowImpl::NamedColumn(const char* name) const {
 
 ColumnImpl& RowImpl::OwnColumn(IColumn* column) const {
   if (!column) Core::ThrowCannotBeNull();
-  if (!column->BelongsTo(&Table()))
-    throw std::runtime_error("Column does not belong to the current table!");
-  return static_cast<ColumnImpl&>(*column);
+  return Table().OwnColumn(column);
 }
 
 _VARIANT& RowImpl::Cell(const ColumnImpl& column) {

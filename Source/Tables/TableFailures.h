@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "Core/Failures.h"
+#include "Core/Ptr.h"
 #include "Data/Structures/Variant.h"
 
 /// The failures that several classes of the table model raise.
@@ -25,10 +26,11 @@ namespace Data::impl {
   throw std::runtime_error("Error while setting cell value");
 }
 
-/// Rejects a null object where one of an interface is needed.
+/// Rejects a null object where one of an interface is needed, and an object
+/// that has not got it.
 template <class Interface>
 void CheckInterface(Interface* object) {
-  if (!object) Core::ThrowNullInterface<Interface>();
+  Core::WeakPtr<Interface>(object).Checked();
 }
 
 /// Rejects a null array of values, unless it is empty.

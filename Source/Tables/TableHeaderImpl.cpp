@@ -22,7 +22,8 @@ IColumn* TableHeaderImpl::GetColumn(std::int32_t index, Core::IErrorCode** error
 
 bool TableHeaderImpl::Contains(IColumn* column) {
   CheckInterface(column);
-  return Find(column->GetName()) == column;
+  const ColumnImpl* searched = ColumnImpl::Of(column);
+  return searched && Find(searched->Name()) == searched;
 }
 
 bool TableHeaderImpl::HasColumn(const char* name) {

@@ -71,10 +71,16 @@ void TableImpl::DropColumn(ColumnImpl& column) {
 
 void TableImpl::OnColumnAdded(IColumn* column) {
   CheckInterface(column);
-  if (!column->BelongsTo(this))
-    throw std::runtime_error("Column does not belong to the current table!");
+  const ColumnImpl& added = OwnColumn(column);
   MakeRoomForCell();
-  InsertCells(static_cast<std::size_t>(column->GetIndex()));
+  InsertCells(static_cast<std::size_t>(added.Index()));
+}
+
+ColumnImpl& TableImpl::OwnColumn(IColumn* column) const {
+  ColumnImpl* own = ColumnImpl::Of(column);
+  if (!own || !own->IsOf(this))
+    throw std::runtime_error("Column does not belong to the current table!");
+  return *own;
 }
 
 void TableImpl::MakeRoomForCell() {
@@ -138,14 +144,14 @@ void TableImpl::ClearIndexes() {
 
 bool TableImpl::BuildIndex(std::uint8_t ignoreNulls, IColumn* column, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    if (!column || !column->BelongsTo(this)) throw std::runtime_error("Invalid column!");
-    auto& indexed = static_cast<ColumnImpl&>(*column);
-    auto index = std::make_unique<UniqueIndex>(indexed, ignoreNulls != 0, RowCount());
+    ColumnImpl* indexed = ColumnImpl::Of(column);
+    if (!indexed || !indexed->IsOf(this)) throw std::runtime_error("Invalid column!");
+    auto index = std::make_unique<UniqueIndex>(*indexed, ignoreNulls != 0, RowCount());
     for (const auto& row : rows_)
       if (!index->Add(*row.Get()))
         throw std::runtime_error("Index can be build only on top of unique values!");
     index_ = std::move(index);
-    header_->SetIndexColumn(&indexed);
+    header_->SetIndexColumn(indexed);
   });
 }
 
@@ -165,28 +171,37 @@ IRow* TableImpl::FindRow(const _VARIANT* key) {
   return index_->Find(*key);
 }
 
-RowImpl* TableImpl::FindFirst(const ColumnImpl& column, const _VARIANT& key) const {
-  if (IsIndexed(column) && index_->Covers(key)) return index_->Find(key);
+template <class Visit>
+void TableImpl::ForEachMatch(const ColumnImpl& column, const _VARIANT& key, Visit&& visit) const {
+  if (IsIndexed(column) && index_->Covers(key)) {
+    if (RowImpl* row = index_->Find(key)) visit(*row);
+    return;
+  }
   const SearchKey searched(key);
   for (const auto& row : rows_)
-    if (searched.Matches(row->Cell(column))) return row.Get();
-  return nullptr;
+    if (searched.Matches(row->Cell(column)) && !visit(*row)) return;
+}
+
+RowImpl* TableImpl::FindFirst(const ColumnImpl& column, const _VARIANT& key) const {
+  RowImpl* first = nullptr;
+  ForEachMatch(column, key, [&](RowImpl& row) {
+    first = &row;
+    return false;
+  });
+  return first;
 }
 
 bool TableImpl::FindRows(const char* column, const _VARIANT* key, IObjectList** out,
                          Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    const ColumnImpl& existing = ExistingColumn(column);
+    const ColumnImpl& searched = ExistingColumn(column);
     CheckNotNull(key);
     const auto found = Core::MakePtr<ObjectListImpl>();
-    if (IsIndexed(existing) && index_->Covers(*key)) {
-      if (RowImpl* row = index_->Find(*key)) found->Add(row);
-    } else {
-      const SearchKey searched(*key);
-      for (const auto& row : rows_)
-        if (searched.Matches(row->Cell(existing))) found->Add(row.Get());
-    }
+    ForEachMatch(searched, *key, [&](RowImpl& row) {
+      found->Add(&row);
+      return true;
+    });
     *out = Ptr<IObjectList>(found).Detach();
   });
 }

@@ -73,6 +73,9 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   std::size_t ColumnCount() const { return header_->ColumnCount(); }
   /// The column at a position. Throws "Column index out of range ...".
   ColumnImpl& ColumnAt(std::int64_t index) const { return header_->ColumnAt(index); }
+  /// A column given as an object. Throws "Column does not belong to the current
+  /// table!".
+  ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
   /// The column of that name, added at the end if there is none yet.
   ColumnImpl& AddNamedColumn(std::string_view name);
 
@@ -115,6 +118,10 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   void CheckInsertPosition(std::int64_t index) const;
   RowImpl& RowAtAddress(std::int64_t row, std::int32_t column) const;
   ColumnImpl& ExistingColumn(const char* name) const;
+  /// Calls `visit` with the rows whose cell equals the key, in order, until it
+  /// returns false.
+  template <class Visit>
+  void ForEachMatch(const ColumnImpl& column, const _VARIANT& key, Visit&& visit) const;
 
   Core::Ptr<TableHeaderImpl> header_;
   std::vector<Core::Ptr<RowImpl>> rows_;

@@ -228,6 +228,7 @@ bool MergeInto(ITable** out, Core::IErrorCode** error, ITable& left, ITable* rig
                const std::vector<KeyNames>& keys, MergeMode mode) {
   return Core::Guarded(error, [&] {
     Core::CheckNotNull(right);
+    CheckInterface(right);
     Core::CheckOutPointer(out);
     *out = MergeTables(left, *right, keys, mode).Detach();
   });

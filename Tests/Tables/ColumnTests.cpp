@@ -41,7 +41,7 @@ TEST(Column, RenamingKeepsItsPlaceAndCells) {
     const char* error;
     const char* names;
   } cases[] = {
-      {nullptr, kNullName, "a b"},
+      {nullptr, kNullText, "a b"},
       {"b", "Column with name [b] already exists!", "a b"},
       {"a", "Column with name [a] already exists!", "a b"},
       {"a much longer name than before", "", "a much longer name than before b"},

@@ -127,8 +127,8 @@ TEST(TableMerge, FailuresAreReported) {
   EXPECT_EQ(merge(right.Get(), "a", "a"), "");
   EXPECT_EQ(merge(right.Get(), "r", "r"), "Left table does not contain column r");
   EXPECT_EQ(merge(right.Get(), "l", "l"), "Right table does not contain column l");
-  EXPECT_EQ(merge(right.Get(), nullptr, "a"), kNullName);
-  EXPECT_EQ(merge(right.Get(), "a", nullptr), kNullName);
+  EXPECT_EQ(merge(right.Get(), nullptr, "a"), kNullText);
+  EXPECT_EQ(merge(right.Get(), "a", nullptr), kNullText);
   EXPECT_EQ(merge(nullptr, "a", "a"),
             "Pointer of struct Data::Interfaces::ITable must not be null!");
   EXPECT_EQ(merge(odd.Get(), "a", "a"), "Must be string, json or xml!") << "keys without a hash";

@@ -19,7 +19,6 @@ using Cells = std::vector<Core::Variant>;
 
 inline const char* const kNullTable =
     "Null pointer exception! Interface is not accessible: struct Data::Interfaces::ITable";
-inline const char* const kNullName = "Pointer of char must not be null!";
 inline const char* const kMissingName = "invalid unordered_map<K, T> key";
 
 /// A value as an argument; good until the end of the statement.

@@ -236,17 +236,17 @@ TEST(Table, FailuresNameThePositionAndChangeNothing) {
     std::function<void()> operation;
     std::string error;
   } cases[] = {
-      {[&] { t->AddColumn(nullptr); }, kNullName},
-      {[&] { t->InsertColumn(nullptr, 0); }, kNullName},
+      {[&] { t->AddColumn(nullptr); }, kNullText},
+      {[&] { t->InsertColumn(nullptr, 0); }, kNullText},
       {[&] { t->InsertColumn("d", -1); }, "Column index < 0 [-1]!"},
       {[&] { t->InsertColumn("d", 4); }, "Column index out of range [4/3]!"},
       {[&] { t->RemoveColumn("d"); }, "Column d does not exists"},
-      {[&] { t->RemoveColumn(nullptr); }, kNullName},
+      {[&] { t->RemoveColumn(nullptr); }, kNullText},
       {[&] { t->RemoveColumnAt(3); }, "Column index out of range [3/3]!"},
       {[&] { t->GetColumn(-1); }, "Column index out of range [-1/3]!"},
       {[&] { t->GetColumnByName("d"); }, kMissingName},
-      {[&] { t->GetColumnByName(nullptr); }, kNullName},
-      {[&] { t->HasColumn(nullptr); }, kNullName},
+      {[&] { t->GetColumnByName(nullptr); }, kNullText},
+      {[&] { t->HasColumn(nullptr); }, kNullText},
       {[&] { t->GetCellAt(3, 0); }, "Index out of range (3, 0) [3, 3]!"},
       {[&] { t->GetCellAt(0, -1); }, "Index out of range (0, -1) [3, 3]!"},
       {[&] { t->SetCellAt(0, 3, &value); }, "Index out of range (0, 3) [3, 3]!"},
@@ -285,6 +285,37 @@ TEST(Table, FailuresNameThePositionAndChangeNothing) {
   EXPECT_EQ(TextOf(*t), "1|x| 2|y| 3|z|");
   EXPECT_EQ(NamesOf(*t), "a b c");
   EXPECT_THROW(t->GetColumnByName("d"), std::out_of_range);
+}
+
+TEST(Table, ObjectsOfAnotherInterfaceAreRefused) {
+  const auto table = ThreeRows();
+  ITable* const t = table.Get();
+  auto* const row = reinterpret_cast<IRow*>(t);
+  auto* const column = reinterpret_cast<IColumn*>(t);
+  auto* const dictionary = reinterpret_cast<Interfaces::IVariantDictionary*>(t);
+  auto* const right = reinterpret_cast<ITable*>(t->GetRow(0));
+  const Variant value(1);
+  Ptr<ITable> merged;
+  Ptr<IErrorCode> error;
+  const std::string invalid = "Memory address [";
+  const std::string foreign = "Column does not belong to the current table!";
+  const struct {
+    std::function<void()> operation;
+    std::string error;
+  } cases[] = {
+      {[&] { t->AddRowCopy(row); }, invalid},
+      {[&] { t->InsertRowCopy(0, row); }, invalid},
+      {[&] { t->AddRowFromDictionary(dictionary); }, invalid},
+      {[&] { t->OnColumnAdded(column); }, invalid},
+      {[&] { t->GetHeader()->Contains(column); }, invalid},
+      {[&] { t->GetRow(0)->SetCellOfColumn(column, &value); }, foreign},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ThrownBy(c.operation).substr(0, c.error.size()), c.error);
+  EXPECT_FALSE(t->BuildIndex(0, column, error.Receive()));
+  EXPECT_EQ(MessageOf(error), "Invalid column!");
+  EXPECT_FALSE(t->Merge(right, "a", Structures::MergeMode::All, merged.Receive(), error.Receive()));
+  EXPECT_EQ(MessageOf(error).substr(0, invalid.size()), invalid);
+  EXPECT_EQ(TextOf(*t), "1|x| 2|y| 3|z|");
 }
 
 TEST(Table, ListsItsRows) {
