@@ -84,6 +84,17 @@ std::uint32_t ReferencesTo(const Core::Ptr<Interface>& object) {
   return object->Release();
 }
 
+inline Core::Variant Date(const char* iso8601) {
+  Core::Ptr<Interfaces::IDateTime> date;
+  EXPECT_TRUE(Data_CreateDateTimeFromIso8601(iso8601, date.Receive(), nullptr)) << iso8601;
+  return Core::Variant(std::move(date));
+}
+inline Core::Variant Json(std::string_view text) {
+  const auto document = New(Data_CreateJsonDocument);
+  document->SetContent(text.data(), text.size());
+  return Core::Variant(document);
+}
+
 /// The result of an operation as text (the shortest one for a double), or what
 /// it throws.
 template <class Operation>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -20,6 +21,17 @@ void CheckLength(std::uint64_t length, const std::vector<std::uint8_t>& bytes) {
   if (length > bytes.max_size()) throw std::length_error("vector too long");
 }
 
+/// The source may lie in these very bytes, which growth moves.
+void AppendBytes(std::vector<std::uint8_t>& bytes, const std::uint8_t* source,
+                 std::uint64_t length) {
+  const std::size_t size = bytes.size();
+  const std::uint8_t* const begin = bytes.data();
+  const bool isOwn = std::greater_equal<>()(source, begin) && std::less<>()(source, begin + size);
+  const std::size_t position = isOwn ? static_cast<std::size_t>(source - begin) : 0;
+  bytes.resize(size + length);
+  std::memmove(bytes.data() + size, isOwn ? bytes.data() + position : source, length);
+}
+
 }  // namespace
 
 ArrayImpl::ArrayImpl(std::vector<std::uint8_t> bytes)
@@ -29,6 +41,7 @@ void ArrayImpl::SetData(const void* source, std::uint64_t stride, std::uint64_t 
   const std::uint64_t length = CheckedProduct(stride, count);
   CheckLength(length, bytes_);
   if (length != 0) {
+    Core::CheckNotNull(source);
     // A copy first: the source may lie in this very buffer.
     const auto* first = static_cast<const std::uint8_t*>(source);
     bytes_ = std::vector<std::uint8_t>(first, first + length);
@@ -59,7 +72,10 @@ void* ArrayImpl::GetPointer(std::uint64_t offset, std::uint64_t size, Core::IErr
 std::uint64_t ArrayImpl::Write(std::uint64_t offset, const void* source, std::uint64_t length) {
   const std::uint64_t size = bytes_.size();
   const std::uint64_t overwritten = std::min(size - offset, length);
-  if (offset < size && overwritten != 0) std::memmove(bytes_.data() + offset, source, overwritten);
+  if (offset < size && overwritten != 0) {
+    Core::CheckNotNull(source);
+    std::memmove(bytes_.data() + offset, source, overwritten);
+  }
   if (overwritten == length) return offset + length;
   return Append(static_cast<const std::uint8_t*>(source) + overwritten, length - overwritten);
 }
@@ -69,8 +85,7 @@ std::uint64_t ArrayImpl::Append(const void* source, std::uint64_t length) {
   if (length != 0) {
     const std::uint64_t size = bytes_.size();
     if (length > bytes_.max_size() - size) throw std::length_error("vector too long");
-    const auto* first = static_cast<const std::uint8_t*>(source);
-    bytes_.insert(bytes_.end(), first, first + length);
+    AppendBytes(bytes_, static_cast<const std::uint8_t*>(source), length);
   }
   count_ += length;
   stride_ = 1;

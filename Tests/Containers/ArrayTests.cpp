@@ -76,6 +76,27 @@ TEST(Array, AppendOfNullSetsTheStrideAlone) {
   EXPECT_EQ(array->GetStride(), 1u);
 }
 
+TEST(Array, BytesThatMustBeThereMayNotBeNull) {
+  const auto array = ArrayOf("abcd", 4, 1);
+  const char* const nullBytes = "Pointer of void must not be null!";
+  EXPECT_EQ(ThrownBy([&] { array->SetData(nullptr, 1, 5); }), nullBytes);
+  EXPECT_EQ(ThrownBy([&] { array->Write(2, nullptr, 5); }), nullBytes);
+  EXPECT_EQ(array->Write(9, nullptr, 5), 14u) << "beyond the end none are read";
+  EXPECT_EQ(array->Write(4, nullptr, 5), 1u) << "at the end it is an append of nothing";
+  EXPECT_EQ(std::memcmp(array->GetData(), "abcd", 4), 0);
+  array->SetData(nullptr, 4, 0);
+  EXPECT_EQ(array->GetSize(), 0u);
+}
+
+TEST(Array, MayBeFilledFromItself) {
+  const auto array = ArrayOf("abcd", 1, 4);
+  for (int i = 0; i < 8; ++i) array->Append(array->GetData(), array->GetCount());
+  EXPECT_EQ(array->GetCount(), 1024u);
+  EXPECT_EQ(std::memcmp(array->GetPointer(1020, 4, nullptr), "abcd", 4), 0);
+  array->SetData(array->GetPointer(2, 4, nullptr), 2, 2);
+  EXPECT_EQ(std::memcmp(array->GetData(), "cdab", 4), 0);
+}
+
 TEST(Array, ImpossibleSizesThrow) {
   const auto array = ArrayOf("abcd", 1, 4);
   EXPECT_EQ(ThrownBy([&] { array->Resize(UINT64_MAX, 1); }), "vector too long");

@@ -167,6 +167,37 @@ TEST(VariantComparison, OfObjects) {
   });
 }
 
+TEST(VariantComparison, OfDatesAndDocuments) {
+  const Variant date = Date("2024-01-01T00:00:00Z"), document = Json("[1]");
+  Check({
+      {"by time", date, Date("2024-01-01T00:00:00.001Z"), "-1", "1"},
+      {"equal times", date, Date("2024-01-01T00:00:00Z"), "0", "0"},
+      {"before 1601", Date("1600-01-01T00:00:00Z"), date, "-1", "1"},
+      {"one date", date, date, "0", "0"},
+      {"a null date", date, NullReference(ValueType::DateTime), NullValues("DateTime", "DateTime"),
+       NullValues("DateTime", "DateTime")},
+      {"a date and its text", date, "2024-01-01T00:00:00Z", Mismatch("DateTime", "String"),
+       Mismatch("String", "DateTime")},
+      {"another object", Reference(ValueType::DateTime, New(Data_CreateArray)), date,
+       "Object does not implement Interfaces::IDateTime interface!",
+       "Object does not implement Interfaces::IDateTime interface!"},
+      {"equal values", Json("{\"a\":1,\"b\":2}"), Json("{ \"b\": 2, \"a\": 1.0 }"), "0", "0"},
+      {"else the longer text is greater", Json("[9]"), Json("[1,2]"), "-1", "1"},
+      {"of one length by bytes, with case", Json("[\"a\"]"), Json("[\"B\"]"), "1", "-1"},
+      {"invalid ones of one text", Json("["), Json("["), "0", "0"},
+      {"without content", Variant(New(Data_CreateJsonDocument)), document, "-1", "1"},
+      {"two without", Variant(New(Data_CreateJsonDocument)), Variant(New(Data_CreateJsonDocument)),
+       "0", "0"},
+      {"one document", document, document, "0", "0"},
+      {"a document and its text", document, "[1]", Mismatch("JsonDocument", "String"),
+       Mismatch("String", "JsonDocument")},
+      {"a document that says it is XML", Reference(ValueType::XmlDocument, New(Data_CreateArray)),
+       Reference(ValueType::XmlDocument, New(Data_CreateArray)),
+       "Object does not implement Interfaces::IXmlDocument interface!",
+       "Object does not implement Interfaces::IXmlDocument interface!"},
+  });
+}
+
 TEST(VariantComparison, OfAddresses) {
   const char* const mustBePointer = "Must be pointer type!";
   Check({

@@ -283,6 +283,10 @@ TEST(VariantConversion, StringsOfAnyForm) {
       {"an object", Variant(object), longText},
       {"an object never set", Variant(New(Data_CreateString)), ""},
   };
+  EXPECT_EQ(GetStringView(Json("[1, 2]")), "[1, 2]");
+  EXPECT_EQ(GetStringView(Variant(New(Data_CreateJsonDocument))), "");
+  EXPECT_EQ(Outcome([] { return TextOutcome(ToStringObject(Json("[]"))); }),
+            "Object does not implement Interfaces::IString interface!");
   for (const auto& c : cases) {
     EXPECT_EQ(GetStringView(c.value), c.text) << c.what;
     EXPECT_EQ(TextOutcome(ToStringObject(c.value)), c.text) << c.what;
@@ -322,6 +326,10 @@ TEST(VariantConversion, DisplayTextOfObjects) {
       {"a null element", Variant(holes), nullEntry},
       {"strings, quoted and left open", Variant::StringList(strings), "[ \"one\" \"say \"two\"\" "},
       {"no strings", Variant::StringList(none), "[ "},
+      {"a date-time", Date("2024-11-14T10:20:30.123Z"), "2024-11-14T10:20:30.123000000Z"},
+      {"a document as it is", Json("{ \"a\": [1] }"), "{ \"a\": [1] }"},
+      {"valid or not", Json("{"), "{"},
+      {"one without content", Variant(New(Data_CreateJsonDocument)), "{}"},
       {"an error", Variant(SomeError()),
        "Pointer to a pointer of struct Data::Interfaces::IVariantDictionary must not be null! "
        "Address of return must be specified!"},

@@ -11,9 +11,11 @@ namespace Data::Interfaces {
 /// the old count, so that `GetSize` no longer is the number of bytes held.
 struct IArray : Core::IObject {
   /// Slot 6. Replaces the content by a copy of stride * count bytes.
-  /// @param source  the bytes; may be null only if stride * count is 0
+  /// @param source  the bytes, which may be this array's own; null only if
+  ///                stride * count is 0
   /// @throws std::length_error "vector too long" beyond the largest buffer or
-  ///         when the product overflows; std::bad_alloc
+  ///         when the product overflows; std::runtime_error "Pointer of void
+  ///         must not be null!"; std::bad_alloc
   virtual void SetData(const void* source, uint64_t stride, uint64_t count) = 0;
   /// Slot 7. Makes the buffer stride * count bytes long; leading bytes stay, new
   /// ones are zero. Throws as `SetData`.
@@ -36,6 +38,8 @@ struct IArray : Core::IObject {
   /// Slot 14. Overwrites bytes from `offset` on and appends what reaches beyond
   /// the end, as `Append` does. Beginning beyond the end writes nothing.
   /// @return offset + length, or the new count if bytes were appended
+  /// @throws std::runtime_error "Pointer of void must not be null!" if bytes of
+  ///         a null source would be written
   virtual uint64_t Write(uint64_t offset, const void* source, uint64_t length) = 0;
   /// Slot 15. Appends bytes; the stride becomes 1 and the count grows by
   /// `length`. A null source counts as length 0.
