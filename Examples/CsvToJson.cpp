@@ -156,6 +156,7 @@ void Convert(const Options& options) {
 }
 
 void Describe(CLI::App& app, Options& options) {
+  app.allow_windows_style_options(false);  // what begins with a slash is a path everywhere
   app.add_option("input", options.input, "File to read; - is standard input")
       ->capture_default_str();
   app.add_option("-o,--output", options.output, "File to write; - is standard output")

@@ -8,8 +8,11 @@ for wine in wine64 /usr/lib/wine/wine64 wine; do
   command -v "$wine" >/dev/null 2>&1 && break
 done
 
+program=$(readlink -f "$1")
+shift
+
 # The build tree is the nearest folder above the program that CMake configured.
-tree=$(cd "$(dirname "$1")" && pwd)
+tree=$(dirname "$program")
 while [ "$tree" != / ] && [ ! -f "$tree/CMakeCache.txt" ]; do
   tree=$(dirname "$tree")
 done
@@ -19,4 +22,4 @@ export LC_ALL=C  # Wine takes its ANSI and OEM code pages from the locale; C sta
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEPREFIX="${WINEPREFIX:-$tree/wine}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
-exec "$wine" "$@"
+exec "$wine" "$program" "$@"
