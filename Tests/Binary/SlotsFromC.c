@@ -140,6 +140,18 @@ static void String(void) {
   ReleaseLast(string);
 }
 
+extern bool Data_CreateSecureString(Object* text, Object** out, Object** error);
+
+static void SecureString(void) {
+  Object *plain = NewString("open sesame"), *secure = NULL, *text = NULL;
+  CHECK(Data_CreateSecureString(plain, &secure, NULL));
+  CHECK(AT(secure, 7, GetU64)(secure) == 11);
+  CHECK(AT(secure, 6, MakeObject)(secure, &text, NULL));
+  CheckAndReleaseString(text, "open sesame");
+  ReleaseLast(secure);
+  ReleaseLast(plain);
+}
+
 extern bool Data_UuidFromString(const char* text, Uuid* out);
 extern bool Data_UuidToString(const Uuid* uuid, Object** out);
 extern bool Data_NewUuid(Uuid* out);
@@ -391,6 +403,7 @@ int main(void) {
       {"CountsAndLocks", CountsAndLocks},
       {"Array", Array},
       {"String", String},
+      {"SecureString", SecureString},
       {"Identifiers", Identifiers},
       {"Encodings", Encodings},
       {"Hashes", Hashes},

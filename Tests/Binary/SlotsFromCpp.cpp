@@ -48,17 +48,15 @@ bool Data_ParseCsvWithErrors(const char*, Object**, Object**, std::uint64_t, std
 bool Data_ParseCsvWithSeparator(const char*, const char*, Object**, std::uint64_t, Object**);
 bool Data_ConvertTableToCsv(Object*, const char*, Object**, bool, Object**);
 std::uint32_t Data_DetectValueType(const char*, std::uint64_t);
-bool Data_CreateHtmlDocument(Object**);
 bool Data_CreateJsonDocument(Object**);
-bool Data_CreateRtfDocument(Object**);
 bool Data_CreateXmlDocument(Object**);
+bool Data_CreateHtmlDocument(Object**);
+bool Data_CreateRtfDocument(Object**);
 bool Data_JsonToTable(Object*, Object**, Object**);
 bool Data_TableToJson(Object*, Object**, Object**);
 bool Data_TableRowToJson(Object*, Object**, Object**);
 bool Data_CreateSchema(const void*, const char*, const char*, Object**, Object**);
 bool Data_ParseSchema(Object*, Object**, Object**);
-bool Data_CreateRtfDocument(Object**);
-bool Data_CreateXmlDocument(Object**);
 }
 
 namespace {
