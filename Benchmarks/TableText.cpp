@@ -14,7 +14,7 @@ constexpr std::string_view kWords[] = {
     "to",     "repair", "flooded", "in",      "the",   "spring",  "and",      "reopened", "east",
     "bank",   "timber", "track",   "closed",  "since", "owner",   "notified", "of",       "old",
     "mill",   "road",   "with",    "narrow",  "deck",  "new",     "railing",  "at",       "weir"};
-constexpr std::string_view kKinds[] = {"bridge", "ford",      "culvert",        "ferry",
+constexpr std::string_view kKinds[] = {"bridge", "ford",       "culvert",       "ferry",
                                        "tunnel", "footbridge", "level crossing"};
 
 /// Columns of a table, one method per kind of value, each from the next random
