@@ -89,7 +89,7 @@ inline Core::Variant Date(const char* iso8601) {
   EXPECT_TRUE(Data_CreateDateTimeFromIso8601(iso8601, date.Receive(), nullptr)) << iso8601;
   return Core::Variant(std::move(date));
 }
-inline Core::Variant Json(std::string_view text) {
+inline Core::Variant JsonVariant(std::string_view text) {
   const auto document = New(Data_CreateJsonDocument);
   document->SetContent(text.data(), text.size());
   return Core::Variant(document);

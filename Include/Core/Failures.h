@@ -25,13 +25,10 @@ template <class T>
 [[noreturn]] inline void ThrowInvalidAddress(const void* address) {
   throw std::runtime_error(StringFormat(
       "Memory address [%p] is invalid and was probably already reclaimed by the OS. This means "
-      "that "
-      "object that was held by current Ptr<> was already released somewhere else. If WeakPtr is "
-      "used "
-      "then this can happen if object lifecycle is not maintained properly. This can also happen "
-      "on "
-      "AddReference and Release methods misuse. Other possible causes can be heap corruption or "
-      "miscompiled binaries.",
+      "that object that was held by current Ptr<> was already released somewhere else. If WeakPtr "
+      "is used then this can happen if object lifecycle is not maintained properly. This can also "
+      "happen on AddReference and Release methods misuse. Other possible causes can be heap "
+      "corruption or miscompiled binaries.",
       address));
 }
 

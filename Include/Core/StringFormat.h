@@ -7,8 +7,11 @@
 
 namespace Core {
 
-#if defined(__GNUC__)
+#if defined(__clang__)
 [[gnu::format(printf, 1, 2)]]
+#elif defined(__GNUC__)
+// Standard conversions on Windows too, where "printf" would mean the system's own.
+[[gnu::format(gnu_printf, 1, 2)]]
 #endif
 /// The printf-style result as a new string. A format that the standard library
 /// rejects stops a debug build at the assertion and gives an empty text otherwise.

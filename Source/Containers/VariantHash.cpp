@@ -73,7 +73,8 @@ bool AreEqualKeys(const _VARIANT& stored, const _VARIANT& key) {
   const bool areTexts = TypeOf(stored) == ValueType::String && TypeOf(key) == ValueType::String;
   if (!areTexts || IsNullAddress(stored) || IsNullAddress(key)) return Compare(stored, key) == 0;
   // Hashing has left both as UTF-8, so no string object is made for a short text.
-  return detail::CompareFolded(GetStringView(stored), GetStringView(key)) == 0;
+  const std::string_view left = GetStringView(stored), right = GetStringView(key);
+  return left == right || detail::CompareFolded(left, right) == 0;
 }
 
 }  // namespace Data::impl

@@ -168,7 +168,7 @@ TEST(VariantComparison, OfObjects) {
 }
 
 TEST(VariantComparison, OfDatesAndDocuments) {
-  const Variant date = Date("2024-01-01T00:00:00Z"), document = Json("[1]");
+  const Variant date = Date("2024-01-01T00:00:00Z"), document = JsonVariant("[1]");
   Check({
       {"by time", date, Date("2024-01-01T00:00:00.001Z"), "-1", "1"},
       {"equal times", date, Date("2024-01-01T00:00:00Z"), "0", "0"},
@@ -181,10 +181,12 @@ TEST(VariantComparison, OfDatesAndDocuments) {
       {"another object", Reference(ValueType::DateTime, New(Data_CreateArray)), date,
        "Object does not implement Interfaces::IDateTime interface!",
        "Object does not implement Interfaces::IDateTime interface!"},
-      {"equal values", Json("{\"a\":1,\"b\":2}"), Json("{ \"b\": 2, \"a\": 1.0 }"), "0", "0"},
-      {"else the longer text is greater", Json("[9]"), Json("[1,2]"), "-1", "1"},
-      {"of one length by bytes, with case", Json("[\"a\"]"), Json("[\"B\"]"), "1", "-1"},
-      {"invalid ones of one text", Json("["), Json("["), "0", "0"},
+      {"equal values", JsonVariant("{\"a\":1,\"b\":2}"), JsonVariant("{ \"b\": 2, \"a\": 1.0 }"),
+       "0", "0"},
+      {"else the longer text is greater", JsonVariant("[9]"), JsonVariant("[1,2]"), "-1", "1"},
+      {"of one length by bytes, with case", JsonVariant("[\"a\"]"), JsonVariant("[\"B\"]"), "1",
+       "-1"},
+      {"invalid ones of one text", JsonVariant("["), JsonVariant("["), "0", "0"},
       {"without content", Variant(New(Data_CreateJsonDocument)), document, "-1", "1"},
       {"two without", Variant(New(Data_CreateJsonDocument)), Variant(New(Data_CreateJsonDocument)),
        "0", "0"},

@@ -283,9 +283,9 @@ TEST(VariantConversion, StringsOfAnyForm) {
       {"an object", Variant(object), longText},
       {"an object never set", Variant(New(Data_CreateString)), ""},
   };
-  EXPECT_EQ(GetStringView(Json("[1, 2]")), "[1, 2]");
+  EXPECT_EQ(GetStringView(JsonVariant("[1, 2]")), "[1, 2]");
   EXPECT_EQ(GetStringView(Variant(New(Data_CreateJsonDocument))), "");
-  EXPECT_EQ(Outcome([] { return TextOutcome(ToStringObject(Json("[]"))); }),
+  EXPECT_EQ(Outcome([] { return TextOutcome(ToStringObject(JsonVariant("[]"))); }),
             "Object does not implement Interfaces::IString interface!");
   for (const auto& c : cases) {
     EXPECT_EQ(GetStringView(c.value), c.text) << c.what;
@@ -327,8 +327,8 @@ TEST(VariantConversion, DisplayTextOfObjects) {
       {"strings, quoted and left open", Variant::StringList(strings), "[ \"one\" \"say \"two\"\" "},
       {"no strings", Variant::StringList(none), "[ "},
       {"a date-time", Date("2024-11-14T10:20:30.123Z"), "2024-11-14T10:20:30.123000000Z"},
-      {"a document as it is", Json("{ \"a\": [1] }"), "{ \"a\": [1] }"},
-      {"valid or not", Json("{"), "{"},
+      {"a document as it is", JsonVariant("{ \"a\": [1] }"), "{ \"a\": [1] }"},
+      {"valid or not", JsonVariant("{"), "{"},
       {"one without content", Variant(New(Data_CreateJsonDocument)), "{}"},
       {"an error", Variant(SomeError()),
        "Pointer to a pointer of struct Data::Interfaces::IVariantDictionary must not be null! "
