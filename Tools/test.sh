@@ -1,7 +1,9 @@
 #!/bin/bash
 # Builds and tests everything on a Debian 12 machine; installs by name what is missing.
 #
-#   Tools/test.sh         everything, on Linux and as Windows programs under Wine
+#   Tools/test.sh         the release build on Linux and as Windows programs under Wine, the
+#                         code pages of both, formatting, exports, layouts, the package
+#   Tools/test.sh full    that, and the sanitizers, a build with clang++ and the lint
 #   Tools/test.sh quick   the release build's tests only
 #
 # Every stage runs even when an earlier one failed. The last line is "N passed, M failed";
@@ -81,13 +83,15 @@ fi
 install_packages $BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES || { failed=1; finish; }
 stage formatting formatting
 stage release build_and_test release
-stage sanitizers build_and_test asan
-stage threads build_and_test tsan
 stage windows build_and_test windows
-stage clang build_and_test clang
 stage "code pages" Tools/compare-code-pages.sh build/release build/windows
-stage lint lint
 stage exports Tools/check-exports.sh build/release/lib/liblayerdata.so build/windows/bin/layerdata.dll
 stage layouts Tools/check-layouts.py
 stage package package
+if [ "${1:-}" = full ]; then
+  stage sanitizers build_and_test asan
+  stage threads build_and_test tsan
+  stage clang build_and_test clang
+  stage lint lint
+fi
 finish
