@@ -3,6 +3,7 @@
 #include "Containers/ArrayImpl.h"
 #include "DateTime/DateTimeImpl.h"
 #include "Documents/JsonDocumentImpl.h"
+#include "Documents/XmlDocumentImpl.h"
 
 namespace Data {
 
@@ -13,9 +14,11 @@ using Core::Variant;
 
 namespace {
 
-template <class Interface>
-Variant ObjectValue(Core::Ptr<Interface> object) {
-  return Variant(std::move(object));
+Core::Ptr<impl::XmlDocumentImpl> EmptyXmlDocument() {
+  constexpr std::string_view kDeclaration = "<?xml version=\"1.0\" ?>";
+  auto document = MakePtr<impl::XmlDocumentImpl>();
+  document->SetContent(kDeclaration.data(), kDeclaration.size());
+  return document;
 }
 
 }  // namespace
@@ -32,14 +35,15 @@ Variant ZeroOf(ValueType type) {
     case ValueType::Bool:
       return false;
     case ValueType::Array:
-      return ObjectValue<Interfaces::IArray>(MakePtr<impl::ArrayImpl>());
+      return MakePtr<impl::ArrayImpl>();
     case ValueType::String:
       return "";
     case ValueType::DateTime:
-      return ObjectValue<Interfaces::IDateTime>(
-          MakePtr<impl::DateTimeImpl>(impl::kTicksAtPosixEpoch));
+      return MakePtr<impl::DateTimeImpl>(impl::kTicksAtPosixEpoch);
     case ValueType::JsonDocument:
-      return ObjectValue<Interfaces::IJsonDocument>(impl::JsonDocumentImpl::FromJson("{}"));
+      return impl::JsonDocumentImpl::FromJson("{}");
+    case ValueType::XmlDocument:
+      return EmptyXmlDocument();
     default:
       break;
   }

@@ -27,14 +27,14 @@ Number ReadNumber(std::string_view text) {
   return number;
 }
 
-Ptr<Interfaces::IDateTime> ReadDateTime(std::string_view text) {
+Ptr<impl::DateTimeImpl> ReadDateTime(std::string_view text) {
   impl::CalendarFields fields;
   const impl::Iso8601Result result = impl::ReadIso8601(text, fields);
   if (result != impl::Iso8601Result::Read) impl::ThrowIso8601Failure(result, text);
   return impl::MakeDateTime(fields);
 }
 
-Ptr<Interfaces::IJsonDocument> ReadJsonDocument(std::string_view text) {
+Ptr<impl::JsonDocumentImpl> ReadJsonDocument(std::string_view text) {
   auto document = Core::MakePtr<impl::JsonDocumentImpl>();
   document->SetContent(text.data(), text.size());
   return document;

@@ -218,6 +218,7 @@ TEST(Schema, AddColumnSetsTheZeroOfTheType) {
       {ValueType::String, ValueType::String, ""},
       {ValueType::DateTime, ValueType::DateTime, "1970-01-01T00:00:00.000000000Z"},
       {ValueType::JsonDocument, ValueType::JsonDocument, "{}"},
+      {ValueType::XmlDocument, ValueType::XmlDocument, "<?xml version=\"1.0\" ?>"},
       {ValueType::Uuid, ValueType::Null, ""},
       {ValueType::Pointer, ValueType::Null, ""},
       {ValueType::ObjectList, ValueType::Null, ""},
@@ -234,6 +235,8 @@ TEST(Schema, AddColumnSetsTheZeroOfTheType) {
   }
   const auto array = DefaultValue(*SchemaWithColumn("x", ValueType::Array), "x");
   EXPECT_EQ(array.As<Ptr<Interfaces::IArray>>()->GetSize(), 0u);
+  const auto xml = DefaultValue(*SchemaWithColumn("x", ValueType::XmlDocument), "x");
+  EXPECT_TRUE(xml.As<Ptr<Interfaces::IXmlDocument>>()->IsValid());
 }
 
 TEST(Schema, HasTellsAttributesThatWereSetFromThoseThatWereNot) {
