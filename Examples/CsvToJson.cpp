@@ -176,11 +176,11 @@ void Describe(CLI::App& app, Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  Options options;
-  CLI::App app{"Turns delimited text into JSON or tidy CSV."};
-  Describe(app, options);
-  CLI11_PARSE(app, argc, argv);
   try {
+    Options options;
+    CLI::App app{"Turns delimited text into JSON or tidy CSV."};
+    Describe(app, options);
+    CLI11_PARSE(app, argc, argv);
     Convert(options);
     return 0;
   } catch (const std::exception& failure) {

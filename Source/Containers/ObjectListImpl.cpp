@@ -23,7 +23,7 @@ void ObjectListImpl::Clear() {
 Core::Ptr<ObjectListImpl> MakeStringList(const std::vector<std::string>& texts) {
   std::vector<Core::Ptr<Core::IObject>> strings;
   strings.reserve(texts.size());
-  for (const std::string& text : texts) strings.push_back(MultiByteStringImpl::FromUtf8(text));
+  for (const std::string& text : texts) strings.emplace_back(MultiByteStringImpl::FromUtf8(text));
   return Core::MakePtr<ObjectListImpl>(std::move(strings));
 }
 

@@ -41,9 +41,7 @@ bool VariantDictionaryImpl::Set(const _VARIANT* key, const _VARIANT* value,
   return Core::Guarded(error, [&] {
     CheckRecord(key);
     CheckRecord(value);
-    Core::Variant copy(*value);
-    const auto [stored, isNew] = map_.TryAdd(*key, std::move(copy));
-    if (!isNew) *stored = std::move(copy);
+    map_.Set(*key, Core::Variant(*value));
   });
 }
 

@@ -30,19 +30,17 @@ class VariantMap {
     return FindHashed(key, hash);
   }
 
-  /// Adds an entry unless the key is there; an existing one keeps its value.
-  /// @return the entry's value, and whether it was added
+  /// Gives an entry another value, or adds one.
   /// @throws as `Find`; the map is then as before
-  std::pair<Value*, bool> TryAdd(const Structures::_VARIANT& key, Value&& value) {
+  void Set(const Structures::_VARIANT& key, Value value) {
     const std::uint64_t hash = HashOf(key);
     const bool isIndexed = !EqualsNothing(key);
     if (isIndexed) {
-      if (Value* found = FindHashed(key, hash)) return {found, false};
+      if (Value* found = FindHashed(key, hash)) return std::swap(*found, value);
       if (2 * (indexed_ + 1) > slots_.size()) Grow();
     }
     entries_.push_back({Core::Variant(key), std::move(value)});
     if (isIndexed) Index(hash, entries_.size());
-    return {&entries_.back().value, true};
   }
 
   const std::vector<Entry>& Entries() const { return entries_; }

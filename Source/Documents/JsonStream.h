@@ -17,7 +17,7 @@ class JsonStream {
 
   /// @param text  with a zero byte right behind it, which ends it for the reader
   explicit JsonStream(std::string_view text)
-      : begin_(text.data()), end_(begin_ + text.size()), position_(begin_), run_(begin_, 0) {}
+      : begin_(text.data()), end_(begin_ + text.size()), position_(begin_), run_(begin_, begin_) {}
 
   char Peek() const { return *position_; }
   char Take() { return *position_++; }
@@ -54,7 +54,7 @@ class JsonStream {
   std::string_view String() const { return isDecoded_ ? std::string_view(decoded_) : run_; }
 
  private:
-  void StartRun() { run_ = {position_, 0}; }
+  void StartRun() { run_ = {position_, position_}; }
 
   const char* begin_;
   const char* end_;

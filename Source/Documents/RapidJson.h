@@ -11,7 +11,7 @@
 // Sizes of 64 bits: no length or count that fits in memory overflows.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 namespace rapidjson {
-typedef std::size_t SizeType;
+using SizeType = std::size_t;
 }
 
 namespace Data::impl {

@@ -12,7 +12,6 @@
 namespace Data::impl {
 
 using Core::ValueKind;
-using Core::ValueType;
 using Structures::_VARIANT;
 
 namespace {

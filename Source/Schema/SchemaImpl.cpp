@@ -11,10 +11,8 @@ namespace Data {
 using Core::CheckNotNull;
 using Core::CheckOutPointer;
 using Core::Guarded;
-using Core::IErrorCode;
 using Core::IObject;
 using Core::Ptr;
-using Core::ValueType;
 using Interfaces::IAllowedValue;
 using Interfaces::IJsonDocument;
 using Interfaces::IObjectList;

@@ -76,7 +76,7 @@ CsvLine CsvLines::MakeLine(std::string_view text, std::size_t* first, std::size_
     return {text, text.data(), lineSeparators_, separator_.size()};
   }
   // A separator that is space itself went with the space around the line.
-  const std::size_t begin = static_cast<std::size_t>(text.data() - text_.data());
+  const auto begin = static_cast<std::size_t>(text.data() - text_.data());
   while (first != last && *first < begin) ++first;
   while (first != last && last[-1] >= begin + text.size()) --last;
   return {text, text_.data(), std::span(first, last), 1};

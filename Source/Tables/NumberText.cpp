@@ -60,7 +60,7 @@ NumberText Real(std::string_view text, bool isNegative, Digits digits, std::ptrd
   if (digits.count > kExactDigits || digits.value > kLargestExactInteger ||
       exponent < -kLargestExactPower || exponent > kLargestExactPower)
     return LongReal(text);
-  double value = static_cast<double>(digits.value);
+  auto value = static_cast<double>(digits.value);
   value = exponent < 0 ? value / kPowersOfTen[-exponent] : value * kPowersOfTen[exponent];
   return {ValueType::Double, true, std::bit_cast<std::uint64_t>(isNegative ? -value : value)};
 }

@@ -100,9 +100,9 @@ class KeyLookup {
   }
   bool HasEqualKeys(const MergeSide& other, std::size_t otherRow, std::size_t row) const {
     for (std::size_t i = 0; i < side_.KeyCount(); ++i) {
-      const _VARIANT &key = side_.Key(row, i), &otherKey = other.Key(otherRow, i);
+      const _VARIANT &stored = side_.Key(row, i), &key = other.Key(otherRow, i);
       // Equal hashes of all keys together say little about each of them.
-      if (HashOf(key) != HashOf(otherKey) || !AreEqualKeys(key, otherKey)) return false;
+      if (HashOf(stored) != HashOf(key) || !AreEqualKeys(stored, key)) return false;
     }
     return true;
   }
