@@ -60,6 +60,8 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
   std::uint64_t GetFileTime() override { return ticks_; }
   std::int64_t ToPosixTime() override;
 
+  const CalendarFields& Fields() const { return fields_; }
+
  private:
   void SetDate(const CalendarFields& fields);
   void SetFields(const CalendarFields& fields);

@@ -40,6 +40,40 @@ void AppendEscape(TextBuffer& buffer, char byte) {
   buffer.Append({escape, letter == 'u' ? sizeof escape : 2});
 }
 
+/// A number of at most six decimals and 15 digits, as measured values mostly are.
+/// No two texts of so few digits mean the same double, so the first one found is
+/// the shortest.
+/// @return the end of the text; null for any other number
+char* WriteShortDecimal(char* to, double magnitude) {
+  constexpr int kDecimals = 6;
+  constexpr double kScale = 1e6, kLimit = 1e15;
+  if (!(magnitude < kLimit / kScale)) return nullptr;
+  const auto scaled = static_cast<std::uint64_t>(magnitude * kScale + 0.5);
+  if (static_cast<double>(scaled) / kScale != magnitude) return nullptr;
+
+  constexpr auto kUnit = static_cast<std::uint64_t>(kScale);
+  char* const point = std::to_chars(to, to + 16, scaled / kUnit).ptr;
+  // A leading one keeps the zeros behind it; the point takes its place.
+  char* end = std::to_chars(point, point + 1 + kDecimals, kUnit + scaled % kUnit).ptr;
+  *point = '.';
+  while (end[-1] == '0' && end - point > 2) --end;
+  return end;
+}
+
+/// Any number, in rapidjson's notation.
+char* WriteShortest(char* to, double magnitude) {
+  char scientific[32];  // d.ddde+dd
+  char* const end =
+      std::to_chars(scientific, std::end(scientific), magnitude, std::chars_format::scientific).ptr;
+  char* const exponentAt = std::find(scientific, end, 'e');
+  const char* const digitsEnd = std::remove_copy(scientific, exponentAt, to, '.');
+  int exponent = 0;  // of the first digit
+  std::from_chars(exponentAt + (exponentAt[1] == '+' ? 2 : 1), end, exponent);
+  const int digits = static_cast<int>(digitsEnd - to);
+  return rapidjson::internal::Prettify(to, digits, exponent - digits + 1,
+                                       JsonWriter::kDefaultMaxDecimalPlaces);
+}
+
 }  // namespace
 
 void AppendJsonString(TextBuffer& buffer, std::string_view text) {
@@ -66,19 +100,10 @@ void AppendJsonInteger(TextBuffer& buffer, std::int64_t value) {
 bool AppendJsonDouble(TextBuffer& buffer, double value) {
   if (!std::isfinite(value)) return false;
   constexpr std::size_t kMaxLength = 32;
-  char scientific[kMaxLength];  // d.ddde+dd
-  char* const end = std::to_chars(scientific, scientific + kMaxLength, std::fabs(value),
-                                  std::chars_format::scientific)
-                        .ptr;
-  char* digits = buffer.Tail(kMaxLength);
-  if (std::signbit(value)) *digits++ = '-';
-  char* const exponentAt = std::find(scientific, end, 'e');
-  char* const digitsEnd = std::remove_copy(scientific, exponentAt, digits, '.');
-  int exponent = 0;  // of the first digit
-  std::from_chars(exponentAt + (exponentAt[1] == '+' ? 2 : 1), end, exponent);
-  const int digitCount = static_cast<int>(digitsEnd - digits);
-  buffer.EndAt(rapidjson::internal::Prettify(digits, digitCount, exponent - digitCount + 1,
-                                             JsonWriter::kDefaultMaxDecimalPlaces));
+  char* begin = buffer.Tail(kMaxLength);
+  if (std::signbit(value)) *begin++ = '-';
+  char* const end = WriteShortDecimal(begin, std::fabs(value));
+  buffer.EndAt(end ? end : WriteShortest(begin, std::fabs(value)));
   return true;
 }
 

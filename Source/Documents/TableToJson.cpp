@@ -4,8 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "Core/ImplementationOf.h"
 #include "Core/VariantConversions.h"
 #include "Data/Interfaces/IColumn.h"
+#include "DateTime/DateTimeImpl.h"
 #include "Documents/JsonWriter.h"
 #include "Tables/TableFailures.h"
 
@@ -36,6 +38,8 @@ class RowWriter {
 
   void AddCell(const _VARIANT& cell, const Column& column);
   void AddReal(const _VARIANT& cell, const Column& column);
+  void AddText(const _VARIANT& cell);
+  void AddDateTime(const _VARIANT& cell);
 
   std::vector<Column> columns_;
   TextBuffer text_;
@@ -79,7 +83,9 @@ void RowWriter::AddCell(const _VARIANT& cell, const Column& column) {
     case ValueKind::Bool:
       return text_.Append(Core::ToBool(cell) ? "true" : "false");
     case ValueKind::Text:
-      return AppendJsonString(text_, Core::GetStringView(cell));
+      return AddText(cell);
+    case ValueKind::DateTime:
+      return AddDateTime(cell);
     default:
       return AppendJsonString(text_, Core::ToText(cell));
   }
@@ -89,6 +95,19 @@ void RowWriter::AddReal(const _VARIANT& cell, const Column& column) {
   if (!AppendJsonDouble(text_, Core::ToDouble(cell)))
     throw std::runtime_error("Column " + column.name +
                              " holds a number that JSON cannot represent!");
+}
+
+// Nearly all objects in cells are the library's own, which give their text at once.
+
+void RowWriter::AddText(const _VARIANT& cell) {
+  auto* const own = Core::ImplementationOf<MultiByteStringImpl>(Core::ReferencedObject(cell));
+  AppendJsonString(text_, own ? Core::Utf8View(*own) : Core::GetStringView(cell));
+}
+
+void RowWriter::AddDateTime(const _VARIANT& cell) {
+  auto* const own = Core::ImplementationOf<DateTimeImpl>(Core::ReferencedObject(cell));
+  if (!own) return AppendJsonString(text_, Core::ToText(cell));
+  AppendJsonString(text_, Iso8601Text::DateTime(own->Fields()));
 }
 
 }  // namespace

@@ -305,6 +305,27 @@ TEST(TableToJson, WritesEveryKindOfValue) {
   }
 }
 
+TEST(TableToJson, WritesTheShortestDigits) {
+  std::mt19937_64 random(11);
+  const auto table = MakeTable({"x"});
+  std::string expected = "[";
+  for (int i = 0; i < 20'000; ++i) {
+    // Decimal numbers of up to 16 digits, with up to nine decimals.
+    const double value = static_cast<double>(static_cast<std::int64_t>(random()) >> (11 + i % 53)) /
+                         std::pow(10, i % 10);
+    const Variant cell(value);
+    table->AddRow(&cell, 1);
+    char digits[64];
+    const auto format = std::fabs(value) < 1e-6 && value != 0 ? std::chars_format::scientific
+                                                              : std::chars_format::fixed;
+    std::string text(digits, std::to_chars(digits, std::end(digits), value, format).ptr);
+    if (text.find_first_of(".e") == text.npos) text += ".0";
+    if (const auto zero = text.find("e-0"); zero != text.npos) text.erase(zero + 2, 1);
+    expected += (i == 0 ? "{\"x\":" : ",{\"x\":") + text + "}";
+  }
+  EXPECT_TRUE(JsonOf(table) == expected + "]");
+}
+
 TEST(TableToJson, WritesTheStoredTextWhateverItsEncoding) {
   const auto wide = Core::MakeString("");
   wide->SetWide(u"\u00e9 and more than fits", 20);

@@ -1,0 +1,15 @@
+// A valid document equals itself, and no depth of nesting is a crash.
+
+#include <cstdlib>
+
+#include "Core/Ptr.h"
+#include "Data/Exports.h"
+#include "Data/Interfaces/IXmlDocument.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+  Core::Ptr<Data::Interfaces::IXmlDocument> document;
+  Data_CreateXmlDocument(document.Receive());
+  document->SetContent(data, size);
+  if (document->Equals(document.Get()) != document->IsValid()) std::abort();
+  return 0;
+}
