@@ -75,4 +75,11 @@ void CompactJson(benchmark::State& state) {
 }
 BENCHMARK(CompactJson);
 
+void CompareJson(benchmark::State& state) {
+  const auto left = MakeDocument(), right = MakeDocument();
+  for (auto _ : state) benchmark::DoNotOptimize(left->Equals(right.Get()));
+  state.SetBytesProcessed(state.iterations() * (BytesOf(left) + BytesOf(right)));
+}
+BENCHMARK(CompareJson);
+
 }  // namespace
