@@ -1,8 +1,6 @@
 #include "Text/MultiByteStringImpl.h"
 
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <stdexcept>
 
 #include "Platform/CodePages.h"
@@ -16,25 +14,6 @@ constexpr std::uint32_t kUtf8CodePage = 65001;
 
 /// Texts of up to this many units are converted without a heap block.
 constexpr std::size_t kShortLength = 256;
-
-struct Free {
-  void operator()(char* bytes) const { std::free(bytes); }
-};
-/// From the C allocator, which gives back the end of a block without moving it.
-using HeapBytes = std::unique_ptr<char, Free>;
-
-HeapBytes Allocate(std::size_t size) {
-  HeapBytes bytes(static_cast<char*>(std::malloc(size)));
-  if (!bytes) throw std::bad_alloc();
-  return bytes;
-}
-
-HeapBytes Shrink(HeapBytes bytes, std::size_t size) {
-  auto* shrunk = static_cast<char*>(std::realloc(bytes.get(), size));
-  if (!shrunk) return bytes;
-  static_cast<void>(bytes.release());
-  return HeapBytes(shrunk);
-}
 
 template <class Unit>
 void CheckLength(std::uint64_t length) {
@@ -58,7 +37,13 @@ Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::string_view te
 }
 
 void MultiByteStringImpl::FreeOwnBuffer() {
-  if (buffer_ != TextBehindObject()) std::free(buffer_);
+  if (buffer_ != TextBehindObject()) delete[] buffer_;
+}
+
+void MultiByteStringImpl::Adopt(std::unique_ptr<char[]> buffer, std::size_t capacity) {
+  FreeOwnBuffer();
+  buffer_ = buffer.release();
+  capacity_ = capacity;
 }
 
 /// The text may lie in this very string, so that the old buffer stays until it
@@ -72,11 +57,9 @@ void MultiByteStringImpl::Store(const Unit* text, std::uint64_t length, Kind kin
     if (!buffer_) buffer_ = TextBehindObject();
     if (bytes != 0) std::memmove(buffer_, text, bytes);
   } else {
-    HeapBytes fresh = Allocate(size);
+    auto fresh = std::make_unique_for_overwrite<char[]>(size);
     if (bytes != 0) std::memcpy(fresh.get(), text, bytes);
-    FreeOwnBuffer();
-    buffer_ = fresh.release();
-    capacity_ = size;
+    Adopt(std::move(fresh), size);
   }
   Finish<Unit>(length, kind);
 }
@@ -89,13 +72,12 @@ void MultiByteStringImpl::StoreConverted(std::size_t maxLength, Kind kind, Conve
     return Store(text, convert(text), kind);
   }
   const std::size_t maxSize = (maxLength + 1) * sizeof(Unit);
-  HeapBytes fresh = Allocate(maxSize);
-  const std::size_t length = convert(reinterpret_cast<Unit*>(fresh.get()));
-  const std::size_t size = (length + 1) * sizeof(Unit);
-  if (size < maxSize) fresh = Shrink(std::move(fresh), size);
-  FreeOwnBuffer();
-  buffer_ = fresh.release();
-  capacity_ = size;
+  auto fresh = std::make_unique_for_overwrite<char[]>(maxSize);
+  auto* text = reinterpret_cast<Unit*>(fresh.get());
+  const std::size_t length = convert(text);
+  // The bound may be thrice what it took; such a buffer is not worth keeping.
+  if (length < maxLength / 4 * 3) return Store(text, length, kind);
+  Adopt(std::move(fresh), maxSize);
   Finish<Unit>(length, kind);
 }
 

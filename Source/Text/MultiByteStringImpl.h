@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "Core/ObjectBase.h"
@@ -62,6 +63,7 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
 
   char* TextBehindObject() { return reinterpret_cast<char*>(this + 1); }
   void FreeOwnBuffer();
+  void Adopt(std::unique_ptr<char[]> buffer, std::size_t capacity);
   template <class Unit>
   void Store(const Unit* text, std::uint64_t length, Kind kind);
   template <class Unit, class Conversion>
