@@ -8,6 +8,7 @@
 #endif
 
 #include "Core/IObject.h"
+#include "Core/TypeName.h"
 
 namespace Core {
 
@@ -38,13 +39,27 @@ template <class Target, class Source>
 Target* InterfaceOf(Source* object) {
   static_assert(std::is_base_of_v<IObject, Target> && std::is_base_of_v<IObject, Source>);
   IObject* root = object;
-  if (!root) return nullptr;
+  if (!root || !ClassOf(*root)) return nullptr;
   if (auto* target = dynamic_cast<Target*>(root)) return target;
 #if __has_include(<cxxabi.h>)
   // Single inheritance all the way: the interfaces share one address.
   if (detail::ChainHasName(typeid(*root), typeid(Target).name())) return static_cast<Target*>(root);
 #endif
   return nullptr;
+}
+
+/// Whether an object is known not to be of its interface. Nothing is known of one
+/// without type information, or of a class that repeats the slots without
+/// deriving from `IObject`, as other languages do.
+template <class Interface>
+bool IsOfAnotherInterface(Interface* object) {
+  if (InterfaceOf<Interface>(object) == object) return false;
+#if __has_include(<cxxabi.h>)
+  const std::type_info* type = ClassOf(*object);
+  return type && detail::ChainHasName(*type, typeid(IObject).name());
+#else
+  return true;
+#endif
 }
 
 }  // namespace Core

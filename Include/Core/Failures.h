@@ -2,9 +2,10 @@
 
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 
+#include "Core/Cast.h"
 #include "Core/StringFormat.h"
-#include "Core/TypeName.h"
 
 /// The failures that several parts of the library and its callers raise, each
 /// text written once. All are std::runtime_error.
@@ -37,11 +38,22 @@ template <class T>
   throw std::out_of_range("invalid unordered_map<K, T> key");
 }
 
+/// The object itself once it has passed the run-time type check.
+/// @throws std::runtime_error "Null pointer exception! ..." for null, "Memory
+///         address [%p] is invalid ..." for an object of another interface
+template <class Interface>
+Interface* CheckInterface(Interface* object) {
+  if (!object) ThrowNullInterface<Interface>();
+  if (IsOfAnotherInterface(object)) ThrowInvalidAddress(object);
+  return object;
+}
+
 /// Rejects a null argument: "Pointer of struct Data::Interfaces::IArray must
-/// not be null!".
+/// not be null!". An object must also pass `CheckInterface`.
 template <class T>
-void CheckNotNull(T* argument) {
+void CheckArgument(T* argument) {
   if (!argument) throw std::runtime_error("Pointer of " + TypeName<T>() + " must not be null!");
+  if constexpr (std::is_base_of_v<IObject, T>) CheckInterface(argument);
 }
 
 /// Rejects an out-pointer that is null, or that still holds an object which the

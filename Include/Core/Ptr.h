@@ -9,18 +9,6 @@
 
 namespace Core {
 
-namespace detail {
-
-/// The pointer itself once it has passed the run-time type check.
-template <class T>
-T* CheckedAccess(T* object) {
-  if (!object) ThrowNullInterface<T>();
-  if (InterfaceOf<T>(static_cast<IObject*>(object)) != object) ThrowInvalidAddress(object);
-  return object;
-}
-
-}  // namespace detail
-
 /// Owns one reference to an object. Taking a raw pointer or copying adds a
 /// reference, destruction and reassignment give one back.
 ///
@@ -78,11 +66,9 @@ class Ptr {
   T& operator*() const { return *operator->(); }
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
-  /// The pointer after a run-time type check of the object, for code that
-  /// cannot trust the object to be alive still.
-  /// @throws std::runtime_error "Null pointer exception! ..." for null, "Memory
-  ///         address [%p] is invalid ..." when the check fails
-  T* Checked() const { return detail::CheckedAccess(object_); }
+  /// The pointer after a run-time type check of the object (`CheckInterface`), for
+  /// code that cannot trust the object to be alive still.
+  T* Checked() const { return CheckInterface(object_); }
 
   friend bool operator==(const Ptr& left, const Ptr& right) noexcept {
     return left.object_ == right.object_;
@@ -108,7 +94,7 @@ class WeakPtr {
   }
   explicit operator bool() const noexcept { return object_ != nullptr; }
   /// As `Ptr::Checked`.
-  T* Checked() const { return detail::CheckedAccess(object_); }
+  T* Checked() const { return CheckInterface(object_); }
   /// An owning pointer to the object; null stays null.
   Ptr<T> Share() const { return Ptr<T>(object_); }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -33,10 +34,25 @@ std::string TypeName() {
   return (std::is_class_v<Plain> ? "struct " : "") + UndecoratedName(typeid(Plain));
 }
 
+/// The class of an object with virtual functions; null if it was compiled without
+/// type information.
+template <class T>
+const std::type_info* ClassOf(T& object) {
+#if __has_include(<cxxabi.h>)
+  // Its address stands before the virtual table, where `typeid` trusts it to be.
+  const std::type_info* const* table = nullptr;
+  std::memcpy(&table, &object, sizeof table);
+  return table[-1];
+#else
+  return &typeid(object);
+#endif
+}
+
 /// The name of an object's implementation, "struct Data::impl::ArrayImpl".
 template <class T>
 std::string RuntimeTypeName(T& object) {
-  return "struct " + UndecoratedName(typeid(object));
+  const std::type_info* type = ClassOf(object);
+  return "struct " + (type ? UndecoratedName(*type) : std::string("unknown"));
 }
 
 }  // namespace Core

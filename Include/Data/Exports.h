@@ -19,10 +19,13 @@
 /// the result is false, the out-pointer is untouched and, if `error` is given
 /// and holds null, it receives the failure (`Core::IErrorCode`, released by the
 /// caller). A null argument fails with "Pointer of " + type + " must not be
-/// null!", a null out-pointer with "Pointer to a pointer of " + type + " must
-/// not be null! Address of return must be specified!", an out-pointer that
-/// still holds an object with "Pointer of " + type + " must be null in order to
-/// avoid memory leaks!". The type is named as in "struct Data::Interfaces::ITable".
+/// null!", an object that is not of the argument's interface with "Memory
+/// address [%p] is invalid ...", a null out-pointer with "Pointer to a pointer of
+/// " + type + " must not be null! Address of return must be specified!", an
+/// out-pointer that still holds an object with "Pointer of " + type + " must be
+/// null in order to avoid memory leaks!". The type is named as in "struct
+/// Data::Interfaces::ITable". The operations of objects check their arguments in
+/// the same way.
 ///
 /// Functions without `error` return false for a null out-pointer, overwrite
 /// whatever it held, and let an allocation failure pass as std::bad_alloc.
@@ -83,12 +86,15 @@ LAYERDATA_API bool Data_CreateProperties(Data::Interfaces::IProperties** out,
                                          Core::IErrorCode** error);
 /// An enumeration of the given texts, the first one selected.
 /// @param options  `IString` objects, at least one; read as UTF-8
-/// Fails with "Cannot create enum with 0 options.".
+/// Fails with "Cannot create enum with 0 options."; for a null entry with "Null
+/// pointer exception! Interface is not accessible: struct Core::IObject", for one
+/// that is no text with "Cannot cast to desired interface: ...".
 LAYERDATA_API bool Data_CreateEnum(Data::Interfaces::IObjectList* options,
                                    Data::Interfaces::IEnum** out, Core::IErrorCode** error);
 /// A value that is kept inside [min, max]. A null record counts as `Null`.
 /// Fails with "Types of Min/Max don't match!", "Types of Value and Constraints
-/// don't match!", "Min is bigger than Max!" and what comparing the two throws.
+/// don't match!", "Min is bigger than Max!", "Variant type is undefined! ..." and
+/// what comparing the two throws.
 LAYERDATA_API bool Data_CreateConstrainedValue(const Data::Structures::_VARIANT* value,
                                                const Data::Structures::_VARIANT* min,
                                                const Data::Structures::_VARIANT* max,
@@ -174,6 +180,7 @@ LAYERDATA_API bool Data_ParseCsvWithSeparator(const char* content, const char* s
                                               Core::IErrorCode** error);
 /// A table as delimited text: the header line, then a line per row, no final
 /// line break.
+/// @param separator    one or more bytes; an empty one counts as a comma
 /// @param alwaysQuote  quotes every text cell, not only those that hold the separator
 LAYERDATA_API bool Data_ConvertTableToCsv(Data::Interfaces::ITable* table, const char* separator,
                                           Data::Interfaces::IString** text, bool alwaysQuote,
@@ -194,7 +201,8 @@ LAYERDATA_API bool Data_CreateRtfDocument(Data::Interfaces::IRtfDocument** out);
 /// any other value as "JsonValue" with the column "Value".
 /// Fails with "JsonDocument content is not valid", "Object in the array is not
 /// of the type object! Data structure is inconsistent across array!",
-/// "Unsupported variant type" (an integer above 2^63 - 1).
+/// "Unsupported variant type" (an integer above 2^63 - 1), "Table %s must contain
+/// at least one column before you insert new row!" (an object without members).
 LAYERDATA_API bool Data_JsonToTable(Data::Interfaces::IJsonDocument* document,
                                     Data::Interfaces::ITable** out, Core::IErrorCode** error);
 /// A table as an array with an object per row.

@@ -41,7 +41,7 @@ void ArrayImpl::SetData(const void* source, std::uint64_t stride, std::uint64_t 
   const std::uint64_t length = CheckedProduct(stride, count);
   CheckLength(length, bytes_);
   if (length != 0) {
-    Core::CheckNotNull(source);
+    Core::CheckArgument(source);
     // A copy first: the source may lie in this very buffer.
     const auto* first = static_cast<const std::uint8_t*>(source);
     bytes_ = std::vector<std::uint8_t>(first, first + length);
@@ -73,10 +73,11 @@ std::uint64_t ArrayImpl::Write(std::uint64_t offset, const void* source, std::ui
   const std::uint64_t size = bytes_.size();
   const std::uint64_t overwritten = std::min(size - offset, length);
   if (offset < size && overwritten != 0) {
-    Core::CheckNotNull(source);
+    Core::CheckArgument(source);
     std::memmove(bytes_.data() + offset, source, overwritten);
   }
   if (overwritten == length) return offset + length;
+  if (!source) return Append(nullptr, 0);
   return Append(static_cast<const std::uint8_t*>(source) + overwritten, length - overwritten);
 }
 

@@ -12,7 +12,7 @@ std::uint32_t ConfigurationImpl::Release() {
 
 bool ConfigurationImpl::Contains(const char* name) {
   if (entries_.Count() == 0) return false;
-  Core::CheckNotNull(name);
+  Core::CheckArgument(name);
   return entries_.Find(name) != nullptr;
 }
 
@@ -27,7 +27,7 @@ bool ConfigurationImpl::Get(const char* name, _VARIANT* destination) {
 }
 
 void ConfigurationImpl::Set(const char* name, const _VARIANT* value) {
-  Core::CheckNotNull(name);
+  Core::CheckArgument(name);
   Core::Variant* existing = entries_.Find(name);
   // A rejected value leaves a new name behind, present but not enumerated.
   Core::Variant& entry = existing ? *existing : entries_.Add(name, {});

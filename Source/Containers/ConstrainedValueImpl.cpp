@@ -48,7 +48,7 @@ bool ConstrainedValueImpl::SetConstraints(const _VARIANT* min, const _VARIANT* m
                                           Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     for (const _VARIANT* bound : {min, max}) {
-      Core::CheckNotNull(bound);
+      Core::CheckArgument(bound);
       Core::CheckDefined(*bound);
     }
     CheckConstraints(value_, *min, *max);
@@ -60,7 +60,7 @@ bool ConstrainedValueImpl::SetConstraints(const _VARIANT* min, const _VARIANT* m
 
 bool ConstrainedValueImpl::SetValue(const _VARIANT* value, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(value);
+    Core::CheckArgument(value);
     Core::CheckDefined(*value);
     if (Core::TypeOf(*value) != Core::TypeOf(value_)) ThrowValueTypeMismatch();
     value_ = Clamped(*value, min_, max_);

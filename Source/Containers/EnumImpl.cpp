@@ -27,7 +27,7 @@ bool EnumImpl::SetIndex(std::uint32_t index, Core::IErrorCode** error) {
 
 bool EnumImpl::SelectOption(const char* text, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(text);
+    Core::CheckArgument(text);
     const auto found = std::find(options_.begin(), options_.end(), text);
     if (found == options_.end())
       throw std::runtime_error("Given string is not an available option.");

@@ -32,7 +32,7 @@ void CheckType(const char* name, ValueType type, const _VARIANT& value) {
 }  // namespace
 
 PropertiesImpl::Property& PropertiesImpl::Find(const char* name) {
-  Core::CheckNotNull(name);
+  Core::CheckArgument(name);
   Property* property = properties_.Find(name);
   if (!property) Core::ThrowMissingKey();
   return *property;
@@ -41,7 +41,7 @@ PropertiesImpl::Property& PropertiesImpl::Find(const char* name) {
 bool PropertiesImpl::Register(const char* name, ValueType type, bool isRequired,
                               const _VARIANT* defaultValue, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(name);
+    Core::CheckArgument(name);
     CheckConcrete(type);
     if (properties_.Find(name))
       throw std::runtime_error(Core::StringFormat("Property with name [%s] already exists!", name));
@@ -57,7 +57,7 @@ bool PropertiesImpl::Register(const char* name, ValueType type, bool isRequired,
 bool PropertiesImpl::Set(const char* name, const _VARIANT* value, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Property& property = Find(name);
-    Core::CheckNotNull(value);
+    Core::CheckArgument(value);
     CheckType(name, property.type, *value);
     property.value = Core::Variant(*value);
   });
@@ -65,14 +65,14 @@ bool PropertiesImpl::Set(const char* name, const _VARIANT* value, Core::IErrorCo
 
 bool PropertiesImpl::Get(const char* name, _VARIANT* destination, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(destination);
+    Core::CheckArgument(destination);
     Core::CopyVariant(&Find(name).Effective(), destination);
   });
 }
 
 bool PropertiesImpl::Contains(const char* name, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(name);
+    Core::CheckArgument(name);
     return properties_.Find(name) != nullptr;
   });
 }
@@ -95,7 +95,7 @@ bool PropertiesImpl::IsRequired(const char* name, Core::IErrorCode** error) {
 
 bool PropertiesImpl::GetDefault(const char* name, _VARIANT* destination, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(destination);
+    Core::CheckArgument(destination);
     Core::CopyVariant(&Find(name).defaultValue, destination);
   });
 }

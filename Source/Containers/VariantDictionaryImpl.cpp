@@ -12,7 +12,7 @@ using Structures::_VARIANT;
 namespace {
 
 void CheckRecord(const _VARIANT* record) {
-  Core::CheckNotNull(record);
+  Core::CheckArgument(record);
   Core::CheckDefined(*record);
 }
 
@@ -22,7 +22,7 @@ bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
                                 Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     CheckRecord(key);
-    Core::CheckNotNull(destination);
+    Core::CheckArgument(destination);
     const Core::Variant* value = map_.Find(*key);
     if (!value) Core::ThrowMissingKey();
     Core::CopyVariant(value, destination);

@@ -3,6 +3,7 @@
 #include <typeinfo>
 
 #include "Core/IObject.h"
+#include "Core/TypeName.h"
 
 namespace Core {
 
@@ -10,8 +11,8 @@ namespace Core {
 /// comparison, where asking for an interface walks through the bases.
 template <class Implementation>
 Implementation* ImplementationOf(IObject* object) {
-  const bool isOwn = object && typeid(*object) == typeid(Implementation);
-  return isOwn ? static_cast<Implementation*>(object) : nullptr;
+  const std::type_info* type = object ? ClassOf(*object) : nullptr;
+  return type && *type == typeid(Implementation) ? static_cast<Implementation*>(object) : nullptr;
 }
 
 }  // namespace Core

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "Core/ImplementationOf.h"
 #include "Core/Variant.h"
 #include "DateTime/Iso8601Text.h"
 
@@ -151,7 +152,7 @@ std::int32_t DateTimeImpl::CompareByUnit(IDateTime* other, DateTimeUnit unit) {
 }
 
 std::int32_t DateTimeImpl::CompareTo(IDateTime* other) {
-  if (!other) Core::ThrowNullInterface<IDateTime>();
+  if (!Core::ImplementationOf<DateTimeImpl>(other)) Core::CheckInterface(other);
   return Sign(static_cast<std::int64_t>(ticks_), static_cast<std::int64_t>(other->GetFileTime()));
 }
 
@@ -166,7 +167,7 @@ void DateTimeImpl::Clone(IDateTime** out) {
 }
 
 bool DateTimeImpl::SetTimeZone(const char* name) {
-  Core::CheckNotNull(name);
+  Core::CheckArgument(name);
   const std::size_t size = std::strlen(name) + 1;
   auto copy = std::make_unique<char[]>(size);
   std::memcpy(copy.get(), name, size);

@@ -50,7 +50,7 @@ RowWriter::RowWriter(Interfaces::ITable& table) {
   columns_.reserve(static_cast<std::size_t>(count));
   for (std::int32_t i = 0; i < count; ++i) {
     Interfaces::IColumn* const column = table.GetColumn(i);
-    CheckInterface(column);
+    Core::CheckInterface(column);
     TextBuffer key;
     key.Put(i == 0 ? '{' : ',');
     AppendJsonString(key, column->GetName());
@@ -118,7 +118,7 @@ Core::Ptr<JsonDocumentImpl> WriteJsonTable(Interfaces::ITable& table) {
   const std::int64_t count = table.GetRowCount();
   for (std::int64_t i = 0; i < count; ++i) {
     Interfaces::IRow* const row = table.GetRow(i);
-    CheckInterface(row);
+    Core::CheckInterface(row);
     if (i != 0) writer.Put(',');
     writer.Add(*row);
   }
@@ -128,7 +128,7 @@ Core::Ptr<JsonDocumentImpl> WriteJsonTable(Interfaces::ITable& table) {
 
 Core::Ptr<JsonDocumentImpl> WriteJsonRow(Interfaces::IRow& row) {
   Interfaces::ITable* const table = row.GetTable();
-  CheckInterface(table);
+  Core::CheckInterface(table);
   RowWriter writer(*table);
   writer.Add(row);
   return writer.MakeDocument();

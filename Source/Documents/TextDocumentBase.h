@@ -15,7 +15,7 @@ template <class Interface>
 class TextDocumentBase : public Core::ObjectBase<Interface> {
  public:
   void SetContent(const char* text, std::uint64_t length) override {
-    if (length != 0) Core::CheckNotNull(text);
+    if (length != 0) Core::CheckArgument(text);
     content_ = MultiByteStringImpl::FromUtf8({text, static_cast<std::size_t>(length)});
     isValid_ = IsWellFormed();
   }
@@ -51,7 +51,7 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
 template <class Interface, class AreEqual>
 bool AreValidAndEqual(Interface& left, Interface* right, AreEqual&& areEqual) noexcept {
   try {
-    return right && left.IsValid() && right->IsValid() &&
+    return left.IsValid() && Core::CheckInterface(right)->IsValid() &&
            areEqual(ContentOf(left), ContentOf(*right));
   } catch (...) {
     return false;

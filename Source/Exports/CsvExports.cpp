@@ -13,7 +13,7 @@ using namespace Data::impl;
 namespace {
 
 std::string_view CheckedContent(const char* content, std::uint64_t size) {
-  Core::CheckNotNull(content);
+  Core::CheckArgument(content);
   if (size == 0)
     throw std::runtime_error(
         "Size cannot be 0. We don't call strlen "
@@ -23,7 +23,7 @@ std::string_view CheckedContent(const char* content, std::uint64_t size) {
 }
 
 std::string_view CheckedSeparator(const char* separator) {
-  Core::CheckNotNull(separator);
+  Core::CheckArgument(separator);
   return *separator ? separator : ",";
 }
 
@@ -70,7 +70,7 @@ bool Data_ConvertTableToCsv(ITable* table, const char* separator, IString** text
                             Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(text);
-    Core::CheckNotNull(table);
+    Core::CheckArgument(table);
     const auto csv = WriteCsv(*table, CheckedSeparator(separator), alwaysQuote);
     HandOut<IString>(MultiByteStringImpl::FromUtf8(csv), text);
   });

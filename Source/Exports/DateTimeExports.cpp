@@ -34,7 +34,7 @@ bool Data_CreateMaximumDateTime(IDateTime** out) {
 
 bool Data_CreateDateTimeFromIso8601(const char* text, IDateTime** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(text);
+    Core::CheckArgument(text);
     Core::CheckOutPointer(out);
     HandOut<IDateTime>(MakeDateTime(FieldsOfIso8601(text)), out);
   });

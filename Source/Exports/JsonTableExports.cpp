@@ -10,7 +10,7 @@ using namespace Data::impl;
 
 bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(document);
+    Core::CheckArgument(document);
     Core::CheckOutPointer(out);
     if (!document->IsValid()) throw std::runtime_error("JsonDocument content is not valid");
     HandOut<ITable>(ReadJsonTable(JsonTextOf(ContentOf(*document))), out);
@@ -19,7 +19,7 @@ bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** 
 
 bool Data_TableToJson(ITable* table, IJsonDocument** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(table);
+    Core::CheckArgument(table);
     Core::CheckOutPointer(out);
     HandOut<IJsonDocument>(WriteJsonTable(*table), out);
   });
@@ -27,7 +27,7 @@ bool Data_TableToJson(ITable* table, IJsonDocument** out, Core::IErrorCode** err
 
 bool Data_TableRowToJson(IRow* row, IJsonDocument** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(row);
+    Core::CheckArgument(row);
     Core::CheckOutPointer(out);
     HandOut<IJsonDocument>(WriteJsonRow(*row), out);
   });

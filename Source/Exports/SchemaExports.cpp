@@ -8,9 +8,9 @@ using namespace Data::Interfaces;
 bool Data_CreateSchema(const Structures::_UUID* uuid, const char* title, const char* description,
                        ISchema** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(uuid);
-    Core::CheckNotNull(title);
-    Core::CheckNotNull(description);
+    Core::CheckArgument(uuid);
+    Core::CheckArgument(title);
+    Core::CheckArgument(description);
     Core::CheckOutPointer(out);
     impl::HandOut<ISchema>(Core::MakePtr<SchemaImpl>(SchemaHeader{*uuid, title, description}), out);
   });
@@ -18,7 +18,7 @@ bool Data_CreateSchema(const Structures::_UUID* uuid, const char* title, const c
 
 bool Data_ParseSchema(IJsonDocument* document, ISchema** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(document);
+    Core::CheckArgument(document);
     Core::CheckOutPointer(out);
     impl::HandOut<ISchema>(ReadSchema(*document), out);
   });

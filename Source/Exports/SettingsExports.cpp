@@ -45,7 +45,7 @@ bool Data_CreateProperties(IProperties** out, Core::IErrorCode** error) {
 
 bool Data_CreateEnum(IObjectList* options, IEnum** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(options);
+    Core::CheckArgument(options);
     Core::CheckOutPointer(out);
     HandOut<IEnum>(Core::MakePtr<EnumImpl>(ReadOptions(*options)), out);
   });
@@ -65,8 +65,9 @@ bool Data_CreateAllowedValue(const _VARIANT* value, Structures::ComparisonOperat
                              const char* displayName, const char* description, const char* category,
                              const char* helpUri, IAllowedValue** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(value);
-    for (const char* text : {displayName, description, category, helpUri}) Core::CheckNotNull(text);
+    Core::CheckArgument(value);
+    for (const char* text : {displayName, description, category, helpUri})
+      Core::CheckArgument(text);
     Core::CheckOutPointer(out);
     Core::CheckInitialized(value);
     AllowedValueTexts texts{displayName, description, category, helpUri};

@@ -11,7 +11,7 @@ bool Data_CreateString(IString** out) { return Create<MultiByteStringImpl>(out);
 
 bool Data_CreateSecureString(IString* text, ISecureString** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(text);
+    Core::CheckArgument(text);
     Core::CheckOutPointer(out);
     HandOut<ISecureString>(Core::MakePtr<SecureString>(Core::Utf8View(*text)), out);
   });

@@ -8,7 +8,7 @@
 
 namespace Data {
 
-using Core::CheckNotNull;
+using Core::CheckArgument;
 using Core::CheckOutPointer;
 using Core::Guarded;
 using Core::IObject;
@@ -57,7 +57,7 @@ Column& SchemaImpl::Ensure(std::string_view name) {
 }
 
 const Column& SchemaImpl::Find(const char* name) {
-  CheckNotNull(name);
+  CheckArgument(name);
   const Column* column = columns_.Find(name);
   if (!column) Core::ThrowMissingKey();
   return *column;
@@ -84,16 +84,17 @@ bool SchemaImpl::ClearAllowedValues(const char* name, IErrorCode** error) {
 
 bool SchemaImpl::AddAllowedValue(const char* name, IAllowedValue* value, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(name);
-    CheckNotNull(value);
+    CheckArgument(name);
+    CheckArgument(value);
     Ensure(name).Edit<attributes::AllowedValues>().emplace_back(value);
   });
 }
 
 bool SchemaImpl::SetAllowedValues(const char* name, IObjectList* values, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(name);
-    auto list = values ? AllowedValuesOf(*values) : attributes::AllowedValueList();
+    CheckArgument(name);
+    auto list =
+        values ? AllowedValuesOf(*Core::CheckInterface(values)) : attributes::AllowedValueList();
     Ensure(name).Set<attributes::AllowedValues>(std::move(list));
   });
 }
@@ -109,8 +110,8 @@ bool SchemaImpl::GetAllowedValues(const char* name, IObjectList** out, IErrorCod
 
 bool SchemaImpl::SetDefaultValue(const char* name, const _VARIANT* value, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(name);
-    CheckNotNull(value);
+    CheckArgument(name);
+    CheckArgument(value);
     Core::CheckDefined(*value);
     Ensure(name).Set<attributes::DefaultValue>(Core::Variant(*value));
   });
@@ -118,7 +119,7 @@ bool SchemaImpl::SetDefaultValue(const char* name, const _VARIANT* value, IError
 
 bool SchemaImpl::GetDefaultValue(const char* name, _VARIANT* out, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(out);
+    CheckArgument(out);
     Core::CopyVariant(&Find(name).Get<attributes::DefaultValue>(), out);
   });
 }
@@ -126,7 +127,7 @@ bool SchemaImpl::GetDefaultValue(const char* name, _VARIANT* out, IErrorCode** e
 bool SchemaImpl::AddColumn(const char* name, ValueType type, std::int32_t width,
                            std::int32_t decimals, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(name);
+    CheckArgument(name);
     Put(name, Column(NewColumn{name, type, width, decimals}));
   });
 }
@@ -142,7 +143,7 @@ bool SchemaImpl::AddColumnFull(const char* name, const char* group, const char* 
                                ValueType type, std::int32_t width, std::int32_t decimals,
                                const char* description, const char* unit, IErrorCode** error) {
   return Guarded(error, [&] {
-    for (const char* text : {name, group, displayName, description, unit}) CheckNotNull(text);
+    for (const char* text : {name, group, displayName, description, unit}) CheckArgument(text);
     Column column(NewColumn{name, type, width, decimals});
     column.Set<attributes::Description>(description);
     column.Set<attributes::Unit>(unit);
@@ -184,7 +185,7 @@ bool SchemaImpl::CheckConsistency(IErrorCode** error) {
 
 bool SchemaImpl::CloneWithUuid(const _UUID* uuid, ISchema** out, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(uuid);
+    CheckArgument(uuid);
     CheckOutPointer(out);
     SchemaHeader header = header_;
     header.uuid = *uuid;
@@ -201,7 +202,7 @@ bool SchemaImpl::Clone(ISchema** out, IErrorCode** error) {
 
 bool SchemaImpl::GetUuid(_UUID* out, IErrorCode** error) {
   return Guarded(error, [&] {
-    CheckNotNull(out);
+    CheckArgument(out);
     *out = header_.uuid;
   });
 }

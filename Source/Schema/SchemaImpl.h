@@ -195,7 +195,7 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
   template <class A>
   bool Set(const char* name, typename A::Value value, IErrorCode** error) {
     return Core::Guarded(error, [&] {
-      Core::CheckNotNull(name);
+      Core::CheckArgument(name);
       Ensure(name).template Set<A>(std::move(value));
     });
   }
@@ -206,8 +206,8 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
   template <class A>
   bool SetText(const char* name, const char* text, IErrorCode** error) {
     return Core::Guarded(error, [&] {
-      Core::CheckNotNull(name);
-      Core::CheckNotNull(text);
+      Core::CheckArgument(name);
+      Core::CheckArgument(text);
       Ensure(name).template Set<A>(text);
     });
   }

@@ -29,8 +29,13 @@ inline const impl::JsonValue& GetMember(const impl::JsonValue& object, std::stri
   return *member;
 }
 
-/// An element of the array of that key, or the member itself.
 inline const impl::JsonValue& AsObject(const impl::JsonValue& value, std::string_view key) {
+  if (!value.IsObject()) ThrowWrongMember(key, "must be an object!");
+  return value;
+}
+
+/// An element of the array of that key.
+inline const impl::JsonValue& AsElement(const impl::JsonValue& value, std::string_view key) {
   if (!value.IsObject()) ThrowWrongMember(key, "must hold objects!");
   return value;
 }

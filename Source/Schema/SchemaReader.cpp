@@ -145,7 +145,7 @@ void Read(const JsonValue& member, std::string_view key, const Column&,
   const auto elements = AsArray(member, key).GetArray();
   values.reserve(elements.Size());
   for (const JsonValue& element : elements)
-    values.push_back(ReadAllowedValue(AsObject(element, key)));
+    values.push_back(ReadAllowedValue(AsElement(element, key)));
 }
 
 template <class A>
@@ -187,7 +187,7 @@ Ptr<SchemaImpl> ReadSchema(Interfaces::IJsonDocument& document) {
   schema->AppendLastError(violations);
   if (const JsonValue* columns = FindMember(tree, "columns"))
     for (const JsonValue& column : AsArray(*columns, "columns").GetArray())
-      ReadColumn(AsObject(column, "columns"), *schema);
+      ReadColumn(AsElement(column, "columns"), *schema);
   return schema;
 }
 

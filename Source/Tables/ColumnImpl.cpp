@@ -1,11 +1,11 @@
 #include "Tables/ColumnImpl.h"
 
-#include <typeinfo>
 #include <utility>
 #include <vector>
 
 #include "Containers/VariantListImpl.h"
 #include "Core/Guard.h"
+#include "Core/ImplementationOf.h"
 #include "Core/Variant.h"
 #include "Tables/TableFailures.h"
 #include "Tables/TableImpl.h"
@@ -13,7 +13,7 @@
 namespace Data::impl {
 
 using namespace Interfaces;
-using Core::CheckNotNull;
+using Core::CheckArgument;
 using Core::Ptr;
 using Structures::_VARIANT;
 
@@ -23,8 +23,7 @@ ColumnImpl::ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* head
 
 ColumnImpl* ColumnImpl::Of(IColumn* column) {
   // Only this library makes columns, so there is no other class to ask for.
-  return column && typeid(*column) == typeid(ColumnImpl) ? static_cast<ColumnImpl*>(column)
-                                                         : nullptr;
+  return Core::ImplementationOf<ColumnImpl>(column);
 }
 
 TableImpl& ColumnImpl::Table() const {
@@ -33,7 +32,7 @@ TableImpl& ColumnImpl::Table() const {
 }
 
 void ColumnImpl::SetName(const char* name) {
-  CheckNotNull(name);
+  CheckArgument(name);
   if (Table().Header().Find(name))
     throw std::runtime_error(Core::StringFormat("Column with name [%s] already exists!", name));
   header_->Rename(*this, name);
@@ -68,14 +67,14 @@ Structures::ValueType ColumnImpl::GetType() {
 }
 
 IRow* ColumnImpl::FindRow(const _VARIANT* value) {
-  CheckNotNull(value);
+  CheckArgument(value);
   return Table().FindFirst(*this, *value);
 }
 
 bool ColumnImpl::BelongsTo(ITable* table) { return table_ && table == table_; }
 
 void ColumnImpl::Fill(const _VARIANT* value) {
-  CheckNotNull(value);
+  CheckArgument(value);
   // The value may be one of the cells about to be written.
   const Core::Variant copy(*value);
   for (const auto& row : Table().Rows()) row->Write(*this, copy);

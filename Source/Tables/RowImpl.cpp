@@ -12,7 +12,7 @@
 namespace Data::impl {
 
 using namespace Interfaces;
-using Core::CheckNotNull;
+using Core::CheckArgument;
 using Core::Ptr;
 using Structures::_VARIANT;
 
@@ -153,24 +153,24 @@ bool RowImpl::GetValue(std::int32_t index, IValue** out) {
 
 bool RowImpl::TrySetCellByName(const char* name, const _VARIANT* value, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    CheckNotNull(value);
+    CheckArgument(value);
     Core::CheckDefined(*value);
     SetCellByName(name, value);
   });
 }
 
 void RowImpl::SetCell(std::int32_t index, const _VARIANT* value) {
-  CheckNotNull(value);
+  CheckArgument(value);
   Write(Table().ColumnAt(index), *value);
 }
 
 void RowImpl::SetCellByName(const char* name, const _VARIANT* value) {
-  CheckNotNull(value);
+  CheckArgument(value);
   Write(NamedColumn(name), *value);
 }
 
 void RowImpl::SetCellOfColumn(IColumn* column, const _VARIANT* value) {
-  CheckNotNull(value);
+  CheckArgument(value);
   Write(OwnColumn(column), *value);
 }
 

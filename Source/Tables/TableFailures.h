@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "Core/Failures.h"
-#include "Core/Ptr.h"
 #include "Data/Structures/Variant.h"
 
 /// The failures that several classes of the table model raise.
@@ -26,16 +25,9 @@ namespace Data::impl {
   throw std::runtime_error("Error while setting cell value");
 }
 
-/// Rejects a null object where one of an interface is needed, and an object
-/// that has not got it.
-template <class Interface>
-void CheckInterface(Interface* object) {
-  Core::WeakPtr<Interface>(object).Checked();
-}
-
 /// Rejects a null array of values, unless it is empty.
 inline void CheckValues(const Structures::_VARIANT* values, std::uint64_t count) {
-  if (count != 0) Core::CheckNotNull(values);
+  if (count != 0) Core::CheckArgument(values);
 }
 
 /// Whether `index` is a position below `count`; a negative one wraps to a huge one.

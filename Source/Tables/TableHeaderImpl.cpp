@@ -9,7 +9,7 @@
 namespace Data::impl {
 
 using namespace Interfaces;
-using Core::CheckNotNull;
+using Core::CheckArgument;
 using Core::Ptr;
 
 TableHeaderImpl::~TableHeaderImpl() {
@@ -21,13 +21,13 @@ IColumn* TableHeaderImpl::GetColumn(std::int32_t index, Core::IErrorCode** error
 }
 
 bool TableHeaderImpl::Contains(IColumn* column) {
-  CheckInterface(column);
+  Core::CheckInterface(column);
   const ColumnImpl* searched = ColumnImpl::Of(column);
   return searched && Find(searched->Name()) == searched;
 }
 
 bool TableHeaderImpl::HasColumn(const char* name) {
-  CheckNotNull(name);
+  CheckArgument(name);
   return Find(name) != nullptr;
 }
 
@@ -55,7 +55,7 @@ ColumnImpl* TableHeaderImpl::Find(std::string_view name) const {
 }
 
 ColumnImpl& TableHeaderImpl::Column(const char* name) const {
-  CheckNotNull(name);
+  CheckArgument(name);
   ColumnImpl* column = Find(name);
   if (!column) Core::ThrowMissingKey();
   return *column;

@@ -10,7 +10,7 @@
 namespace Data::impl {
 
 using namespace Interfaces;
-using Core::CheckNotNull;
+using Core::CheckArgument;
 using Core::Ptr;
 using Structures::_VARIANT;
 
@@ -24,7 +24,7 @@ TableImpl::~TableImpl() {
 // -- Columns --
 
 IColumn* TableImpl::AddColumn(const char* name) {
-  CheckNotNull(name);
+  CheckArgument(name);
   return &AddNamedColumn(name);
 }
 
@@ -44,7 +44,7 @@ ColumnImpl& TableImpl::InsertNamedColumn(std::string_view name, std::size_t inde
 }
 
 IColumn* TableImpl::InsertColumn(const char* name, std::int32_t index) {
-  CheckNotNull(name);
+  CheckArgument(name);
   if (ColumnImpl* existing = header_->Find(name)) return existing;
   if (index < 0) throw std::runtime_error("Column index < 0 [" + std::to_string(index) + "]!");
   const std::int64_t count = GetColumnCount();
@@ -70,7 +70,7 @@ void TableImpl::DropColumn(ColumnImpl& column) {
 }
 
 void TableImpl::OnColumnAdded(IColumn* column) {
-  CheckInterface(column);
+  Core::CheckInterface(column);
   const ColumnImpl& added = OwnColumn(column);
   MakeRoomForCell();
   InsertCells(static_cast<std::size_t>(added.Index()));
@@ -92,7 +92,7 @@ void TableImpl::InsertCells(std::size_t index) noexcept {
 }
 
 ColumnImpl& TableImpl::ExistingColumn(const char* name) const {
-  CheckNotNull(name);
+  CheckArgument(name);
   ColumnImpl* column = header_->Find(name);
   if (!column) throw std::runtime_error("Column " + std::string(name) + " does not exists");
   return *column;
@@ -120,7 +120,7 @@ void TableImpl::SetCellAt(std::int64_t row, std::int32_t column, const _VARIANT*
 void TableImpl::SetCell(std::int64_t row, const char* column, const _VARIANT* value) {
   RowImpl& written = RowAt(row);
   ColumnImpl& existing = ExistingColumn(column);
-  CheckNotNull(value);
+  CheckArgument(value);
   written.Write(existing, *value);
 }
 
@@ -164,7 +164,7 @@ void TableImpl::RemoveFromIndex(RowImpl& row) noexcept {
 }
 
 IRow* TableImpl::FindRow(const _VARIANT* key) {
-  CheckNotNull(key);
+  CheckArgument(key);
   if (!index_)
     throw std::runtime_error(
         Core::StringFormat("Table %s does not have an index!", header_->GetName()));
@@ -196,7 +196,7 @@ bool TableImpl::FindRows(const char* column, const _VARIANT* key, IObjectList** 
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
     const ColumnImpl& searched = ExistingColumn(column);
-    CheckNotNull(key);
+    CheckArgument(key);
     const auto found = Core::MakePtr<ObjectListImpl>();
     ForEachMatch(searched, *key, [&](RowImpl& row) {
       found->Add(&row);

@@ -40,7 +40,7 @@ std::vector<ColumnImpl*> FillFrom(IVariantDictionary& values, const TableHeaderI
 /// @return the columns that the other row's table has
 std::vector<ColumnImpl*> FillFrom(IRow& source, const TableHeaderImpl& header, RowImpl& row) {
   ITable* table = source.GetTable();
-  CheckInterface(table);
+  Core::CheckInterface(table);
   std::vector<ColumnImpl*> written;
   for (const auto& column : header.Columns()) {
     if (!table->HasColumn(column->GetName())) continue;
@@ -132,7 +132,7 @@ IRow* TableImpl::InsertRow(std::int64_t index, const _VARIANT* values, std::uint
 }
 
 IRow* TableImpl::AddRowFromDictionary(IVariantDictionary* values) {
-  CheckInterface(values);
+  Core::CheckInterface(values);
   CheckHasColumns();
   auto row = RowImpl::Make(this, ColumnCount());
   const auto written = FillFrom(*values, *header_, *row);
@@ -142,7 +142,7 @@ IRow* TableImpl::AddRowFromDictionary(IVariantDictionary* values) {
 IRow* TableImpl::AddRowCopy(IRow* source) { return InsertRowCopy(GetRowCount(), source); }
 
 IRow* TableImpl::InsertRowCopy(std::int64_t index, IRow* source) {
-  CheckInterface(source);
+  Core::CheckInterface(source);
   CheckHasColumns();
   CheckInsertPosition(index);
   auto row = RowImpl::Make(this, ColumnCount());

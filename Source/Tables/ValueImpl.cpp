@@ -12,7 +12,7 @@ bool ValueImpl::GetValue(_VARIANT* out) {
 }
 
 void ValueImpl::SetValue(const _VARIANT* value) {
-  Core::CheckNotNull(value);
+  Core::CheckArgument(value);
   Core::CopyVariant(value, &value_);
 }
 

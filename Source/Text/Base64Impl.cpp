@@ -73,7 +73,7 @@ Bytes DecodeBase64(const Base64Alphabet& alphabet, std::string_view text) {
 
 bool Base64Impl::Encode(IArray* input, IArray** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(input);
+    Core::CheckArgument(input);
     Core::CheckOutPointer(out);
     *out = Core::MakePtr<ArrayImpl>(EncodeBase64(alphabet_, BytesOf(*input))).Detach();
   });
@@ -81,7 +81,7 @@ bool Base64Impl::Encode(IArray* input, IArray** out, Core::IErrorCode** error) {
 
 bool Base64Impl::Decode(IArray* input, IArray** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(input);
+    Core::CheckArgument(input);
     Core::CheckOutPointer(out);
     const auto bytes = BytesOf(*input);
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());

@@ -40,7 +40,7 @@ HashingImpl::HashingImpl(Platform::HashAlgorithm algorithm, bool isKeyed,
 bool HashingImpl::Hash(const void* data, std::uint64_t length, Interfaces::IArray** out,
                        Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(data);
+    Core::CheckArgument(data);
     Core::CheckOutPointer(out);
     // Memory first: a computation that has begun must come to its end, or the
     // next one would go on with it.

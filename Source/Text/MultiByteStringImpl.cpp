@@ -3,6 +3,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "Core/ImplementationOf.h"
 #include "Platform/CodePages.h"
 #include "Text/TextOrder.h"
 
@@ -50,7 +51,7 @@ void MultiByteStringImpl::Adopt(std::unique_ptr<char[]> buffer, std::size_t capa
 /// has been copied.
 template <class Unit>
 void MultiByteStringImpl::Store(const Unit* text, std::uint64_t length, Kind kind) {
-  if (length != 0) Core::CheckNotNull(text);
+  if (length != 0) Core::CheckArgument(text);
   CheckLength<Unit>(length);
   const std::size_t bytes = length * sizeof(Unit), size = bytes + sizeof(Unit);
   if (size <= capacity_) {
@@ -149,6 +150,7 @@ std::uint64_t MultiByteStringImpl::GetLength() {
 
 std::int32_t MultiByteStringImpl::Compare(IString* other, bool caseSensitive) {
   if (!other) return -1;
+  if (!Core::ImplementationOf<MultiByteStringImpl>(other)) Core::CheckInterface(other);
   switch (kind_) {
     case Kind::Empty:
       return static_cast<std::int32_t>(0 - static_cast<std::uint32_t>(other->GetLength()));

@@ -82,6 +82,7 @@ TEST(Array, BytesThatMustBeThereMayNotBeNull) {
   EXPECT_EQ(ThrownBy([&] { array->SetData(nullptr, 1, 5); }), nullBytes);
   EXPECT_EQ(ThrownBy([&] { array->Write(2, nullptr, 5); }), nullBytes);
   EXPECT_EQ(array->Write(9, nullptr, 5), 14u) << "beyond the end none are read";
+  EXPECT_EQ(ArrayOf("", 1, 0)->Write(UINT64_MAX, nullptr, 5), 0u) << "nor past the last offset";
   EXPECT_EQ(array->Write(4, nullptr, 5), 1u) << "at the end it is an append of nothing";
   EXPECT_EQ(std::memcmp(array->GetData(), "abcd", 4), 0);
   array->SetData(nullptr, 4, 0);

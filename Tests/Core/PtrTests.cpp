@@ -114,12 +114,12 @@ TEST(Failures, NameTheTypeThatIsMissing) {
       {"Pointer of struct Data::Interfaces::IVariantList must be null in order to avoid memory "
        "leaks!",
        ThrownBy([&] { Core::CheckOutPointer(&held); })},
-      {"Pointer of char must not be null!", ThrownBy([&] { Core::CheckNotNull(noText); })},
-      {"Pointer of void must not be null!", ThrownBy([&] { Core::CheckNotNull(noBytes); })},
+      {"Pointer of char must not be null!", ThrownBy([&] { Core::CheckArgument(noText); })},
+      {"Pointer of void must not be null!", ThrownBy([&] { Core::CheckArgument(noBytes); })},
       {"Pointer of struct Data::Structures::_VARIANT must not be null!",
-       ThrownBy([&] { Core::CheckNotNull(noRecord); })},
+       ThrownBy([&] { Core::CheckArgument(noRecord); })},
       {"Pointer of struct Core::IErrorCode must not be null!",
-       ThrownBy([&] { Core::CheckNotNull<Core::IErrorCode>(nullptr); })},
+       ThrownBy([&] { Core::CheckArgument<Core::IErrorCode>(nullptr); })},
       {"Must be nullptr to prevent memory leaks. Maybe default constructor initialized the object?",
        ThrownBy([&] { Core::ThrowMustBeNull(); })},
   };

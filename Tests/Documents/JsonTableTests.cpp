@@ -180,7 +180,7 @@ TEST(JsonToTable, FailsWithoutATable) {
 }
 
 TEST(JsonToTable, ChecksItsArguments) {
-  const auto document = Json("[]");
+  const auto document = Json("[]"), invalid = Json("[");
   const auto held = MakeTable({});
   ITable* out = held.Get();
   ITable* null = nullptr;
@@ -190,7 +190,7 @@ TEST(JsonToTable, ChecksItsArguments) {
     const char* message;
   } cases[] = {
       {nullptr, nullptr, "Pointer of struct Data::Interfaces::IJsonDocument must not be null!"},
-      {Json("[").Get(), nullptr,
+      {invalid.Get(), nullptr,
        "Pointer to a pointer of struct Data::Interfaces::ITable must not be null! Address of "
        "return must be specified!"},
       {document.Get(), &out,

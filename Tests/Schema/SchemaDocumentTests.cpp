@@ -450,12 +450,19 @@ TEST(SchemaDocument, EveryWrongOrMissingMemberIsNamed) {
         EXPECT_EQ(failure, c.isRequired ? start + "is missing!" : "") << member << absent;
       }
     }
-  for (const std::string text : {R"({"schema":[]})", R"({"columns":[1]})", R"({"columns":["x"]})",
-                                 R"({"schema":5})", R"({"columns":[[]]})"}) {
+  const struct {
+    const char* text;
+    const char* message;
+  } misplaced[] = {
+      {R"({"schema":[]})", "Member \"schema\" of the layer schema document must be an object!"},
+      {R"({"schema":5})", "Member \"schema\" of the layer schema document must be an object!"},
+      {R"({"columns":[1]})", "Member \"columns\" of the layer schema document must hold objects!"},
+      {R"({"columns":[[]]})", "Member \"columns\" of the layer schema document must hold objects!"},
+  };
+  for (const auto& c : misplaced) {
     std::string failure;
-    EXPECT_FALSE(ParseSchema(text, failure));
-    EXPECT_EQ(failure.find("Member \"") == 0 && failure.ends_with(" must hold objects!"), true)
-        << failure;
+    EXPECT_FALSE(ParseSchema(c.text, failure));
+    EXPECT_EQ(failure, c.message);
   }
   for (const std::string uuid : {"", "x", "{00000000-0000-0000-0000-000000000000",
                                  "00000000-0000-0000-0000-0000000000000", "{}"}) {

@@ -36,7 +36,8 @@ struct IArray : Core::IObject {
   /// Slot 13. stride * count.
   virtual uint64_t GetSize() = 0;
   /// Slot 14. Overwrites bytes from `offset` on and appends what reaches beyond
-  /// the end, as `Append` does. Beginning beyond the end writes nothing.
+  /// the end, as `Append` does. Beginning beyond the end writes nothing, unless
+  /// `offset` + `length` wraps past zero: then the bytes behind it are appended.
   /// @return offset + length, or the new count if bytes were appended
   /// @throws std::runtime_error "Pointer of void must not be null!" if bytes of
   ///         a null source would be written

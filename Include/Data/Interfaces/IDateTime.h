@@ -78,7 +78,8 @@ struct IDateTime : Core::IObject {
   virtual int32_t CompareByUnit(IDateTime* other, Structures::DateTimeUnit unit) = 0;
   /// Slot 33. Orders by tick count, as a signed number.
   /// @return -1 if this is earlier, 1 if later, else 0
-  /// @throws as `CompareByUnit`
+  /// @throws as `CompareByUnit`; "Memory address [%p] is invalid ..." for an
+  ///         object of another interface
   virtual int32_t CompareTo(IDateTime* other) = 0;
 
   // -- Copies and time zone --

@@ -166,9 +166,10 @@ struct ISchema : Core::IObject {
   /// @param indentCharacter  space, tab, CR or LF; 0 means four spaces
   /// @param indentCount      characters per level, at most 1000
   /// Fails with "invalid unordered_map<K, T> key" when a column lacks something
-  /// that `AddColumn` sets, "Unsupported schema type! " + type for a column or
-  /// an allowed value of a type that documents have no name for, "Unsupported
-  /// indentation! ..." for a bad indentation.
+  /// that `AddColumn` sets other than the list of allowed values, "Unsupported
+  /// schema type! " + type for a column or an allowed value of a type that
+  /// documents have no name for, "Unsupported indentation! ..." for a bad
+  /// indentation.
   virtual bool ToJson(IJsonDocument** out, char indentCharacter, uint32_t indentCount,
                       Core::IErrorCode** error) = 0;
   /// Slot 57. The JSON schema (draft 7) of layer schema documents as a new

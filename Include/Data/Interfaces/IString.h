@@ -51,6 +51,8 @@ struct IString : Core::IObject {
   /// Without `caseSensitive`, A to Z count as a to z; no other letter has a case.
   /// @return -1, 0 or 1; -1 if `other` is null; minus the other's length, cut to
   ///         32 bits, if this string is empty
+  /// @throws std::runtime_error "Memory address [%p] is invalid ..." for an object
+  ///         of another interface
   virtual int32_t Compare(IString* other, bool caseSensitive) = 0;
 
  protected:

@@ -11,11 +11,14 @@ namespace Data::Interfaces {
 ///
 /// Keys are equal when they compare equal and hash alike: Int32 7 and Int64 7
 /// are one key, Double 7.0 is another; "abc" and "ABC" are two. A null key is
-/// equal to nothing, so every `Set` with it adds an entry. Operations with an
-/// `error` argument never throw; a null record fails with "Pointer of struct
-/// Data::Structures::_VARIANT must not be null!", an undefined one with
-/// "Variant type is undefined! Did you forget to zero out the VARIANT
-/// structure? It appears uninitialized!".
+/// equal to nothing, so every `Set` with it adds an entry; so is the first key of
+/// a type that cannot be compared (Array), where looking for a second one fails
+/// as comparing does. Operations with an `error` argument never throw; a null
+/// record fails with "Pointer of struct Data::Structures::_VARIANT must not be
+/// null!", an undefined one with "Variant type is undefined! Did you forget to
+/// zero out the VARIANT structure? It appears uninitialized!", a key in pointer
+/// form with "Must be value type!", one of type ErrorCode with "Must be string,
+/// json or xml!".
 struct IVariantDictionary : Core::IObject {
   /// Slot 6. Copies the value of a key into `destination`, which gives up what
   /// it held.

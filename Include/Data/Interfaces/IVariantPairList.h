@@ -7,7 +7,9 @@ namespace Data::Interfaces {
 
 /// Pairs of a key and a value in the order in which they were added; keys may
 /// repeat. Operations with an `error` argument never throw; a null record fails
-/// with "Pointer of struct Data::Structures::_VARIANT must not be null!".
+/// with "Pointer of struct Data::Structures::_VARIANT must not be null!", adding
+/// an undefined one with "Variant type is undefined! Did you forget to zero out
+/// the VARIANT structure? It appears uninitialized!".
 struct IVariantPairList : Core::IObject {
   /// Slot 6. Copies a pair into the two destinations, which give up what they
   /// held.

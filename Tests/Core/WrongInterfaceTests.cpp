@@ -1,0 +1,150 @@
+#include <functional>
+
+#include "Data/Interfaces/IAllowedValue.h"
+#include "Data/Interfaces/IEncoding.h"
+#include "Data/Interfaces/IEnum.h"
+#include "Data/Interfaces/IHashing.h"
+#include "Data/Interfaces/IJsonDocument.h"
+#include "Data/Interfaces/ISchema.h"
+#include "Data/Interfaces/ISecureString.h"
+#include "Data/Interfaces/ITable.h"
+#include "Data/Interfaces/IVariantDictionary.h"
+#include "Data/Interfaces/IXmlDocument.h"
+#include "VariantSupport.h"
+
+namespace Data::tests {
+
+using namespace Interfaces;
+using Core::IErrorCode;
+using Core::Ptr;
+
+namespace {
+
+/// What a careless cast makes of an object: a pointer that says what it is not.
+template <class Interface, class Actual>
+Interface* Disguised(const Ptr<Actual>& object) {
+  return reinterpret_cast<Interface*>(object.Get());
+}
+
+Ptr<ISchema> SomeSchema() {
+  const Structures::_UUID uuid{};
+  Ptr<ISchema> schema;
+  EXPECT_TRUE(Data_CreateSchema(&uuid, "", "", schema.Receive(), nullptr));
+  return schema;
+}
+
+}  // namespace
+
+TEST(WrongInterface, IsAFailureOfEveryGuardedArgument) {
+  const auto list = New(Data_CreateObjectList);
+  const auto array = New(Data_CreateArray);
+  const auto base64 = New(Data_CreateEncodingInstanceBase64);
+  const auto schema = SomeSchema();
+  const auto dictionary = New(Data_CreateVariantDictionary);
+  const struct {
+    const char* what;
+    std::function<bool(IErrorCode**)> call;
+  } cases[] = {
+      {"an enumeration of a dictionary",
+       [&](IErrorCode** error) {
+         Ptr<IEnum> out;
+         return Data_CreateEnum(Disguised<IObjectList>(dictionary), out.Receive(), error);
+       }},
+      {"a secure string of an array",
+       [&](IErrorCode** error) {
+         Ptr<ISecureString> out;
+         return Data_CreateSecureString(Disguised<IString>(array), out.Receive(), error);
+       }},
+      {"a key that is a list",
+       [&](IErrorCode** error) {
+         Ptr<IHashing> out;
+         return Data_CreateHashingInstanceHmacSha2(0, Disguised<IArray>(list), out.Receive(),
+                                                   error);
+       }},
+      {"encoding a list",
+       [&](IErrorCode** error) {
+         Ptr<IArray> out;
+         return base64->Encode(Disguised<IArray>(list), out.Receive(), error);
+       }},
+      {"decoding a list",
+       [&](IErrorCode** error) {
+         Ptr<IArray> out;
+         return base64->Decode(Disguised<IArray>(list), out.Receive(), error);
+       }},
+      {"delimited text of a list",
+       [&](IErrorCode** error) {
+         Ptr<IString> out;
+         return Data_ConvertTableToCsv(Disguised<ITable>(list), ",", out.Receive(), false, error);
+       }},
+      {"JSON of a list",
+       [&](IErrorCode** error) {
+         Ptr<IJsonDocument> out;
+         return Data_TableToJson(Disguised<ITable>(list), out.Receive(), error);
+       }},
+      {"JSON of a row that is a list",
+       [&](IErrorCode** error) {
+         Ptr<IJsonDocument> out;
+         return Data_TableRowToJson(Disguised<IRow>(list), out.Receive(), error);
+       }},
+      {"a table of a list",
+       [&](IErrorCode** error) {
+         Ptr<ITable> out;
+         return Data_JsonToTable(Disguised<IJsonDocument>(list), out.Receive(), error);
+       }},
+      {"a schema of a list",
+       [&](IErrorCode** error) {
+         Ptr<ISchema> out;
+         return Data_ParseSchema(Disguised<IJsonDocument>(list), out.Receive(), error);
+       }},
+      {"an allowed value that is a list",
+       [&](IErrorCode** error) {
+         return schema->AddAllowedValue("a", Disguised<IAllowedValue>(list), error);
+       }},
+      {"a dictionary of allowed values",
+       [&](IErrorCode** error) {
+         return schema->SetAllowedValues("a", Disguised<IObjectList>(dictionary), error);
+       }},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Failure(c.call).find("Memory address ["), 0u) << c.what;
+  EXPECT_EQ(schema->GetColumnCount(), 0) << "a failure adds no column";
+}
+
+TEST(WrongInterface, IsThrownOrUnequalWithoutAGuard) {
+  const auto list = New(Data_CreateObjectList);
+  const auto string = Core::MakeString("a text");
+  const auto date = Date("2024-01-01").As<Ptr<IDateTime>>();
+  const std::string start = "Memory address [";
+  EXPECT_EQ(ThrownBy([&] { string->Compare(Disguised<IString>(list), true); }).find(start), 0u);
+  EXPECT_EQ(ThrownBy([&] { date->CompareTo(Disguised<IDateTime>(list)); }).find(start), 0u);
+  const auto json = JsonVariant("{}").As<Ptr<IJsonDocument>>();
+  EXPECT_FALSE(json->Equals(Disguised<IJsonDocument>(list)));
+  const auto xml = New(Data_CreateXmlDocument);
+  xml->SetContent("<a/>", 4);
+  EXPECT_FALSE(xml->Equals(Disguised<IXmlDocument>(json)));
+}
+
+#if !defined(__SANITIZE_ADDRESS__)  // which rejects such an object before the library sees it
+TEST(WrongInterface, ObjectsWithoutTypeInformationAreTrusted) {
+  // As compilers without it, and other languages, build them: nothing stands
+  // before the slots (17, and two for destruction).
+  const auto string = Core::MakeString("a text");
+  void** table = nullptr;
+  std::memcpy(&table, string.Get(), sizeof table);
+  void* bare[1 + 19] = {nullptr};
+  std::copy_n(table, 19, bare + 1);
+  void** const bareTable = bare + 1;
+  std::memcpy(static_cast<void*>(string.Get()), &bareTable, sizeof bareTable);
+
+  Ptr<ISecureString> secure;
+  EXPECT_TRUE(Data_CreateSecureString(string.Get(), secure.Receive(), nullptr));
+  EXPECT_EQ(Core::MakeString("a text")->Compare(string.Get(), true), 0);
+  const Core::Variant object =
+      Reference(Structures::ValueType::IObject, Ptr<Core::IObject>(string));
+  EXPECT_EQ(ThrownBy([&] { Core::CastToInterface<IArray>(Ptr<Core::IObject>(string)); }),
+            "Cannot cast to desired interface: Interface: struct Core::IObject Desired Interface: "
+            "struct Data::Interfaces::IArray");
+  EXPECT_EQ(Core::RuntimeTypeName(*string), "struct unknown");
+}
+#endif
+
+}  // namespace Data::tests
