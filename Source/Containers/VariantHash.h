@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "Data/Structures/Variant.h"
+#include "Core/VariantRecord.h"
 
 /// Hash and equality of values as keys: of dictionaries and of a table's unique
 /// index.
@@ -17,6 +17,11 @@ std::uint64_t HashText(std::string_view text);
 /// @throws std::runtime_error for a key without a hash (an error code, an
 ///         address, a null date-time): what the conversion of its type throws
 std::uint64_t HashOf(const Structures::_VARIANT& key);
+
+/// Null by value, or a reference to no object: to tables both are a missing key.
+inline bool IsNullKey(const Structures::_VARIANT& key) {
+  return Core::IsNull(key) || Core::IsNullAddress(key);
+}
 
 /// Whether a key differs from every key, itself included, without ever failing:
 /// Null and Unknown by value. All of them share few hashes, so maps never look

@@ -45,7 +45,7 @@ class MergeSide {
   /// Whether a row can have partners at all.
   bool HasKey(std::size_t row) const {
     for (std::size_t i = 0; i < KeyCount(); ++i)
-      if (EqualsNothing(Key(row, i))) return false;
+      if (IsNullKey(Key(row, i)) || EqualsNothing(Key(row, i))) return false;
     return true;
   }
   std::uint64_t KeyHash(std::size_t row) const {
@@ -151,7 +151,7 @@ class Merger {
 
  private:
   static IColumn& KeyColumn(ITable& table, const char* name, const char* missing) {
-    Core::CheckNotNull(name);
+    Core::CheckArgument(name);
     if (!table.HasColumn(name)) throw std::runtime_error(Core::StringFormat(missing, name));
     return *table.GetColumnByName(name);
   }
@@ -227,9 +227,10 @@ namespace {
 bool MergeInto(ITable** out, Core::IErrorCode** error, ITable& left, ITable* right,
                const std::vector<KeyNames>& keys, MergeMode mode) {
   return Core::Guarded(error, [&] {
-    Core::CheckNotNull(right);
-    CheckInterface(right);
+    Core::CheckArgument(right);
     Core::CheckOutPointer(out);
+    if (static_cast<std::uint32_t>(mode) > static_cast<std::uint32_t>(MergeMode::All))
+      throw std::runtime_error("Merge mode is not supported!");
     *out = MergeTables(left, *right, keys, mode).Detach();
   });
 }

@@ -7,7 +7,7 @@ namespace Data::impl {
 using Structures::_VARIANT;
 
 bool SearchKey::Matches(const _VARIANT& cell) const {
-  if (Core::IsNull(cell) || Core::IsNull(value_)) return Core::IsNull(cell) == Core::IsNull(value_);
+  if (IsNullKey(cell) || IsNullKey(value_)) return IsNullKey(cell) == IsNullKey(value_);
   return Core::AreComparable(cell, value_) && HashOf(cell) == hash_ && AreEqualKeys(cell, value_);
 }
 
@@ -25,7 +25,7 @@ UniqueIndex::RowsByHash::const_iterator UniqueIndex::FindEntry(const SearchKey& 
 }
 
 bool UniqueIndex::Covers(const _VARIANT& value) const {
-  return !ignoreNulls_ || !Core::IsNull(value);
+  return IsNullKey(value) ? !ignoreNulls_ : !EqualsNothing(value);
 }
 
 bool UniqueIndex::Add(RowImpl& row) {

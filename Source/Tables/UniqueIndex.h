@@ -9,11 +9,12 @@
 
 namespace Data::impl {
 
-/// A value searched for among cells. Cells equal it as keys of a dictionary do;
-/// Null equals Null. The value must outlive the search.
+/// A value searched for among cells. Cells equal it as keys of a dictionary do,
+/// but Null equals Null. The value must outlive the search.
 class SearchKey {
  public:
-  explicit SearchKey(const Structures::_VARIANT& value) : value_(value), hash_(HashOf(value)) {}
+  explicit SearchKey(const Structures::_VARIANT& value)
+      : value_(value), hash_(IsNullKey(value) ? 0 : HashOf(value)) {}
 
   std::uint64_t Hash() const { return hash_; }
   bool Matches(const Structures::_VARIANT& cell) const;

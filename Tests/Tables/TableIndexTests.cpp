@@ -148,6 +148,27 @@ TEST(TableIndex, NullsMayBeLeftOut) {
       << "a search row by row still sees them";
 }
 
+TEST(TableIndex, ReferencesToNoObjectAreNulls) {
+  const Variant noText = NullReference(ValueType::String),
+                noDate = NullReference(ValueType::DateTime);
+  const auto table = MakeTable({"id", "name"}, {{noText, "a"}, {1, "b"}, {noDate, "c"}});
+  Ptr<IErrorCode> error;
+  EXPECT_FALSE(table->BuildIndex(0, table->GetColumn(0), error.Receive()));
+  EXPECT_EQ(MessageOf(error), "Index can be build only on top of unique values!");
+  ASSERT_TRUE(table->BuildIndex(1, table->GetColumn(0), nullptr));
+  EXPECT_EQ(Lookup(*table.Get(), 1), "b");
+  EXPECT_EQ(Lookup(*table.Get(), noDate), "-");
+  EXPECT_EQ(table->GetColumn(0)->FindRow(&noDate), table->GetRow(0));
+}
+
+TEST(TableIndex, ValuesThatEqualNothingTakeNoTime) {
+  const auto table = MakeTable({"id", "name"});
+  const Cells cells{ByValue(ValueType::Unknown), "a"};
+  for (int i = 0; i < 100'000; ++i) table->AddRow(cells.data(), 2);
+  ASSERT_TRUE(table->BuildIndex(0, table->GetColumn(0), nullptr));
+  EXPECT_EQ(Lookup(*table.Get(), cells[0]), "-");
+}
+
 TEST(TableIndex, BuildingFailsWithoutTouchingAnEarlierIndex) {
   const auto table = Indexed();
   table->AddRow(Cells{40, "a"}.data(), 2);

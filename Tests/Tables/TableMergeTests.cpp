@@ -100,6 +100,18 @@ TEST(TableMerge, KeepsNamesApartAndColumnsDescribed) {
   EXPECT_EQ(merged->GetRow(0)->IsModified(), 0);
 }
 
+TEST(TableMerge, ReferencesToNoObjectAreNullKeys) {
+  const Variant noText = NullReference(ValueType::String),
+                noDate = NullReference(ValueType::DateTime);
+  const auto left = MakeTable({"a", "l"}, {{noText, 1}, {noDate, 2}, {"x", 3}});
+  const auto right = MakeTable({"a", "r"}, {{noText, 4}, {noDate, 5}, {"x", 6}});
+  Ptr<ITable> merged;
+  Ptr<IErrorCode> error;
+  ASSERT_TRUE(left->Merge(right.Get(), "a", MergeMode::Matching, merged.Receive(), error.Receive()))
+      << MessageOf(error);
+  EXPECT_EQ(TextOf(*merged.Get()), "x|3|6");
+}
+
 TEST(TableMerge, SharesObjectsWithBothTables) {
   const auto text = New(Data_CreateString);
   text->SetUtf8("shared", 6);
@@ -142,6 +154,10 @@ TEST(TableMerge, FailuresAreReported) {
   EXPECT_FALSE(
       left->MergeOnColumns(right.Get(), MergeMode::All, merged.Receive(), failure.Receive(), 0));
   EXPECT_EQ(MessageOf(failure), "Invalid column!");
+  failure.Reset();
+  EXPECT_FALSE(left->Merge(right.Get(), "a", static_cast<MergeMode>(3), merged.Receive(),
+                           failure.Receive()));
+  EXPECT_EQ(MessageOf(failure), "Merge mode is not supported!");
 }
 
 }  // namespace Data::tests

@@ -56,8 +56,8 @@ struct IColumn : Core::IObject {
   virtual uint8_t IsHidden() = 0;
   /// Slot 21. 1 once a Null was written into one of the cells; never cleared.
   virtual uint8_t HasSeenNull() = 0;
-  /// Slot 22. The first row whose cell equals `value` as keys of
-  /// `IVariantDictionary` are equal; null without one. Constant time if the
+  /// Slot 22. The first row whose cell equals `value` as keys of a table's index
+  /// are equal (see `ITable`); null without one. Constant time if the
   /// table's unique index is over this column, otherwise row by row.
   /// @throws std::runtime_error "Pointer of struct Data::Structures::_VARIANT
   ///         must not be null!" and what comparing throws

@@ -121,9 +121,10 @@ struct ITable : Core::IObject {
   // -- Index --
   //
   // A table has at most one index: over one column whose values are unique. Keys
-  // are equal as those of `IVariantDictionary` are. The index stays true when
-  // rows and cells change; a change that it cannot hold (a value that repeats or
-  // has no hash) and the removal of its column drop it.
+  // are equal as those of `IVariantDictionary` are, but Null, or a reference to no
+  // object, equals Null. The index stays true when rows and cells change; a change
+  // that it cannot hold (a value that repeats or has no hash) and the removal of
+  // its column drop it.
 
   /// Slot 30. Drops the index.
   virtual void ClearIndexes() = 0;
@@ -150,14 +151,16 @@ struct ITable : Core::IObject {
   // -- Merge --
   //
   // A new table that joins every row of this (left) table with every row of
-  // `right` whose keys equal its own. A Null key equals nothing. It is named
+  // `right` whose keys equal its own. A Null key, a reference to no object
+  // included, equals nothing. It is named
   // left name + "_" + right name + "_merged". Its columns are all of this table,
   // then those of `right` but for the keys; one whose name is taken gets
   // "_right" appended until it is free. Rows come in the order of the left rows,
   // partners in the order of the right rows. Texts and other objects are shared
   // with the two tables. The caller releases the result. Guarded; fail with
-  // "Left table does not contain column %s", "Right table does not contain
-  // column %s".
+  // "Pointer of " + type + " must not be null!" for a null table or name, "Left
+  // table does not contain column %s", "Right table does not contain column %s",
+  // "Merge mode is not supported!".
 
   /// Slot 35. Merges on a key column that has the same name in both tables.
   virtual bool Merge(ITable* right, const char* key, Structures::MergeMode mode, ITable** out,
