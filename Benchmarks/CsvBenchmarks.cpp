@@ -1,7 +1,8 @@
 #include <benchmark/benchmark.h>
-#include <malloc.h>
+#include <unistd.h>
 
 #include <cstdint>
+#include <fstream>
 #include <string>
 
 #include "Core/Variant.h"
@@ -67,15 +68,20 @@ BENCHMARK_CAPTURE(ReadCsv, numeric, TableKind::Numeric)->Arg(10);
 BENCHMARK_CAPTURE(ReadCsv, dates, TableKind::Dates)->Arg(10);
 BENCHMARK_CAPTURE(ReadCsv, text, TableKind::Text)->Arg(10);
 
+std::size_t ResidentBytes() {
+  std::size_t virtualPages = 0, residentPages = 0;
+  std::ifstream("/proc/self/statm") >> virtualPages >> residentPages;
+  return residentPages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
 /// Memory that a table keeps, in times of what its records take by themselves.
 void MemoryOfTable(benchmark::State& state) {
   const std::string text = TextOf(state, TableKind::Mixed);
   double ratio = 0;
   for (auto _ : state) {
-    const struct mallinfo2 before = mallinfo2();
+    const std::size_t before = ResidentBytes();
     const auto table = Read(text);
-    const struct mallinfo2 after = mallinfo2();
-    const auto held = after.uordblks + after.hblkhd - before.uordblks - before.hblkhd;
+    const std::size_t held = ResidentBytes() - before;
     ratio = static_cast<double>(held) / static_cast<double>(RecordBytes(table));
   }
   state.counters["held/records"] = ratio;

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "Core/ObjectBase.h"
+#include "Core/ObjectPool.h"
 #include "Core/Ptr.h"
 #include "Data/Interfaces/IDateTime.h"
 #include "DateTime/Iso8601Text.h"
@@ -15,6 +16,8 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
   explicit DateTimeImpl(std::uint64_t ticks) { SetTicks(ticks); }
   DateTimeImpl(std::uint64_t ticks, const CalendarFields& fields)
       : ticks_(ticks), fields_(fields) {}
+
+  const CalendarFields& Fields() const { return fields_; }
 
   std::uint16_t GetYear() override { return fields_.year; }
   std::uint16_t GetMonth() override { return fields_.month; }
@@ -60,7 +63,11 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
   std::uint64_t GetFileTime() override { return ticks_; }
   std::int64_t ToPosixTime() override;
 
-  const CalendarFields& Fields() const { return fields_; }
+  static void* operator new(std::size_t size, Core::ObjectPool* pool = nullptr) {
+    return Core::ObjectPool::Allocate(pool, size);
+  }
+  static void operator delete(void* object) { Core::ObjectPool::Free(object); }
+  static void operator delete(void* object, Core::ObjectPool*) { Core::ObjectPool::Free(object); }
 
  private:
   void SetDate(const CalendarFields& fields);
@@ -73,8 +80,10 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
 };
 
 /// A date-time of calendar fields, whose day of week is not looked at.
-inline Core::Ptr<DateTimeImpl> MakeDateTime(const CalendarFields& fields) {
-  return Core::MakePtr<DateTimeImpl>(fields);
+/// @param pool  where many date-times are made at once; null for the heap
+inline Core::Ptr<DateTimeImpl> MakeDateTime(const CalendarFields& fields,
+                                            Core::ObjectPool* pool = nullptr) {
+  return Core::Ptr<DateTimeImpl>::Adopt(new (pool) DateTimeImpl(fields));
 }
 
 }  // namespace Data::impl

@@ -5,8 +5,9 @@
 #include "Core/VariantRecord.h"
 #include "DateTime/DateTimeImpl.h"
 #include "Tables/CsvText.h"
+#include "Tables/NumberText.h"
 #include "Tables/ValueTypeDetection.h"
-#include "Text/TextValue.h"
+#include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
 
@@ -26,51 +27,50 @@ std::size_t CountPairsOfQuotes(std::string_view text) {
 }
 
 /// Copies a text with one quote for each pair of them.
-/// @return the end of the copy
-char* CopyUnpaired(std::string_view text, char* out) {
+/// @return the number of bytes written
+std::size_t CopyUnpaired(std::string_view text, char* out) {
+  char* end = out;
   while (!text.empty()) {
     const std::size_t pair = text.find("\"\"");
-    const std::size_t size = pair == std::string_view::npos ? text.size() : pair + 1;
-    out = static_cast<char*>(std::memcpy(out, text.data(), size)) + size;
-    text.remove_prefix(pair == std::string_view::npos ? size : size + 1);
+    const bool isLast = pair == std::string_view::npos;
+    const std::size_t size = isLast ? text.size() : pair + 1;
+    end = static_cast<char*>(std::memcpy(end, text.data(), size)) + size;
+    text.remove_prefix(isLast ? size : size + 1);
   }
-  return out;
+  return static_cast<std::size_t>(end - out);
 }
 
-_VARIANT MakeUnpairedText(std::string_view text, std::size_t pairs) {
+_VARIANT MakeText(std::string_view text, Core::ObjectPool* pool) {
+  if (Core::FitsInline(text)) return Core::MakeInlineText(text);
+  return Core::MakeReference(ValueType::String, MultiByteStringImpl::FromUtf8(text, pool).Detach());
+}
+
+_VARIANT MakeUnpairedText(std::string_view text, std::size_t pairs, Core::ObjectPool* pool) {
+  const auto fill = [text](char* out) { return CopyUnpaired(text, out); };
   const std::size_t size = text.size() - pairs;
   char inlined[Core::kInlineTextCapacity];
-  if (size <= sizeof inlined)
-    return MakeTextValue(
-        {inlined, static_cast<std::size_t>(CopyUnpaired(text, inlined) - inlined)});
-  const auto fill = [&](char* out) {
-    return static_cast<std::size_t>(CopyUnpaired(text, out) - out);
-  };
-  return Core::MakeReference(ValueType::String, MultiByteStringImpl::FromUtf8(size, fill).Detach());
+  if (size <= sizeof inlined) return MakeText({inlined, fill(inlined)}, pool);
+  return Core::MakeReference(ValueType::String,
+                             MultiByteStringImpl::FromUtf8(size, fill, pool).Detach());
 }
 
-_VARIANT MakeTextCell(std::string_view value) {
+_VARIANT MakeTextCell(std::string_view value, Core::ObjectPool* pool) {
   const std::string_view text = Trim(value, IsQuote);
   const std::size_t pairs = CountPairsOfQuotes(text);
-  return pairs == 0 ? MakeTextValue(text) : MakeUnpairedText(text, pairs);
+  return pairs == 0 ? MakeText(text, pool) : MakeUnpairedText(text, pairs, pool);
 }
 
 }  // namespace
 
-_VARIANT MakeCell(std::string_view value) {
-  const TypedText typed = ReadTypedText(value);
-  switch (typed.type) {
-    case ValueType::Unknown:
-      return Core::MakeNull();
-    case ValueType::Int64:
-    case ValueType::Double:
-      if (!typed.number.hasValue) return MakeTextCell(value);
-      return {Core::MakeTag(typed.type, Core::StorageForm::Value), {typed.number.word, 0}};
-    case ValueType::DateTime:
-      return Core::MakeReference(ValueType::DateTime, MakeDateTime(typed.dateTime).Detach());
-    default:
-      return MakeTextCell(value);
-  }
+_VARIANT MakeCell(std::string_view value, Core::ObjectPool* pool) {
+  if (value.empty()) return Core::MakeNull();
+  const NumberText number = ReadNumber(value);
+  if (number.hasValue)
+    return {Core::MakeTag(number.type, Core::StorageForm::Value), {number.word, 0}};
+  CalendarFields dateTime;
+  if (number.type == ValueType::String && ReadDateTime(value, dateTime))
+    return Core::MakeReference(ValueType::DateTime, MakeDateTime(dateTime, pool).Detach());
+  return MakeTextCell(value, pool);
 }
 
 }  // namespace Data::impl

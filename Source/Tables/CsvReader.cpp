@@ -17,6 +17,9 @@ using Structures::_VARIANT;
 
 namespace {
 
+/// Shorter texts make a table smaller than what a pool sets aside.
+constexpr std::size_t kPooledText = std::size_t{256} << 10;
+
 std::string_view WithoutByteOrderMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
 }
@@ -54,10 +57,11 @@ std::string TooManyValues(std::size_t columns, std::size_t values, std::size_t l
 /// Turns lines into rows of a table whose columns stand.
 class RowBuilder {
  public:
-  RowBuilder(CsvTable& result, ExtraValues extraValues)
+  RowBuilder(CsvTable& result, ExtraValues extraValues, bool isLarge)
       : table_(*result.table),
         problems_(result.problems),
         extraValues_(extraValues),
+        usedPool_(isLarge ? &pool_ : nullptr),
         notes_(table_.ColumnCount()) {}
 
   void Add(const CsvLine& line, std::size_t number);
@@ -75,6 +79,8 @@ class RowBuilder {
   TableImpl& table_;
   std::vector<std::string>& problems_;
   ExtraValues extraValues_;
+  Core::ObjectPool pool_;
+  Core::ObjectPool* usedPool_;
   std::vector<ColumnNote> notes_;
 };
 
@@ -91,10 +97,10 @@ void RowBuilder::Add(const CsvLine& line, std::size_t number) {
 /// The table owns the row before its cells hold anything, so a failure on the
 /// way loses nothing.
 void RowBuilder::AddRow(const CsvLine& line) {
-  _VARIANT* cell = table_.AppendBlankRow().Cells();
+  _VARIANT* cell = table_.AppendBlankRow(usedPool_).Cells();
   ColumnNote* note = notes_.data();
   line.ForEachValue(std::min(line.ValueCount(), notes_.size()), [&](std::string_view value) {
-    *cell = MakeCell(TrimValue(value));
+    *cell = MakeCell(TrimValue(value), usedPool_);
     const ValueType type = Core::TypeOf(*cell++);
     if (type == ValueType::Null) {
       note++->hasSeenNull = true;
@@ -127,7 +133,7 @@ CsvTable ReadCsv(std::string_view content, std::string_view separator, ExtraValu
   } else {
     AddNumberedColumns(*result.table, lines.Line().ValueCount());
   }
-  RowBuilder rows(result, extraValues);
+  RowBuilder rows(result, extraValues, text.size() >= kPooledText);
   if (!layout.hasHeader) rows.Add(lines.Line(), number);
   while (lines.Next()) rows.Add(lines.Line(), ++number);
   rows.Finish();

@@ -31,11 +31,11 @@ constexpr std::size_t RoomOf(std::uint8_t roomClass) {
 }  // namespace
 
 void* RowImpl::operator new(std::size_t size, TrailingCells cells) {
-  return ::operator new(size + cells.count * sizeof(_VARIANT));
+  return Core::ObjectPool::Allocate(cells.pool, size + cells.count * sizeof(_VARIANT));
 }
 
-Ptr<RowImpl> RowImpl::Make(TableImpl* table, std::size_t cellCount) {
-  return Ptr<RowImpl>::Adopt(new (TrailingCells{cellCount}) RowImpl(table, cellCount));
+Ptr<RowImpl> RowImpl::Make(TableImpl* table, std::size_t cellCount, Core::ObjectPool* pool) {
+  return Ptr<RowImpl>::Adopt(new (TrailingCells{cellCount, pool}) RowImpl(table, cellCount));
 }
 
 RowImpl::RowImpl(TableImpl* table, std::size_t cellCount)

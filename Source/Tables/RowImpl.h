@@ -4,6 +4,7 @@
 #include <new>
 
 #include "Core/ObjectBase.h"
+#include "Core/ObjectPool.h"
 #include "Core/Ptr.h"
 #include "Core/VariantRecord.h"
 #include "Data/Interfaces/IRow.h"
@@ -20,7 +21,9 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   using _VARIANT = Structures::_VARIANT;
 
   /// A row of Null cells that belongs to a table but does not stand in it yet.
-  static Core::Ptr<RowImpl> Make(TableImpl* table, std::size_t cellCount);
+  /// @param pool  where many rows are made at once; null for the heap
+  static Core::Ptr<RowImpl> Make(TableImpl* table, std::size_t cellCount,
+                                 Core::ObjectPool* pool = nullptr);
   ~RowImpl() override;
 
   bool GetCellByName(const char* name, _VARIANT* out) override;
@@ -79,10 +82,11 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
  private:
   struct TrailingCells {
     std::size_t count;
+    Core::ObjectPool* pool;
   };
   static void* operator new(std::size_t size, TrailingCells cells);
-  static void operator delete(void* block) { ::operator delete(block); }
-  static void operator delete(void* block, TrailingCells) { ::operator delete(block); }
+  static void operator delete(void* block) { Core::ObjectPool::Free(block); }
+  static void operator delete(void* block, TrailingCells) { Core::ObjectPool::Free(block); }
 
   RowImpl(TableImpl* table, std::size_t cellCount);
 

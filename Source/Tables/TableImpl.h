@@ -89,7 +89,7 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   void ReserveRows(std::size_t count) { rows_.reserve(count); }
   /// Appends a row of Null cells, to be filled in place through `RowImpl::Cells`
   /// by code that tells the columns itself. Not for a table with an index.
-  RowImpl& AppendBlankRow();
+  RowImpl& AppendBlankRow(Core::ObjectPool* pool = nullptr);
   /// Throws "Table %s must contain at least one column before you insert new row!".
   void CheckHasColumns() const;
 

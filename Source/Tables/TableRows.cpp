@@ -111,8 +111,8 @@ RowImpl& TableImpl::PlaceWritten(Ptr<RowImpl> row, std::size_t index,
   return placed;
 }
 
-RowImpl& TableImpl::AppendBlankRow() {
-  rows_.push_back(RowImpl::Make(this, ColumnCount()));
+RowImpl& TableImpl::AppendBlankRow(Core::ObjectPool* pool) {
+  rows_.push_back(RowImpl::Make(this, ColumnCount(), pool));
   RowImpl& row = *rows_.back();
   row.SetIndex(rows_.size() - 1);
   return row;

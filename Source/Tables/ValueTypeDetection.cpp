@@ -2,6 +2,7 @@
 
 #include "DateTime/Iso8601.h"
 #include "Tables/CsvText.h"
+#include "Tables/NumberText.h"
 
 namespace Data::impl {
 
@@ -11,9 +12,7 @@ namespace {
 
 constexpr std::size_t kLongestDateTime = 36;
 
-/// Whether a text is worth reading as a date-time: only an hour and minute
-/// behind a `T`, or a date of three parts, however its time looks.
-bool IsDateTimeCandidate(std::string_view text) {
+bool HasDateTimeShape(std::string_view text) {
   if (text.empty() || text.size() > kLongestDateTime) return false;
   if (!IsDigit(text.front()) && text.front() != 'T') return false;
   int colons = 0, dashes = 0;
@@ -29,21 +28,15 @@ bool IsDateTimeCandidate(std::string_view text) {
 }  // namespace
 
 bool ReadDateTime(std::string_view text, CalendarFields& out) noexcept {
-  return IsDateTimeCandidate(text) && ReadIso8601(text, out) == Iso8601Result::Read;
-}
-
-TypedText ReadTypedText(std::string_view text) noexcept {
-  TypedText result;
-  if (text.empty()) return result;
-  result.number = ReadNumber(text);
-  result.type = result.number.type;
-  if (result.type == ValueType::String && ReadDateTime(text, result.dateTime))
-    result.type = ValueType::DateTime;
-  return result;
+  return HasDateTimeShape(text) && ReadIso8601(text, out) == Iso8601Result::Read;
 }
 
 ValueType DetectValueType(std::string_view text) noexcept {
-  return ReadTypedText(TrimValue(text)).type;
+  text = TrimValue(text);
+  if (text.empty()) return ValueType::Unknown;
+  const ValueType type = ReadNumber(text).type;
+  CalendarFields dateTime;
+  return type == ValueType::String && ReadDateTime(text, dateTime) ? ValueType::DateTime : type;
 }
 
 }  // namespace Data::impl

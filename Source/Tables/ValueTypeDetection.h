@@ -4,27 +4,17 @@
 
 #include "Core/ValueTypes.h"
 #include "DateTime/Calendar.h"
-#include "Tables/NumberText.h"
 
 namespace Data::impl {
 
-/// A text with the value that it looks like; the member of another type than
-/// `type` means nothing.
-struct TypedText {
-  Core::ValueType type = Core::ValueType::Unknown;
-  NumberText number;
-  CalendarFields dateTime;
-};
-
-/// Classifies a trimmed text: Unknown for an empty one, Int64, Double, DateTime
-/// or String. The value is read on the way, not searched again afterwards.
-TypedText ReadTypedText(std::string_view text) noexcept;
-
-/// Reads a text that looks like a date, a date with time or an hour and minute
-/// behind a `T`; false for any other. `out` is unspecified then.
+/// Reads a trimmed text that is no number as a date-time, if it has the shape of
+/// one: a date of three parts, however its time looks, or an hour and minute
+/// behind a `T`.
+/// @return false for any other text; `out` is then unspecified
 bool ReadDateTime(std::string_view text, CalendarFields& out) noexcept;
 
-/// The type alone, of a text with space around it.
+/// Classifies a text with space around it: Unknown for an empty one, Int64,
+/// Double, DateTime or String.
 Core::ValueType DetectValueType(std::string_view text) noexcept;
 
 }  // namespace Data::impl

@@ -23,18 +23,21 @@ void CheckLength(std::uint64_t length) {
 
 }  // namespace
 
-Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::WithRoomFor(std::size_t length) {
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::WithRoomFor(std::size_t length,
+                                                                Core::ObjectPool* pool) {
   CheckLength<char>(length);
-  auto* object = new (TextBehind{length + 1}) MultiByteStringImpl(length + 1);
+  auto* object = new (TextBehind{length + 1, pool}) MultiByteStringImpl(length + 1);
   object->buffer_ = object->TextBehindObject();
   return Core::Ptr<MultiByteStringImpl>::Adopt(object);
 }
 
-Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::string_view text) {
-  return FromUtf8(text.size(), [text](char* to) {
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::string_view text,
+                                                             Core::ObjectPool* pool) {
+  const auto copy = [text](char* to) {
     if (!text.empty()) std::memcpy(to, text.data(), text.size());
     return text.size();
-  });
+  };
+  return FromUtf8(text.size(), copy, pool);
 }
 
 void MultiByteStringImpl::FreeOwnBuffer() {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "Core/ObjectBase.h"
+#include "Core/ObjectPool.h"
 #include "Core/Ptr.h"
 #include "Data/Interfaces/IString.h"
 
@@ -20,13 +21,16 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   ~MultiByteStringImpl() override { FreeOwnBuffer(); }
 
   /// A new UTF-8 text in one heap block.
-  static Core::Ptr<MultiByteStringImpl> FromUtf8(std::string_view text);
+  /// @param pool  where many texts are made at once; null for the heap
+  static Core::Ptr<MultiByteStringImpl> FromUtf8(std::string_view text,
+                                                 Core::ObjectPool* pool = nullptr);
   /// A new UTF-8 text that is written straight to its place.
   /// @param capacity  the most bytes that it can have
   /// @param fill      called with the address of the first byte; returns the
   ///                  number of bytes that it wrote
   template <class Fill>
-  static Core::Ptr<MultiByteStringImpl> FromUtf8(std::size_t capacity, Fill&& fill);
+  static Core::Ptr<MultiByteStringImpl> FromUtf8(std::size_t capacity, Fill&& fill,
+                                                 Core::ObjectPool* pool = nullptr);
 
   void SetWide(const char16_t* text, std::uint64_t length) override;
   void SetMultiByte(const char* text, std::uint64_t length, std::uint32_t codePage) override;
@@ -41,7 +45,7 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   std::int32_t Compare(IString* other, bool caseSensitive) override;
 
   static void* operator new(std::size_t size) { return ::operator new(size + kSmallTextBytes); }
-  static void operator delete(void* object) { ::operator delete(object); }
+  static void operator delete(void* object) { Core::ObjectPool::Free(object); }
 
  private:
   enum class Kind : std::uint32_t { Empty = 0, MultiByte = 1, Wide = 2, Utf8 = 3 };
@@ -51,15 +55,16 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
 
   struct TextBehind {
     std::size_t bytes;
+    Core::ObjectPool* pool;
   };
   static void* operator new(std::size_t size, TextBehind text) {
-    return ::operator new(size + text.bytes);
+    return Core::ObjectPool::Allocate(text.pool, size + text.bytes);
   }
-  static void operator delete(void* object, TextBehind) { ::operator delete(object); }
+  static void operator delete(void* object, TextBehind) { Core::ObjectPool::Free(object); }
 
   explicit MultiByteStringImpl(std::size_t bytesBehind) : capacity_(bytesBehind) {}
 
-  static Core::Ptr<MultiByteStringImpl> WithRoomFor(std::size_t length);
+  static Core::Ptr<MultiByteStringImpl> WithRoomFor(std::size_t length, Core::ObjectPool* pool);
 
   char* TextBehindObject() { return reinterpret_cast<char*>(this + 1); }
   void FreeOwnBuffer();
@@ -84,8 +89,9 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
 };
 
 template <class Fill>
-Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::size_t capacity, Fill&& fill) {
-  auto string = WithRoomFor(capacity);
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::size_t capacity, Fill&& fill,
+                                                             Core::ObjectPool* pool) {
+  auto string = WithRoomFor(capacity, pool);
   string->Finish<char>(fill(string->buffer_), Kind::Utf8);
   return string;
 }

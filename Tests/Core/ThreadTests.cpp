@@ -1,8 +1,13 @@
 #include <atomic>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
+#include "Data/Interfaces/IDateTime.h"
+#include "Data/Interfaces/IRow.h"
+#include "Data/Interfaces/IString.h"
+#include "Data/Interfaces/ITable.h"
 #include "Data/Interfaces/IVariantDictionary.h"
 #include "VariantSupport.h"
 
@@ -85,6 +90,37 @@ TEST(Threads, TryLockFailsAtOnceWhileAnotherHoldsTheObject) {
   EXPECT_TRUE(triedElsewhere());
   const std::unique_lock guard(*array, std::try_to_lock);
   EXPECT_TRUE(guard.owns_lock());
+}
+
+/// The objects of a large text share their memory, but each ends by itself: in
+/// any order, on any thread, also long after its table.
+TEST(Threads, EndTheObjectsOfATableThatIsGone) {
+  constexpr int kRows = 20'000;
+  std::string text = "name,at\n";
+  for (int i = 0; i < kRows; ++i) {
+    const std::string number = std::to_string(i);
+    text += "the name of row " + number + ",2024-01-01T00:00:01." + number + "\n";
+  }
+  Ptr<Interfaces::ITable> table;
+  ASSERT_TRUE(Data_ParseCsv(text.data(), text.size(), table.Receive(), nullptr));
+  std::vector<Ptr<Interfaces::IRow>> rows;
+  std::vector<Ptr<Interfaces::IString>> names;
+  std::vector<Ptr<Interfaces::IDateTime>> times;
+  for (int i = 0; i + 2 < kRows; i += 7) {
+    rows.emplace_back(table->GetRow(i));
+    names.push_back(Core::ToStringObject(*table->GetCellAt(i + 1, 0)));
+    times.push_back(Core::GetDateTime(*table->GetCellAt(i + 2, 1)));
+  }
+  table.Reset();
+  EXPECT_EQ(Core::ToText(*rows[1]->GetCellAt(0)), "the name of row 7");
+  EXPECT_STREQ(names[1]->GetUtf8(), "the name of row 8");
+  names[1]->SetUtf8(text.data(), text.size());
+  EXPECT_EQ(times[1]->GetNanosecond(), 900'000'000u);
+  OnThreads([&](int thread) {
+    if (thread == 0) rows.clear();
+    if (thread == 1) names.clear();
+    while (thread == 2 && !times.empty()) times.pop_back();
+  });
 }
 
 TEST(Threads, ErrorsHaveNoLock) {

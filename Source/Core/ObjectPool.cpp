@@ -1,0 +1,69 @@
+#include "Core/ObjectPool.h"
+
+#include <array>
+#include <atomic>
+
+#include "Platform/Pages.h"
+
+namespace Core {
+
+namespace {
+
+constexpr std::size_t kRegionSize = std::size_t{1} << 20;
+/// What is larger would leave too much of a region unused.
+constexpr std::size_t kLargestObject = kRegionSize / 64;
+
+/// Free regions for the next pool: reading one file after another maps nothing.
+constexpr std::size_t kKeptRegions = 32;
+constinit std::array<std::atomic<void*>, kKeptRegions> keptRegions{};
+
+void* TakeRegion() {
+  for (auto& kept : keptRegions)
+    if (void* region = kept.exchange(nullptr)) return region;
+  return Data::Platform::MapPages(kRegionSize);
+}
+
+void KeepOrUnmap(void* region) noexcept {
+  for (auto& kept : keptRegions)
+    if (void* none = nullptr; kept.compare_exchange_strong(none, region)) return;
+  Data::Platform::UnmapPages(region, kRegionSize);
+}
+
+}  // namespace
+
+/// What stands at the begin of a region. While it is open it holds `kOpen`
+/// references too many, so that making an object need not touch the count that
+/// other threads may use.
+struct ObjectPool::Region {
+  static constexpr std::uint64_t kOpen = std::uint64_t{1} << 63;
+
+  static void* operator new(std::size_t) { return TakeRegion(); }
+  static void operator delete(void* region) { KeepOrUnmap(region); }
+
+  void Drop(std::uint64_t count) noexcept {
+    if (references.fetch_sub(count) == count) delete this;
+  }
+
+  alignas(kGrain) std::atomic<std::uint64_t> references{kOpen};
+};
+
+void* ObjectPool::AllocateElsewhere(std::size_t size) {
+  if (size > kLargestObject) return ::operator new(size);
+  CloseRegion();
+  region_ = new Region;
+  next_ = reinterpret_cast<char*>(region_ + 1);
+  end_ = reinterpret_cast<char*>(region_) + kRegionSize;
+  return Allocate(size);
+}
+
+void ObjectPool::CloseRegion() noexcept {
+  if (!region_) return;
+  region_->Drop(Region::kOpen - objectCount_);
+  region_ = nullptr;
+  next_ = end_ = nullptr;
+  objectCount_ = 0;
+}
+
+void ObjectPool::FreePooled(void* object) noexcept { (static_cast<Region**>(object)[-1])->Drop(1); }
+
+}  // namespace Core
