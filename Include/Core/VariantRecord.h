@@ -78,9 +78,24 @@ inline _VARIANT MakeFloat(float value) {
 
 /// @pre FitsInline(text)
 inline _VARIANT MakeInlineText(std::string_view text) {
-  _VARIANT variant{MakeTag(ValueType::String, StorageForm::Value), {0, 0}};
-  if (!text.empty()) std::memcpy(variant.value, text.data(), text.size());
-  return variant;
+  const char* const begin = text.data();
+  const std::size_t size = text.size();
+  const auto word = [=]<class Word>(Word part, std::size_t at) -> std::uint64_t {
+    std::memcpy(&part, begin + at, sizeof part);
+    return part;
+  };
+  // Pieces of fixed size that overlap: their bytes agree where they do.
+  std::uint64_t first = 0, second = 0;
+  if (size > 8) {
+    first = word(std::uint64_t{}, 0);
+    second = word(std::uint64_t{}, size - 8) >> 8 * (16 - size);
+  } else if (size >= 4) {
+    first = word(std::uint32_t{}, 0) | word(std::uint32_t{}, size - 4) << 8 * (size - 4);
+  } else if (size > 0) {
+    for (const std::size_t at : {std::size_t{0}, size / 2, size - 1})
+      first |= word(std::uint8_t{}, at) << 8 * at;
+  }
+  return {MakeTag(ValueType::String, StorageForm::Value), {first, second}};
 }
 
 /// A record in reference form that takes over the caller's reference.

@@ -166,8 +166,8 @@ LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IError
 /// from 0, empty ones left out).
 ///
 /// Rows, texts and date-times of a large text lie together in regions of 1 MB. A
-/// region lives as long as any object in it, and up to 32 free ones are kept for
-/// the next table.
+/// region lives as long as any object in it; up to 512 free ones are kept for the
+/// next table, their memory at the system's disposal.
 LAYERDATA_API bool Data_ParseCsv(const char* content, uint64_t size,
                                  Data::Interfaces::ITable** table, Core::IErrorCode** error);
 /// As `Data_ParseCsv`, but lines with too many values do not fail.

@@ -7,26 +7,34 @@
 
 namespace Core {
 
+namespace Platform = Data::Platform;
+
 namespace {
 
 constexpr std::size_t kRegionSize = std::size_t{1} << 20;
 /// What is larger would leave too much of a region unused.
 constexpr std::size_t kLargestObject = kRegionSize / 64;
 
-/// Free regions for the next pool: reading one file after another maps nothing.
-constexpr std::size_t kKeptRegions = 32;
+/// Free regions for the next pool: mapping fresh pages takes longer than filling
+/// them. The system may take their memory meanwhile.
+constexpr std::size_t kKeptRegions = 512;
 constinit std::array<std::atomic<void*>, kKeptRegions> keptRegions{};
 
 void* TakeRegion() {
-  for (auto& kept : keptRegions)
+  for (auto& kept : keptRegions) {
+    if (!kept.load(std::memory_order_relaxed)) continue;
     if (void* region = kept.exchange(nullptr)) return region;
-  return Data::Platform::MapPages(kRegionSize);
+  }
+  return Platform::MapPages(kRegionSize);
 }
 
 void KeepOrUnmap(void* region) noexcept {
-  for (auto& kept : keptRegions)
-    if (void* none = nullptr; kept.compare_exchange_strong(none, region)) return;
-  Data::Platform::UnmapPages(region, kRegionSize);
+  Platform::OfferPages(region, kRegionSize);
+  for (auto& kept : keptRegions) {
+    void* none = kept.load(std::memory_order_relaxed);
+    if (!none && kept.compare_exchange_strong(none, region)) return;
+  }
+  Platform::UnmapPages(region, kRegionSize);
 }
 
 }  // namespace

@@ -11,5 +11,8 @@ namespace Data::Platform {
 void* MapPages(std::size_t size);
 /// @param size  as it was mapped
 void UnmapPages(void* pages, std::size_t size) noexcept;
+/// Lets the system take the real pages when it is short of them; the contents
+/// are lost, the pages stay usable.
+void OfferPages(void* pages, std::size_t size) noexcept;
 
 }  // namespace Data::Platform

@@ -15,5 +15,6 @@ void* MapPages(std::size_t size) {
 }
 
 void UnmapPages(void* pages, std::size_t size) noexcept { munmap(pages, size); }
+void OfferPages(void* pages, std::size_t size) noexcept { madvise(pages, size, MADV_FREE); }
 
 }  // namespace Data::Platform

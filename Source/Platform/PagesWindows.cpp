@@ -13,5 +13,8 @@ void* MapPages(std::size_t size) {
 }
 
 void UnmapPages(void* pages, std::size_t) noexcept { VirtualFree(pages, 0, MEM_RELEASE); }
+void OfferPages(void* pages, std::size_t size) noexcept {
+  VirtualAlloc(pages, size, MEM_RESET, PAGE_READWRITE);
+}
 
 }  // namespace Data::Platform

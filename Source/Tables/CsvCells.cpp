@@ -40,37 +40,54 @@ std::size_t CopyUnpaired(std::string_view text, char* out) {
   return static_cast<std::size_t>(end - out);
 }
 
-_VARIANT MakeText(std::string_view text, Core::ObjectPool* pool) {
-  if (Core::FitsInline(text)) return Core::MakeInlineText(text);
-  return Core::MakeReference(ValueType::String, MultiByteStringImpl::FromUtf8(text, pool).Detach());
+/// Member by member: a record that is built elsewhere and copied would be read
+/// back before the processor has stored it.
+void Fill(_VARIANT& cell, std::uint32_t tag, std::uint64_t first, std::uint64_t second = 0) {
+  cell.type = tag;
+  cell.value[0] = first;
+  cell.value[1] = second;
 }
 
-_VARIANT MakeUnpairedText(std::string_view text, std::size_t pairs, Core::ObjectPool* pool) {
+void FillWithObject(_VARIANT& cell, ValueType type, Core::IObject* object) {
+  Fill(cell, Core::MakeTag(type, Core::StorageForm::Reference),
+       reinterpret_cast<std::uintptr_t>(object));
+}
+
+void FillWithText(_VARIANT& cell, std::string_view text, Core::ObjectPool* pool) {
+  if (!Core::FitsInline(text))
+    return FillWithObject(cell, ValueType::String,
+                          MultiByteStringImpl::FromUtf8(text, pool).Detach());
+  const _VARIANT inlined = Core::MakeInlineText(text);
+  Fill(cell, inlined.type, inlined.value[0], inlined.value[1]);
+}
+
+void FillWithUnpairedText(_VARIANT& cell, std::string_view text, std::size_t pairs,
+                          Core::ObjectPool* pool) {
   const auto fill = [text](char* out) { return CopyUnpaired(text, out); };
   const std::size_t size = text.size() - pairs;
   char inlined[Core::kInlineTextCapacity];
-  if (size <= sizeof inlined) return MakeText({inlined, fill(inlined)}, pool);
-  return Core::MakeReference(ValueType::String,
-                             MultiByteStringImpl::FromUtf8(size, fill, pool).Detach());
+  if (size <= sizeof inlined) return FillWithText(cell, {inlined, fill(inlined)}, pool);
+  FillWithObject(cell, ValueType::String, MultiByteStringImpl::FromUtf8(size, fill, pool).Detach());
 }
 
-_VARIANT MakeTextCell(std::string_view value, Core::ObjectPool* pool) {
+void FillWithQuotedText(_VARIANT& cell, std::string_view value, Core::ObjectPool* pool) {
   const std::string_view text = Trim(value, IsQuote);
   const std::size_t pairs = CountPairsOfQuotes(text);
-  return pairs == 0 ? MakeText(text, pool) : MakeUnpairedText(text, pairs, pool);
+  if (pairs == 0) return FillWithText(cell, text, pool);
+  FillWithUnpairedText(cell, text, pairs, pool);
 }
 
 }  // namespace
 
-_VARIANT MakeCell(std::string_view value, Core::ObjectPool* pool) {
-  if (value.empty()) return Core::MakeNull();
+void ReadCell(std::string_view value, Core::ObjectPool* pool, _VARIANT& cell) {
+  if (value.empty()) return;
   const NumberText number = ReadNumber(value);
   if (number.hasValue)
-    return {Core::MakeTag(number.type, Core::StorageForm::Value), {number.word, 0}};
+    return Fill(cell, Core::MakeTag(number.type, Core::StorageForm::Value), number.word);
   CalendarFields dateTime;
   if (number.type == ValueType::String && ReadDateTime(value, dateTime))
-    return Core::MakeReference(ValueType::DateTime, MakeDateTime(dateTime, pool).Detach());
-  return MakeTextCell(value, pool);
+    return FillWithObject(cell, ValueType::DateTime, MakeDateTime(dateTime, pool).Detach());
+  FillWithQuotedText(cell, value, pool);
 }
 
 }  // namespace Data::impl

@@ -7,11 +7,10 @@
 
 namespace Data::impl {
 
-/// The cell of a trimmed value. The caller owns the reference that it may hold.
-/// An empty value is Null. A text loses every quote at its ends, and pairs of
-/// quotes inside it become single ones; so does what looks like a number but
-/// has no value.
+/// Fills a Null cell with a trimmed value; an empty one leaves it. A text loses
+/// every quote at its ends, and pairs of quotes inside it become single ones; so
+/// does what looks like a number but has no value.
 /// @param pool  where the texts and date-times are made; null for the heap
-Structures::_VARIANT MakeCell(std::string_view value, Core::ObjectPool* pool);
+void ReadCell(std::string_view value, Core::ObjectPool* pool, Structures::_VARIANT& cell);
 
 }  // namespace Data::impl

@@ -100,7 +100,7 @@ void RowBuilder::AddRow(const CsvLine& line) {
   _VARIANT* cell = table_.AppendBlankRow(usedPool_).Cells();
   ColumnNote* note = notes_.data();
   line.ForEachValue(std::min(line.ValueCount(), notes_.size()), [&](std::string_view value) {
-    *cell = MakeCell(TrimValue(value), usedPool_);
+    ReadCell(TrimValue(value), usedPool_, *cell);
     const ValueType type = Core::TypeOf(*cell++);
     if (type == ValueType::Null) {
       note++->hasSeenNull = true;
