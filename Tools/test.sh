@@ -2,8 +2,8 @@
 # Builds and tests everything on a Debian 12 machine; installs by name what is missing.
 #
 #   Tools/test.sh         the release build on Linux and as Windows programs under Wine, the
-#                         code pages of both, formatting, exports, layouts, the package
-#   Tools/test.sh full    that, and the sanitizers, a build with clang++ and the lint
+#                         code pages of both, exports, layouts, the package, the sanitizers,
+#                         a build with clang++, formatting and lint
 #   Tools/test.sh quick   the release build's tests only
 #
 # Every stage runs even when an earlier one failed. The last line is "N passed, M failed";
@@ -88,10 +88,8 @@ stage "code pages" Tools/compare-code-pages.sh build/release build/windows
 stage exports Tools/check-exports.sh build/release/lib/liblayerdata.so build/windows/bin/layerdata.dll
 stage layouts Tools/check-layouts.py
 stage package package
-if [ "${1:-}" = full ]; then
-  stage sanitizers build_and_test asan
-  stage threads build_and_test tsan
-  stage clang build_and_test clang
-  stage lint lint
-fi
+stage sanitizers build_and_test asan
+stage threads build_and_test tsan
+stage clang build_and_test clang
+stage lint lint
 finish
