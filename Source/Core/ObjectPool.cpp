@@ -17,25 +17,37 @@ constexpr std::size_t kLargestObject = kRegionSize / 64;
 
 /// Free regions for the next pool: mapping fresh pages takes longer than filling
 /// them. The system may take their memory meanwhile.
-constexpr std::size_t kKeptRegions = 512;
-constinit std::array<std::atomic<void*>, kKeptRegions> keptRegions{};
-
-void* TakeRegion() {
-  for (auto& kept : keptRegions) {
-    if (!kept.load(std::memory_order_relaxed)) continue;
-    if (void* region = kept.exchange(nullptr)) return region;
+class FreeRegions {
+ public:
+  constexpr FreeRegions() = default;
+  /// When the library is unloaded.
+  ~FreeRegions() {
+    while (void* region = Take()) Platform::UnmapPages(region, kRegionSize);
   }
-  return Platform::MapPages(kRegionSize);
-}
 
-void KeepOrUnmap(void* region) noexcept {
-  Platform::OfferPages(region, kRegionSize);
-  for (auto& kept : keptRegions) {
-    void* none = kept.load(std::memory_order_relaxed);
-    if (!none && kept.compare_exchange_strong(none, region)) return;
+  /// @return null when there is none
+  void* Take() noexcept {
+    for (auto& kept : regions_) {
+      if (!kept.load(std::memory_order_relaxed)) continue;
+      if (void* region = kept.exchange(nullptr)) return region;
+    }
+    return nullptr;
   }
-  Platform::UnmapPages(region, kRegionSize);
-}
+
+  void Keep(void* region) noexcept {
+    Platform::OfferPages(region, kRegionSize);
+    for (auto& kept : regions_) {
+      void* none = kept.load(std::memory_order_relaxed);
+      if (!none && kept.compare_exchange_strong(none, region)) return;
+    }
+    Platform::UnmapPages(region, kRegionSize);
+  }
+
+ private:
+  std::array<std::atomic<void*>, 512> regions_{};
+};
+
+constinit FreeRegions freeRegions;
 
 }  // namespace
 
@@ -45,8 +57,11 @@ void KeepOrUnmap(void* region) noexcept {
 struct ObjectPool::Region {
   static constexpr std::uint64_t kOpen = std::uint64_t{1} << 63;
 
-  static void* operator new(std::size_t) { return TakeRegion(); }
-  static void operator delete(void* region) { KeepOrUnmap(region); }
+  static void* operator new(std::size_t) {
+    void* region = freeRegions.Take();
+    return region ? region : Platform::MapPages(kRegionSize);
+  }
+  static void operator delete(void* region) { freeRegions.Keep(region); }
 
   void Drop(std::uint64_t count) noexcept {
     if (references.fetch_sub(count) == count) delete this;
