@@ -41,7 +41,7 @@ const std::type_info* ClassOf(T& object) {
 #if __has_include(<cxxabi.h>)
   // Its address stands before the virtual table, where `typeid` trusts it to be.
   const std::type_info* const* table = nullptr;
-  std::memcpy(&table, &object, sizeof table);
+  std::memcpy(&table, static_cast<const void*>(&object), sizeof table);
   return table[-1];
 #else
   return &typeid(object);

@@ -44,13 +44,13 @@ class ObjectPool {
 
   /// The heap gives multiples of 16, pools never do: their objects lie 8 behind
   /// one, with the address of their region before them.
-  static constexpr std::size_t kGrain = 16;
+  static constexpr std::size_t kGrain = 16, kHeader = sizeof(void*);
   static bool IsPooled(const void* object) {
     return reinterpret_cast<std::uintptr_t>(object) % kGrain != 0;
   }
 
   void* Allocate(std::size_t size) {
-    const std::size_t space = (sizeof(Region*) + size + kGrain - 1) / kGrain * kGrain;
+    const std::size_t space = (kHeader + size + kGrain - 1) / kGrain * kGrain;
     if (space > static_cast<std::size_t>(end_ - next_) || space < size)
       return AllocateElsewhere(size);
     auto* const header = new (next_) Region*(region_);

@@ -63,7 +63,8 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
   std::uint64_t GetFileTime() override { return ticks_; }
   std::int64_t ToPosixTime() override;
 
-  static void* operator new(std::size_t size, Core::ObjectPool* pool = nullptr) {
+  static void* operator new(std::size_t size) { return ::operator new(size); }
+  static void* operator new(std::size_t size, Core::ObjectPool* pool) {
     return Core::ObjectPool::Allocate(pool, size);
   }
   static void operator delete(void* object) { Core::ObjectPool::Free(object); }

@@ -47,10 +47,12 @@ void AppendEscape(TextBuffer& buffer, char byte) {
 char* WriteShortDecimal(char* to, double magnitude) {
   constexpr int kDecimals = 6;
   constexpr double kScale = 1e6, kLimit = 1e15;
+  constexpr double kRounder = 0x1p52;  // added and taken away, it leaves a whole number
   if (!(magnitude < kLimit / kScale)) return nullptr;
-  const auto scaled = static_cast<std::uint64_t>(magnitude * kScale + 0.5);
-  if (static_cast<double>(scaled) / kScale != magnitude) return nullptr;
+  const double whole = magnitude * kScale + kRounder - kRounder;
+  if (whole / kScale != magnitude) return nullptr;
 
+  const auto scaled = static_cast<std::uint64_t>(whole);
   constexpr auto kUnit = static_cast<std::uint64_t>(kScale);
   char* const point = std::to_chars(to, to + 16, scaled / kUnit).ptr;
   // A leading one keeps the zeros behind it; the point takes its place.

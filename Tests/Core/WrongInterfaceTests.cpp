@@ -129,7 +129,7 @@ TEST(WrongInterface, ObjectsWithoutTypeInformationAreTrusted) {
   // before the slots (17, and two for destruction).
   const auto string = Core::MakeString("a text");
   void** table = nullptr;
-  std::memcpy(&table, string.Get(), sizeof table);
+  std::memcpy(&table, static_cast<const void*>(string.Get()), sizeof table);
   void* bare[1 + 19] = {nullptr};
   std::copy_n(table, 19, bare + 1);
   void** const bareTable = bare + 1;
