@@ -85,6 +85,7 @@ inline _VARIANT MakeInlineText(std::string_view text) {
     return part;
   };
   // Pieces of fixed size that overlap: their bytes agree where they do.
+  static_assert(std::endian::native == std::endian::little);
   std::uint64_t first = 0, second = 0;
   if (size > 8) {
     first = word(std::uint64_t{}, 0);

@@ -55,32 +55,24 @@ struct Factory {
   std::function<bool(IObject** out, IErrorCode** error)> make;
 };
 
-template <class Interface, class Make>
-Factory Unguarded(const char* what, Make make) {
-  return {what, false, [make](IObject** out, IErrorCode**) {
+/// A factory without an error argument, given its other arguments but the last.
+template <class Interface, class Make, class... Arguments>
+Factory Unguarded(const char* what, Make make, Arguments... arguments) {
+  return {what, false, [=](IObject** out, IErrorCode**) {
             Interface* object = nullptr;
-            const bool isMade = make(&object);
+            const bool isMade = make(arguments..., &object);
             *out = object;
             return isMade;
           }};
 }
-template <class Interface>
-Factory Unguarded(const char* what, bool (*factory)(Interface**)) {
-  return Unguarded<Interface, bool (*)(Interface**)>(what, factory);
-}
-
-template <class Interface, class Make>
-Factory Guarded(const char* what, Make make) {
-  return {what, true, [make](IObject** out, IErrorCode** error) {
+template <class Interface, class Make, class... Arguments>
+Factory Guarded(const char* what, Make make, Arguments... arguments) {
+  return {what, true, [=](IObject** out, IErrorCode** error) {
             auto* object = static_cast<Interface*>(*out);
-            const bool isMade = make(&object, error);
+            const bool isMade = make(arguments..., &object, error);
             *out = object;
             return isMade;
           }};
-}
-template <class Interface>
-Factory Guarded(const char* what, bool (*factory)(Interface**, IErrorCode**)) {
-  return Guarded<Interface, bool (*)(Interface**, IErrorCode**)>(what, factory);
 }
 
 /// Makes an object; a guarded factory then refuses to overwrite it. Ends it.
@@ -98,6 +90,7 @@ void MakeAndEnd(const Factory& factory) {
 }
 
 constexpr char kCsv[] = "id,name,at\n1,a name of some length,2024-01-01T10:00:00\n2,,\n";
+constexpr std::uint64_t kSize = sizeof kCsv - 1;
 
 }  // namespace
 
@@ -112,94 +105,60 @@ TEST(Factories, LeaveNothingBehind) {
   const auto schemaText = JsonVariant("{}").As<Ptr<IJsonDocument>>();
   const Structures::_UUID uuid{};
   Ptr<ITable> table;
-  ASSERT_TRUE(Data_ParseCsv(kCsv, sizeof kCsv - 1, table.Receive(), nullptr));
+  ASSERT_TRUE(Data_ParseCsv(kCsv, kSize, table.Receive(), nullptr));
 
+  const auto readNotingProblems = [](ITable** out, IErrorCode** error) {
+    Ptr<IObjectList> problems;
+    return Data_ParseCsvWithErrors(kCsv, out, problems.Receive(), kSize, 0, error);
+  };
+  const auto readSeparated = [](ITable** out, IErrorCode** error) {
+    return Data_ParseCsvWithSeparator(kCsv, ",", out, kSize, error);
+  };
+  const auto writeCsv = [&](IString** out, IErrorCode** error) {
+    return Data_ConvertTableToCsv(table.Get(), ",", out, true, error);
+  };
+  const auto anyOperator = Structures::ComparisonOperator();
   const Factory factories[] = {
-      Unguarded("array", Data_CreateArray),
-      Unguarded("object list", Data_CreateObjectList),
-      Unguarded("variant list", Data_CreateVariantList),
-      Guarded("dictionary", Data_CreateVariantDictionary),
-      Guarded("pair list", Data_CreateVariantPairList),
-      Guarded("configuration", Data_CreateConfiguration),
-      Guarded("properties", Data_CreateProperties),
-      Guarded<IEnum>(
-          "enumeration",
-          [&](auto out, auto error) { return Data_CreateEnum(options.Get(), out, error); }),
-      Guarded<IConstrainedValue>("constrained value",
-                                 [&](auto out, auto error) {
-                                   return Data_CreateConstrainedValue(&one, &one, &two, out, error);
-                                 }),
-      Guarded<IAllowedValue>("allowed value",
-                             [&](auto out, auto error) {
-                               return Data_CreateAllowedValue(&value,
-                                                              Structures::ComparisonOperator(), "",
-                                                              "", "", "", out, error);
-                             }),
-      Unguarded("string", Data_CreateString),
-      Guarded<ISecureString>(
-          "secure string",
-          [&](auto out, auto error) { return Data_CreateSecureString(text.Get(), out, error); }),
-      Guarded("Base64", Data_CreateEncodingInstanceBase64),
-      Guarded("Base64 for URLs", Data_CreateEncodingInstanceBase64Url),
-      Guarded("MD5", Data_CreateHashingInstanceMD5),
-      Guarded("SHA-1", Data_CreateHashingInstanceSha1),
-      Guarded<IHashing>(
-          "SHA-2",
-          [](auto out, auto error) { return Data_CreateHashingInstanceSha2(2, out, error); }),
-      Guarded<IHashing>("HMAC",
-                        [&](auto out, auto error) {
-                          return Data_CreateHashingInstanceHmacSha2(0, key.Get(), out, error);
-                        }),
-      Unguarded<IString>("identifier as text",
-                         [&](auto out) { return Data_UuidToString(&uuid, out); }),
-      Guarded("table", Data_CreateTable),
-      Guarded<ITable>(
-          "table of delimited text",
-          [](auto out, auto error) { return Data_ParseCsv(kCsv, sizeof kCsv - 1, out, error); }),
-      Guarded<ITable>("table with problems",
-                      [](auto out, auto error) {
-                        Ptr<IObjectList> problems;
-                        return Data_ParseCsvWithErrors(kCsv, out, problems.Receive(),
-                                                       sizeof kCsv - 1, 0, error);
-                      }),
-      Guarded<ITable>("table with a separator",
-                      [](auto out, auto error) {
-                        return Data_ParseCsvWithSeparator(kCsv, ",", out, sizeof kCsv - 1, error);
-                      }),
-      Guarded<IString>("delimited text",
-                       [&](auto out, auto error) {
-                         return Data_ConvertTableToCsv(table.Get(), ",", out, true, error);
-                       }),
-      Unguarded("JSON document", Data_CreateJsonDocument),
-      Unguarded("XML document", Data_CreateXmlDocument),
-      Unguarded("HTML document", Data_CreateHtmlDocument),
-      Unguarded("RTF document", Data_CreateRtfDocument),
-      Guarded<ITable>(
-          "table of JSON",
-          [&](auto out, auto error) { return Data_JsonToTable(document.Get(), out, error); }),
-      Guarded<IJsonDocument>(
-          "JSON of a table",
-          [&](auto out, auto error) { return Data_TableToJson(table.Get(), out, error); }),
-      Guarded<IJsonDocument>(
-          "JSON of a row",
-          [&](auto out, auto error) { return Data_TableRowToJson(table->GetRow(0), out, error); }),
-      Guarded<ISchema>("schema",
-                       [&](auto out, auto error) {
-                         return Data_CreateSchema(&uuid, "title", "description", out, error);
-                       }),
-      Guarded<ISchema>(
-          "schema of JSON",
-          [&](auto out, auto error) { return Data_ParseSchema(schemaText.Get(), out, error); }),
-      Unguarded("now", Data_CreateCurrentDateTime),
-      Unguarded("the first date-time", Data_CreateMinimumDateTime),
-      Unguarded("the last date-time", Data_CreateMaximumDateTime),
-      Guarded<IDateTime>(
-          "date-time of text",
-          [](auto out, auto error) { return Data_CreateDateTimeFromIso8601("2024", out, error); }),
-      Unguarded<IDateTime>("date-time of seconds",
-                           [](auto out) { return Data_CreateDateTimeFromPosixTime(0, out); }),
-      Unguarded<IDateTime>("date-time of ticks",
-                           [](auto out) { return Data_CreateDateTimeFromFileTime(0, out); }),
+      Unguarded<IArray>("array", Data_CreateArray),
+      Unguarded<IObjectList>("object list", Data_CreateObjectList),
+      Unguarded<IVariantList>("variant list", Data_CreateVariantList),
+      Guarded<IVariantDictionary>("dictionary", Data_CreateVariantDictionary),
+      Guarded<IVariantPairList>("pair list", Data_CreateVariantPairList),
+      Guarded<IConfiguration>("configuration", Data_CreateConfiguration),
+      Guarded<IProperties>("properties", Data_CreateProperties),
+      Guarded<IEnum>("enumeration", Data_CreateEnum, options.Get()),
+      Guarded<IConstrainedValue>("constrained", Data_CreateConstrainedValue, &one, &one, &two),
+      Guarded<IAllowedValue>("allowed", Data_CreateAllowedValue, &value, anyOperator, "", "", "",
+                             ""),
+      Unguarded<IString>("string", Data_CreateString),
+      Guarded<ISecureString>("secure string", Data_CreateSecureString, text.Get()),
+      Guarded<IEncoding>("Base64", Data_CreateEncodingInstanceBase64),
+      Guarded<IEncoding>("Base64 for URLs", Data_CreateEncodingInstanceBase64Url),
+      Guarded<IHashing>("MD5", Data_CreateHashingInstanceMD5),
+      Guarded<IHashing>("SHA-1", Data_CreateHashingInstanceSha1),
+      Guarded<IHashing>("SHA-2", Data_CreateHashingInstanceSha2, 2u),
+      Guarded<IHashing>("HMAC", Data_CreateHashingInstanceHmacSha2, 0u, key.Get()),
+      Unguarded<IString>("identifier as text", Data_UuidToString, &uuid),
+      Guarded<ITable>("table", Data_CreateTable),
+      Guarded<ITable>("read table", Data_ParseCsv, kCsv, kSize),
+      Guarded<ITable>("read table with problems", readNotingProblems),
+      Guarded<ITable>("read table with a separator", readSeparated),
+      Guarded<IString>("delimited text", writeCsv),
+      Unguarded<IJsonDocument>("JSON document", Data_CreateJsonDocument),
+      Unguarded<IXmlDocument>("XML document", Data_CreateXmlDocument),
+      Unguarded<IHtmlDocument>("HTML document", Data_CreateHtmlDocument),
+      Unguarded<IRtfDocument>("RTF document", Data_CreateRtfDocument),
+      Guarded<ITable>("table of JSON", Data_JsonToTable, document.Get()),
+      Guarded<IJsonDocument>("JSON of a table", Data_TableToJson, table.Get()),
+      Guarded<IJsonDocument>("JSON of a row", Data_TableRowToJson, table->GetRow(0)),
+      Guarded<ISchema>("schema", Data_CreateSchema, &uuid, "title", "description"),
+      Guarded<ISchema>("schema of JSON", Data_ParseSchema, schemaText.Get()),
+      Unguarded<IDateTime>("now", Data_CreateCurrentDateTime),
+      Unguarded<IDateTime>("the first date-time", Data_CreateMinimumDateTime),
+      Unguarded<IDateTime>("the last date-time", Data_CreateMaximumDateTime),
+      Guarded<IDateTime>("date-time of text", Data_CreateDateTimeFromIso8601, "2024"),
+      Unguarded<IDateTime>("date-time of seconds", Data_CreateDateTimeFromPosixTime, 0),
+      Unguarded<IDateTime>("date-time of ticks", Data_CreateDateTimeFromFileTime, 0u),
   };
   for (const Factory& factory : factories) {
     MakeAndEnd(factory);  // what is made once in a process stays

@@ -26,6 +26,15 @@ Interface* Disguised(const Ptr<Actual>& object) {
   return reinterpret_cast<Interface*>(object.Get());
 }
 
+/// A call that makes an object, given its arguments but the last two.
+template <class Interface, class Make, class... Arguments>
+auto Making(Make make, Arguments... arguments) {
+  return [=](IErrorCode** error) {
+    Ptr<Interface> out;
+    return make(arguments..., out.Receive(), error);
+  };
+}
+
 Ptr<ISchema> SomeSchema() {
   const Structures::_UUID uuid{};
   Ptr<ISchema> schema;
@@ -37,70 +46,32 @@ Ptr<ISchema> SomeSchema() {
 
 TEST(WrongInterface, IsAFailureOfEveryGuardedArgument) {
   const auto list = New(Data_CreateObjectList);
-  const auto array = New(Data_CreateArray);
   const auto base64 = New(Data_CreateEncodingInstanceBase64);
   const auto schema = SomeSchema();
   const auto dictionary = New(Data_CreateVariantDictionary);
+  IArray* const bytes = Disguised<IArray>(list);
+  IJsonDocument* const document = Disguised<IJsonDocument>(list);
   const struct {
     const char* what;
     std::function<bool(IErrorCode**)> call;
   } cases[] = {
-      {"an enumeration of a dictionary",
-       [&](IErrorCode** error) {
-         Ptr<IEnum> out;
-         return Data_CreateEnum(Disguised<IObjectList>(dictionary), out.Receive(), error);
-       }},
-      {"a secure string of an array",
-       [&](IErrorCode** error) {
-         Ptr<ISecureString> out;
-         return Data_CreateSecureString(Disguised<IString>(array), out.Receive(), error);
-       }},
-      {"a key that is a list",
-       [&](IErrorCode** error) {
-         Ptr<IHashing> out;
-         return Data_CreateHashingInstanceHmacSha2(0, Disguised<IArray>(list), out.Receive(),
-                                                   error);
-       }},
-      {"encoding a list",
-       [&](IErrorCode** error) {
-         Ptr<IArray> out;
-         return base64->Encode(Disguised<IArray>(list), out.Receive(), error);
-       }},
-      {"decoding a list",
-       [&](IErrorCode** error) {
-         Ptr<IArray> out;
-         return base64->Decode(Disguised<IArray>(list), out.Receive(), error);
-       }},
-      {"delimited text of a list",
-       [&](IErrorCode** error) {
-         Ptr<IString> out;
-         return Data_ConvertTableToCsv(Disguised<ITable>(list), ",", out.Receive(), false, error);
-       }},
-      {"JSON of a list",
-       [&](IErrorCode** error) {
-         Ptr<IJsonDocument> out;
-         return Data_TableToJson(Disguised<ITable>(list), out.Receive(), error);
-       }},
-      {"JSON of a row that is a list",
-       [&](IErrorCode** error) {
-         Ptr<IJsonDocument> out;
-         return Data_TableRowToJson(Disguised<IRow>(list), out.Receive(), error);
-       }},
-      {"a table of a list",
-       [&](IErrorCode** error) {
-         Ptr<ITable> out;
-         return Data_JsonToTable(Disguised<IJsonDocument>(list), out.Receive(), error);
-       }},
-      {"a schema of a list",
-       [&](IErrorCode** error) {
-         Ptr<ISchema> out;
-         return Data_ParseSchema(Disguised<IJsonDocument>(list), out.Receive(), error);
-       }},
-      {"an allowed value that is a list",
+      {"an enumeration", Making<IEnum>(Data_CreateEnum, Disguised<IObjectList>(dictionary))},
+      {"a secure string", Making<ISecureString>(Data_CreateSecureString, Disguised<IString>(list))},
+      {"a key", Making<IHashing>(Data_CreateHashingInstanceHmacSha2, 0u, bytes)},
+      {"encoding", Making<IArray>([&](auto... all) { return base64->Encode(bytes, all...); })},
+      {"decoding", Making<IArray>([&](auto... all) { return base64->Decode(bytes, all...); })},
+      {"delimited text", Making<IString>([&](IString** out, IErrorCode** error) {
+         return Data_ConvertTableToCsv(Disguised<ITable>(list), ",", out, false, error);
+       })},
+      {"JSON", Making<IJsonDocument>(Data_TableToJson, Disguised<ITable>(list))},
+      {"JSON of a row", Making<IJsonDocument>(Data_TableRowToJson, Disguised<IRow>(list))},
+      {"a table", Making<ITable>(Data_JsonToTable, document)},
+      {"a schema", Making<ISchema>(Data_ParseSchema, document)},
+      {"an allowed value",
        [&](IErrorCode** error) {
          return schema->AddAllowedValue("a", Disguised<IAllowedValue>(list), error);
        }},
-      {"a dictionary of allowed values",
+      {"a list of allowed values",
        [&](IErrorCode** error) {
          return schema->SetAllowedValues("a", Disguised<IObjectList>(dictionary), error);
        }},
