@@ -1,9 +1,8 @@
 #pragma once
 
-#include <gtest/gtest.h>
-#include <pthread.h>
+#include "Prelude.h"
 
-#include <functional>
+#include <pthread.h>
 
 namespace Data::tests {
 

@@ -2,8 +2,8 @@
 #include "Core/Guard.h"
 #include "Data/Exports.h"
 #include "Exports/Factory.h"
-#include "Tables/CsvReader.h"
-#include "Tables/CsvWriter.h"
+#include "Tables/Csv/CsvReader.h"
+#include "Tables/Csv/CsvWriter.h"
 #include "Tables/ValueTypeDetection.h"
 #include "Text/MultiByteStringImpl.h"
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "Platform/AsciiBlocks.h"
-#include "Platform/CodePageTables.h"
 #include "Platform/CodePages.h"
+#include "Platform/CodePages/CodePageTables.h"
 
 namespace Data::Platform {
 

@@ -6,7 +6,7 @@
 #include "DateTime/DateTimeImpl.h"
 #include "DateTime/Iso8601.h"
 #include "Documents/JsonDocumentImpl.h"
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvText.h"
 
 namespace Data {
 

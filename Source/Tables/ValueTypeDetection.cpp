@@ -1,7 +1,7 @@
 #include "Tables/ValueTypeDetection.h"
 
 #include "DateTime/Iso8601.h"
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvText.h"
 #include "Tables/NumberText.h"
 
 namespace Data::impl {

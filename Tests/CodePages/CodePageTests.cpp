@@ -1,14 +1,6 @@
-#include <cstdint>
-#include <string>
-#include <string_view>
-
-#include "Data/Exports.h"
-#include "Data/Interfaces/IString.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using namespace std::string_literals;
 
 namespace {
 

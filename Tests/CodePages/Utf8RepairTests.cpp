@@ -1,8 +1,4 @@
-#include <string>
-
-#include "Data/Exports.h"
-#include "Data/Interfaces/IString.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 // Where two Windows systems may differ, and so only the library's own conversion is held to it.
 namespace Data::tests {

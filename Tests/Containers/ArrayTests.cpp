@@ -1,16 +1,6 @@
-#include "Data/Interfaces/IArray.h"
-
-#include <cstring>
-#include <string>
-
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Ptr;
-using Interfaces::IArray;
 
 namespace {
 

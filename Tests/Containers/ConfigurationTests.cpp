@@ -1,17 +1,8 @@
-#include "Data/Interfaces/IConfiguration.h"
+#include "Prelude.h"
 
 #include <set>
 
-#include "VariantSupport.h"
-
 namespace Data::tests {
-
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IConfiguration;
-using Structures::_VARIANT;
-using Structures::ValueType;
 
 namespace {
 

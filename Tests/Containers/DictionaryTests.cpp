@@ -1,28 +1,9 @@
-#include <cmath>
-#include <cstring>
-#include <limits>
-#include <vector>
-
-#include "Data/Exports.h"
-#include "Data/Interfaces/IArray.h"
-#include "Data/Interfaces/IVariantDictionary.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 
-using Core::IErrorCode;
 using Core::MakeTag;
-using Core::Null;
-using Core::Ptr;
 using Core::StorageForm;
-using Core::Variant;
-using Interfaces::IArray;
-using Interfaces::IObjectList;
-using Interfaces::IString;
-using Interfaces::IVariantDictionary;
-using Interfaces::IVariantList;
-using Structures::_VARIANT;
-using Structures::ValueType;
 
 namespace {
 

@@ -1,20 +1,6 @@
-#include "Data/Exports.h"
-#include "Data/Interfaces/IArray.h"
-#include "Data/Interfaces/IObjectList.h"
-#include "Data/Interfaces/IVariantList.h"
-#include "Data/Interfaces/IVariantPairList.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IArray;
-using Interfaces::IObjectList;
-using Interfaces::IVariantList;
-using Interfaces::IVariantPairList;
-using Structures::_VARIANT;
 
 TEST(Lists, UnguardedFactoriesRejectOnlyANullOutPointer) {
   EXPECT_FALSE(Data_CreateObjectList(nullptr));

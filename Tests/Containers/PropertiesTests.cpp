@@ -1,17 +1,6 @@
-#include "Data/Interfaces/IProperties.h"
-
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IObjectList;
-using Interfaces::IProperties;
-using Structures::_VARIANT;
-using Structures::ValueType;
 
 namespace {
 

@@ -1,21 +1,6 @@
-#include "Data/Interfaces/IAllowedValue.h"
-#include "Data/Interfaces/IConstrainedValue.h"
-#include "Data/Interfaces/IEnum.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IAllowedValue;
-using Interfaces::IConstrainedValue;
-using Interfaces::IEnum;
-using Interfaces::IObjectList;
-using Interfaces::IString;
-using Structures::_VARIANT;
-using Structures::ComparisonOperator;
-using Structures::ValueType;
 
 namespace {
 

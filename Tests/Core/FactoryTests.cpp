@@ -1,26 +1,6 @@
-#include <atomic>
-#include <cstdlib>
-#include <functional>
-#include <new>
+#include "Prelude.h"
 
-#include "Data/Interfaces/IAllowedValue.h"
-#include "Data/Interfaces/IConfiguration.h"
-#include "Data/Interfaces/IConstrainedValue.h"
-#include "Data/Interfaces/IDateTime.h"
-#include "Data/Interfaces/IEncoding.h"
-#include "Data/Interfaces/IEnum.h"
-#include "Data/Interfaces/IHashing.h"
-#include "Data/Interfaces/IHtmlDocument.h"
-#include "Data/Interfaces/IProperties.h"
-#include "Data/Interfaces/IRow.h"
-#include "Data/Interfaces/IRtfDocument.h"
-#include "Data/Interfaces/ISchema.h"
-#include "Data/Interfaces/ISecureString.h"
-#include "Data/Interfaces/ITable.h"
-#include "Data/Interfaces/IVariantDictionary.h"
-#include "Data/Interfaces/IVariantPairList.h"
-#include "Data/Interfaces/IXmlDocument.h"
-#include "VariantSupport.h"
+#include <new>
 
 // What the program and, where the system lets a program stand in for it, the library hold on the
 // heap. A Windows library keeps to its own heap: there the counts of references speak alone.
@@ -41,11 +21,6 @@ void operator delete(void* block) noexcept {
 void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 
 namespace Data::tests {
-
-using namespace Interfaces;
-using Core::IErrorCode;
-using Core::IObject;
-using Core::Ptr;
 
 namespace {
 

@@ -1,14 +1,8 @@
+#include "Prelude.h"
+
 #include <mutex>
 
-#include "Core/Ptr.h"
-#include "Data/Exports.h"
-#include "Data/Interfaces/IArray.h"
-#include "TestSupport.h"
-
 namespace Data::tests {
-
-using Core::Ptr;
-using Interfaces::IArray;
 
 TEST(Object, CountsReferencesFromOne) {
   IArray* array = nullptr;

@@ -1,20 +1,9 @@
-#include "Core/Ptr.h"
-
-#include <utility>
-
-#include "Core/StringFormat.h"
-#include "Data/Interfaces/IVariantList.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 
 using Core::CastToInterface;
-using Core::IObject;
-using Core::Ptr;
 using Core::WeakPtr;
-using Interfaces::IArray;
-using Interfaces::IString;
-using Interfaces::IVariantList;
 
 TEST(Ptr, CountsWhatItHolds) {
   const auto object = New(Data_CreateArray);

@@ -1,22 +1,8 @@
-#include <atomic>
-#include <mutex>
-#include <string>
-#include <thread>
-#include <vector>
+#include "Prelude.h"
 
-#include "Data/Interfaces/IDateTime.h"
-#include "Data/Interfaces/IRow.h"
-#include "Data/Interfaces/IString.h"
-#include "Data/Interfaces/ITable.h"
-#include "Data/Interfaces/IVariantDictionary.h"
-#include "VariantSupport.h"
+#include <mutex>
 
 namespace Data::tests {
-
-using Core::IObject;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IArray;
 
 namespace {
 

@@ -1,13 +1,8 @@
-#include "Core/VariantComparison.h"
-
-#include <limits>
-
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 
 using namespace Core;
-using namespace Interfaces;
 
 namespace {
 

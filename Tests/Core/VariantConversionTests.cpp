@@ -1,17 +1,8 @@
-#include "Core/VariantConversions.h"
-
-#include <bit>
-#include <cmath>
-#include <cstring>
-#include <limits>
-
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 
 using namespace Core;
-using namespace Interfaces;
-using Structures::_VARIANT;
 
 namespace {
 

@@ -1,14 +1,8 @@
-#include "Core/Variant.h"
-
-#include <utility>
-
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 
 using namespace Core;
-using namespace Interfaces;
-using Structures::_VARIANT;
 
 TEST(Variant, TakesTheTypeOfWhatItIsMadeOf) {
   const Structures::_UUID uuid{0x6b29fc40, 0xca47, 0x1067, {0xb3, 0x1d, 0, 0xdd, 1, 6, 0x62, 0xda}};

@@ -1,22 +1,6 @@
-#include <functional>
-
-#include "Data/Interfaces/IAllowedValue.h"
-#include "Data/Interfaces/IEncoding.h"
-#include "Data/Interfaces/IEnum.h"
-#include "Data/Interfaces/IHashing.h"
-#include "Data/Interfaces/IJsonDocument.h"
-#include "Data/Interfaces/ISchema.h"
-#include "Data/Interfaces/ISecureString.h"
-#include "Data/Interfaces/ITable.h"
-#include "Data/Interfaces/IVariantDictionary.h"
-#include "Data/Interfaces/IXmlDocument.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using namespace Interfaces;
-using Core::IErrorCode;
-using Core::Ptr;
 
 namespace {
 

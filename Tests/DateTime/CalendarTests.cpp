@@ -1,13 +1,6 @@
-#include <limits>
-#include <string>
-
 #include "DateTime/DateTimeSupport.h"
 
 namespace Data::tests {
-
-using Core::Ptr;
-using Interfaces::IDateTime;
-using Structures::DateTimeUnit;
 
 namespace {
 

@@ -1,11 +1,6 @@
 #pragma once
 
-#include <string>
-
-#include "Core/VariantConversions.h"
-#include "Data/Exports.h"
-#include "Data/Interfaces/IDateTime.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 

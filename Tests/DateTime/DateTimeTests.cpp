@@ -1,12 +1,6 @@
-#include <string>
-
 #include "DateTime/DateTimeSupport.h"
 
 namespace Data::tests {
-
-using Core::Ptr;
-using Interfaces::IDateTime;
-using Structures::DateTimeUnit;
 
 namespace {
 

@@ -1,12 +1,6 @@
-#include <string>
-
 #include "DateTime/DateTimeSupport.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Ptr;
-using Interfaces::IDateTime;
 
 TEST(Iso8601, ReadsEveryShapeOfDateAndTime) {
   const struct {

@@ -2,8 +2,6 @@
 // kernel: both must agree on everything that the kernel accepts.
 #include <windows.h>
 
-#include <random>
-
 #include "DateTime/DateTimeSupport.h"
 
 namespace Data::tests {

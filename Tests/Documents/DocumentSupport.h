@@ -1,11 +1,6 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
-#include "Core/VariantConversions.h"
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 

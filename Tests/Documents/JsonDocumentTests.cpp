@@ -1,17 +1,9 @@
 #include <chrono>
-#include <functional>
 
 #include "DocumentSupport.h"
 #include "SmallStack.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Ptr;
-using Interfaces::IJsonDocument;
-using Interfaces::IString;
-using namespace std::string_literals;
-using namespace std::string_view_literals;
 
 namespace {
 

@@ -1,26 +1,11 @@
-#include <cmath>
-#include <limits>
-#include <random>
-
-#include "Data/Interfaces/ITableHeader.h"
 #include "DocumentSupport.h"
 #include "SmallStack.h"
 #include "Tables/CsvSupport.h"
 #include "Tables/TableSupport.h"
-#include "VariantSupport.h"
 
 namespace Data::tests {
 
-using Core::IErrorCode;
-using Core::Ptr;
 using Core::ValueType;
-using Core::Variant;
-using Interfaces::IJsonDocument;
-using Interfaces::IRow;
-using Interfaces::IString;
-using Interfaces::ITable;
-using namespace std::string_literals;
-using namespace std::string_view_literals;
 
 namespace {
 

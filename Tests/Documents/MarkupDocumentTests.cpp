@@ -1,15 +1,7 @@
-#include "Data/Interfaces/IHtmlDocument.h"
-#include "Data/Interfaces/IRtfDocument.h"
 #include "DocumentSupport.h"
 #include "SmallStack.h"
 
 namespace Data::tests {
-
-using Core::Ptr;
-using Interfaces::IHtmlDocument;
-using Interfaces::IRtfDocument;
-using Interfaces::IXmlDocument;
-using namespace std::string_view_literals;
 
 namespace {
 

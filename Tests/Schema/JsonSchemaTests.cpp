@@ -6,8 +6,6 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include <string>
-
 #include "Schema/SchemaSupport.h"
 
 namespace Data::tests {

@@ -1,18 +1,9 @@
-#include <string>
-
 #include "DateTime/DateTimeSupport.h"
 #include "Schema/SchemaSupport.h"
 #include "SmallStack.h"
 
 namespace Data::tests {
 
-using Core::IErrorCode;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IJsonDocument;
-using Interfaces::ISchema;
-using Structures::ComparisonOperator;
-using Structures::ValueType;
 using Names = std::vector<std::string>;
 
 namespace {

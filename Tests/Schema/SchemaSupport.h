@@ -1,14 +1,6 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "Core/Variant.h"
-#include "Data/Exports.h"
-#include "Data/Interfaces/IAllowedValue.h"
-#include "Data/Interfaces/ISchema.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 

@@ -1,18 +1,7 @@
-#include <cstring>
-#include <string>
-
-#include "Core/VariantComparison.h"
 #include "Schema/SchemaSupport.h"
 
 namespace Data::tests {
 
-using Core::IErrorCode;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IAllowedValue;
-using Interfaces::IObjectList;
-using Interfaces::ISchema;
-using Structures::ValueType;
 using Names = std::vector<std::string>;
 
 namespace {

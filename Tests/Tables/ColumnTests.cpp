@@ -1,19 +1,6 @@
-#include "Data/Interfaces/IColumn.h"
-
-#include <functional>
-
-#include "Data/Interfaces/IVariantList.h"
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IColumn;
-using Interfaces::ITable;
-using Structures::ValueType;
 
 TEST(Column, ItsTypeIsDeclaredOrThatOfTheFirstCell) {
   const auto table = MakeTable({"a", "b"});

@@ -1,12 +1,6 @@
-#include <algorithm>
-#include <cstdlib>
-#include <random>
-
 #include "CsvSupport.h"
 
 namespace Data::tests {
-
-using Structures::ValueType;
 
 namespace {
 

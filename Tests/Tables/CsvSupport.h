@@ -1,18 +1,6 @@
 #pragma once
 
-#include <charconv>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "Core/Variant.h"
-#include "Data/Exports.h"
-#include "Data/Interfaces/IColumn.h"
-#include "Data/Interfaces/IObjectList.h"
-#include "Data/Interfaces/IRow.h"
-#include "Data/Interfaces/ITable.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 

@@ -1,16 +1,10 @@
 #include "Data/Ranges.h"
 
-#include <algorithm>
 #include <ranges>
 
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
-
-using Core::Null;
-using Core::Ptr;
-using Interfaces::IColumn;
-using Interfaces::ITable;
 
 static_assert(std::ranges::forward_range<decltype(Rows(nullptr))>);
 static_assert(std::ranges::sized_range<decltype(Columns(nullptr))>);

@@ -1,24 +1,6 @@
-#include "Data/Interfaces/IRow.h"
-
-#include <algorithm>
-#include <functional>
-#include <stdexcept>
-
-#include "Data/Interfaces/IString.h"
-#include "Data/Interfaces/IValue.h"
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IColumn;
-using Interfaces::IRow;
-using Interfaces::ITable;
-using Structures::_VARIANT;
-using Structures::ValueType;
 
 TEST(Row, EveryWriteTellsTheColumnAndMarksTheRow) {
   const struct {

@@ -1,18 +1,6 @@
-#include <functional>
-
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IColumn;
-using Interfaces::IObjectList;
-using Interfaces::IRow;
-using Interfaces::ITable;
-using Structures::ValueType;
 
 namespace {
 

@@ -1,16 +1,8 @@
-#include "Data/Interfaces/IString.h"
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
 
-using Core::IErrorCode;
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IString;
-using Interfaces::ITable;
 using Structures::MergeMode;
-using Structures::ValueType;
 
 namespace {
 

@@ -1,17 +1,6 @@
 #pragma once
 
-#include <initializer_list>
-#include <string>
-#include <vector>
-
-#include "Core/Variant.h"
-#include "Data/Exports.h"
-#include "Data/Interfaces/IColumn.h"
-#include "Data/Interfaces/IObjectList.h"
-#include "Data/Interfaces/IRow.h"
-#include "Data/Interfaces/ITable.h"
-#include "Data/Interfaces/ITableHeader.h"
-#include "VariantSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
 

@@ -1,27 +1,8 @@
-#include "Data/Interfaces/ITable.h"
-
-#include <atomic>
 #include <chrono>
-#include <cstdlib>
-#include <functional>
-#include <stdexcept>
-#include <thread>
 
-#include "Data/Interfaces/IString.h"
-#include "Data/Interfaces/IVariantDictionary.h"
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Null;
-using Core::Ptr;
-using Core::Variant;
-using Interfaces::IColumn;
-using Interfaces::IRow;
-using Interfaces::ITable;
-using Structures::_VARIANT;
-using Structures::ValueType;
 
 namespace {
 

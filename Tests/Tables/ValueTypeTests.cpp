@@ -1,13 +1,6 @@
-#include <string>
-#include <string_view>
-
-#include "Core/ValueTypes.h"
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Structures::ValueType;
 
 namespace {
 

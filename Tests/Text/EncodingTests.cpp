@@ -1,22 +1,6 @@
-#include "Data/Interfaces/IEncoding.h"
-
-#include <cstdint>
-#include <functional>
-#include <random>
-#include <string>
-#include <string_view>
-
-#include "Core/Ptr.h"
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Ptr;
-using Interfaces::IArray;
-using Interfaces::IEncoding;
-using namespace std::string_literals;
 
 namespace {
 

@@ -1,20 +1,6 @@
-#include "Data/Interfaces/IHashing.h"
-
-#include <cstdint>
-#include <functional>
-#include <string>
-#include <string_view>
-
-#include "Core/Ptr.h"
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::Ptr;
-using Interfaces::IArray;
-using Interfaces::IHashing;
 
 namespace {
 

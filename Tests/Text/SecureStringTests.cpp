@@ -1,22 +1,6 @@
-#include "Data/Interfaces/ISecureString.h"
-
-#include <string>
-#include <string_view>
-#include <thread>
-#include <vector>
-
-#include "Core/VariantConversions.h"
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::IErrorCode;
-using Core::MakeString;
-using Core::Ptr;
-using Interfaces::ISecureString;
-using Interfaces::IString;
-using namespace std::string_literals;
 
 namespace {
 

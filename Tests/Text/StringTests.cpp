@@ -1,21 +1,6 @@
-#include "Data/Interfaces/IString.h"
-
-#include <cstdint>
-#include <cstring>
-#include <string>
-#include <string_view>
-
-#include "Core/VariantConversions.h"
-#include "Data/Exports.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::MakeString;
-using Core::Ptr;
-using Interfaces::IString;
-using namespace std::string_literals;
-using namespace std::string_view_literals;
 
 namespace {
 

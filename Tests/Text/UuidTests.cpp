@@ -1,16 +1,6 @@
-#include <cstring>
-#include <string>
-
-#include "Core/Ptr.h"
-#include "Data/Exports.h"
-#include "Data/Interfaces/IString.h"
-#include "TestSupport.h"
+#include "Prelude.h"
 
 namespace Data::tests {
-
-using Core::Ptr;
-using Interfaces::IString;
-using Structures::_UUID;
 
 namespace {
 

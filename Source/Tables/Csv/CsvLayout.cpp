@@ -1,10 +1,10 @@
-#include "Tables/CsvLayout.h"
+#include "Tables/Csv/CsvLayout.h"
 
 #include <algorithm>
 #include <stdexcept>
 
-#include "Tables/CsvLines.h"
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvLines.h"
+#include "Tables/Csv/CsvText.h"
 #include "Tables/ValueTypeDetection.h"
 
 namespace Data::impl {

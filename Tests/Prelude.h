@@ -1,15 +1,92 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <bit>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <random>
+#include <stdexcept>
 #include <string>
-#include <type_traits>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "Core/Variant.h"
-#include "TestSupport.h"
+#include "Core/VariantComparison.h"
+#include "Core/VariantConversions.h"
+#include "Data/Exports.h"
+#include "Data/Interfaces/IAllowedValue.h"
+#include "Data/Interfaces/IArray.h"
+#include "Data/Interfaces/IColumn.h"
+#include "Data/Interfaces/IConfiguration.h"
+#include "Data/Interfaces/IConstrainedValue.h"
+#include "Data/Interfaces/IDateTime.h"
+#include "Data/Interfaces/IEncoding.h"
+#include "Data/Interfaces/IEnum.h"
+#include "Data/Interfaces/IHashing.h"
+#include "Data/Interfaces/IHtmlDocument.h"
+#include "Data/Interfaces/IJsonDocument.h"
+#include "Data/Interfaces/IObjectList.h"
+#include "Data/Interfaces/IProperties.h"
+#include "Data/Interfaces/IRow.h"
+#include "Data/Interfaces/IRtfDocument.h"
+#include "Data/Interfaces/ISchema.h"
+#include "Data/Interfaces/ISecureString.h"
+#include "Data/Interfaces/IString.h"
+#include "Data/Interfaces/ITable.h"
+#include "Data/Interfaces/ITableHeader.h"
+#include "Data/Interfaces/IValue.h"
+#include "Data/Interfaces/IVariantDictionary.h"
+#include "Data/Interfaces/IVariantList.h"
+#include "Data/Interfaces/IVariantPairList.h"
+#include "Data/Interfaces/IXmlDocument.h"
 
-/// Records of any tag and payload, and what an operation on them gives or throws.
+/// What every test file uses: the public headers, their names, and helpers that make records and
+/// report failures.
 namespace Data::tests {
 
+using namespace Interfaces;
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+using Core::IErrorCode;
+using Core::IObject;
+using Core::MakeString;
+using Core::Null;
+using Core::Ptr;
+using Core::Variant;
+using Structures::_UUID;
+using Structures::_VARIANT;
+using Structures::ComparisonOperator;
+using Structures::DateTimeUnit;
+using Structures::ValueType;
+
+/// The message of an error object, "" without one.
+inline std::string MessageOf(const Core::Ptr<Core::IErrorCode>& error) {
+  return error ? error->GetMessage() : "";
+}
+
+/// The text of what an unguarded operation throws, "" if it does not.
+template <class Operation>
+std::string ThrownBy(Operation&& operation) {
+  try {
+    operation();
+    return "";
+  } catch (const std::exception& exception) {
+    return exception.what();
+  }
+}
+
+/// A record of any tag and payload.
 /// @param low  for a reference: null, or an object whose reference is taken over
 inline Core::Variant Record(Structures::ValueType type, Core::StorageForm form,
                             std::uint64_t low = 0, std::uint64_t high = 0) {

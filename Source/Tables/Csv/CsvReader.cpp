@@ -1,14 +1,14 @@
-#include "Tables/CsvReader.h"
+#include "Tables/Csv/CsvReader.h"
 
 #include <algorithm>
 #include <stdexcept>
 
 #include "Core/StringFormat.h"
 #include "Platform/Uuids.h"
-#include "Tables/CsvCells.h"
-#include "Tables/CsvLayout.h"
-#include "Tables/CsvLines.h"
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvCells.h"
+#include "Tables/Csv/CsvLayout.h"
+#include "Tables/Csv/CsvLines.h"
+#include "Tables/Csv/CsvText.h"
 
 namespace Data::impl {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Tables/CsvStructure.h"
+#include "Tables/Csv/CsvStructure.h"
 
 namespace Data::impl {
 

@@ -1,4 +1,4 @@
-#include "Tables/CsvStructure.h"
+#include "Tables/Csv/CsvStructure.h"
 
 #include <algorithm>
 #include <bit>
@@ -7,7 +7,7 @@
 #include <emmintrin.h>
 #endif
 
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvText.h"
 
 namespace Data::impl {
 

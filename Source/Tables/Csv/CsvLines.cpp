@@ -1,8 +1,8 @@
-#include "Tables/CsvLines.h"
+#include "Tables/Csv/CsvLines.h"
 
 #include <algorithm>
 
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvText.h"
 
 namespace Data::impl {
 

@@ -1,10 +1,10 @@
-#include "Tables/CsvCells.h"
+#include "Tables/Csv/CsvCells.h"
 
 #include <cstring>
 
 #include "Core/VariantRecord.h"
 #include "DateTime/DateTimeImpl.h"
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvText.h"
 #include "Tables/NumberText.h"
 #include "Tables/ValueTypeDetection.h"
 #include "Text/MultiByteStringImpl.h"

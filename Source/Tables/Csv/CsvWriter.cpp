@@ -1,4 +1,4 @@
-#include "Tables/CsvWriter.h"
+#include "Tables/Csv/CsvWriter.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,7 +6,7 @@
 #include "Core/VariantConversions.h"
 #include "Data/Interfaces/IColumn.h"
 #include "Data/Interfaces/IRow.h"
-#include "Tables/CsvText.h"
+#include "Tables/Csv/CsvText.h"
 
 namespace Data::impl {
 
