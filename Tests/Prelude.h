@@ -21,6 +21,7 @@
 #include <utility>
 #include <vector>
 
+#include "Cases.h"
 #include "Core/Variant.h"
 #include "Core/VariantComparison.h"
 #include "Core/VariantConversions.h"
