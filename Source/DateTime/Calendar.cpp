@@ -11,8 +11,8 @@ constexpr std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
   return quotient - (value % divisor < 0);
 }
 
-/// Days since 1970-01-01. Years begin in March, so that the leap day is the
-/// last of its year and months follow one linear rule.
+/// Days since 1970-01-01. The year is taken to begin in March: then the leap day
+/// is its last day and the lengths of the months follow a linear rule.
 constexpr std::int64_t DayNumber(std::int64_t year, std::int64_t month, std::int64_t day) {
   const bool beforeMarch = month < 3;
   const std::int64_t shiftedYear = year - beforeMarch;
@@ -26,7 +26,7 @@ constexpr std::int64_t kDay1601 = DayNumber(1601, 1, 1);
 constexpr std::int64_t kFirstDay = DayNumber(1, 1, 1);
 
 /// As `DayNumber` for any month: 13 is January of the next year, 0 December of
-/// the last.
+/// the previous one.
 constexpr std::int64_t DayNumberOf(const CalendarFields& fields) {
   std::int64_t year = fields.year, month = fields.month;
   if (month - 1u > 11u) {
@@ -48,8 +48,8 @@ constexpr std::int64_t TicksOfDay(const CalendarFields& fields) {
 }
 
 /// The inverse of `DayNumber`, from year 1 on.
-void SetDate(CalendarFields& fields, std::int64_t dayNumber) {
-  // From here on days count from 0000-03-01, a start of 400 years.
+void SetDayNumber(CalendarFields& fields, std::int64_t dayNumber) {
+  // Days since 0000-03-01, the start of a 400-year cycle.
   const auto days = static_cast<std::uint32_t>(dayNumber - DayNumber(0, 3, 1));
   const std::uint32_t era = days / 146097;
   const std::uint32_t dayOfEra = days % 146097;
@@ -84,7 +84,7 @@ constexpr std::uint16_t LastDayOfWeek(std::int64_t year) {
 std::int32_t WeekOf(std::int64_t year, std::int32_t dayOfYear, std::uint16_t dayOfWeek) {
   const auto week =
       static_cast<std::int32_t>(FloorDivide(dayOfYear - IsoDayOfWeek(dayOfWeek) + 10, 7));
-  if (week == 0)  // still the last week of the year before
+  if (week == 0)  // the last week of the previous year
     return WeekOf(year - 1, 365 + IsLeapYear(static_cast<std::uint32_t>(year - 1)),
                   LastDayOfWeek(year - 1));
   if (week == 53 && IsoDayOfWeek(LastDayOfWeek(year)) < 4) return 1;
@@ -108,7 +108,7 @@ CalendarFields ToFields(std::uint64_t ticks) {
   const std::int64_t days = FloorDivide(signedTicks, kTicksPerDay);
   CalendarFields fields;
   if (days + kDay1601 < kFirstDay) return fields;
-  SetDate(fields, days + kDay1601);
+  SetDayNumber(fields, days + kDay1601);
   const auto milliseconds =
       static_cast<std::uint32_t>((signedTicks - days * kTicksPerDay) / kTicksPerMillisecond);
   fields.hour = static_cast<std::uint16_t>(milliseconds / 3'600'000);

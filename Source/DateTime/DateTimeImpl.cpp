@@ -16,8 +16,8 @@ using Structures::DateTimeUnit;
 
 namespace {
 
-/// Truncated toward zero; what no 64-bit integer holds becomes its nearest
-/// bound, and NaN nothing.
+/// Truncated toward zero; out-of-range values become the nearest bound, NaN
+/// becomes 0.
 std::int64_t ToWholeTicks(double ticks) {
   constexpr double kBound = 9223372036854775808.0;
   if (std::isnan(ticks)) return 0;
@@ -26,7 +26,7 @@ std::int64_t ToWholeTicks(double ticks) {
   return static_cast<std::int64_t>(ticks);
 }
 
-/// The product of 32-bit integers, which wraps.
+/// The product modulo 2^32.
 std::int32_t WrappingProduct(std::int32_t value, std::uint32_t factor) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(value) * factor);
 }
@@ -35,8 +35,8 @@ void HandOutText(std::string_view text, IString** out) {
   if (out) *out = Core::MakeString(text).Detach();
 }
 
-/// The fields of two date-times in the order that `CompareByUnit` looks at
-/// them. A unit begins at its own field and goes on to the last.
+/// The fields that `CompareByUnit` compares, in its order. A unit starts at its
+/// own field and goes on to the year.
 using FieldReader = std::int32_t (*)(IDateTime&);
 constexpr FieldReader kFieldsFromFinest[] = {
     [](IDateTime& value) { return static_cast<std::int32_t>(value.GetNanosecond() / 1'000'000); },
@@ -49,10 +49,10 @@ constexpr FieldReader kFieldsFromFinest[] = {
     [](IDateTime& value) -> std::int32_t { return value.GetYear(); },
 };
 constexpr std::int32_t kFinestUnit = static_cast<std::int32_t>(DateTimeUnit::Millisecond);
-/// An older name of the finest unit that callers still use.
+/// Another number for the finest unit, which callers use.
 constexpr std::int32_t kFinestUnitAlias = -100;
 
-std::int32_t Sign(std::int64_t left, std::int64_t right) {
+std::int32_t Order(std::int64_t left, std::int64_t right) {
   return left < right ? -1 : left > right ? 1 : 0;
 }
 
@@ -142,24 +142,27 @@ std::int32_t DateTimeImpl::CompareByUnit(IDateTime* other, DateTimeUnit unit) {
   if (finest == kFinestUnitAlias) finest = kFinestUnit;
   if (finest < 0 || finest > kFinestUnit) return -1;
   if (!other) Core::ThrowNullInterface<IDateTime>();
+  // Both are held: the other's own code may release them.
+  const Core::Ptr<IDateTime> held(this), heldOther(other);
   for (std::int32_t field = kFinestUnit - finest; field <= kFinestUnit; ++field) {
-    // A week compares within its year: its month does not count.
+    // A week lies in a year, not in a month.
     if (unit == DateTimeUnit::Week && field == kFinestUnit - 1) continue;
     const FieldReader read = kFieldsFromFinest[field];
-    if (const std::int32_t sign = Sign(read(*this), read(*other))) return sign;
+    if (const std::int32_t order = Order(read(*this), read(*other))) return order;
   }
   return 0;
 }
 
 std::int32_t DateTimeImpl::CompareTo(IDateTime* other) {
   if (!Core::ImplementationOf<DateTimeImpl>(other)) Core::CheckInterface(other);
-  return Sign(static_cast<std::int64_t>(ticks_), static_cast<std::int64_t>(other->GetFileTime()));
+  const auto ticks = static_cast<std::int64_t>(ticks_);  // before code of the other runs
+  return Order(ticks, static_cast<std::int64_t>(other->GetFileTime()));
 }
 
 void DateTimeImpl::Clone(IDateTime** out) {
   if (!out) return;
-  // A file time beyond the calendar stays without fields, which no other
-  // date-time of its tick count does.
+  // A date-time created from a file time of 2^63 or more has no fields, and its
+  // clone has none either.
   const bool beyondCalendar = fields_ == CalendarFields();
   *out = (beyondCalendar ? Core::MakePtr<DateTimeImpl>(ticks_, fields_)
                          : Core::MakePtr<DateTimeImpl>(ticks_))
@@ -171,7 +174,7 @@ bool DateTimeImpl::SetTimeZone(const char* name) {
   const std::size_t size = std::strlen(name) + 1;
   auto copy = std::make_unique<char[]>(size);
   std::memcpy(copy.get(), name, size);
-  timeZone_ = std::move(copy);  // only now, the name may be our own
+  timeZone_ = std::move(copy);  // last: the name may be this object's own
   return true;
 }
 

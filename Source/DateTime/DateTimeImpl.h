@@ -11,7 +11,7 @@
 namespace Data::impl {
 
 struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
-  /// The day of week and the tick count follow from the other fields.
+  /// Computes the day of week and the tick count from the other fields.
   explicit DateTimeImpl(const CalendarFields& fields) { SetDate(fields); }
   explicit DateTimeImpl(std::uint64_t ticks) { SetTicks(ticks); }
   DateTimeImpl(std::uint64_t ticks, const CalendarFields& fields)
@@ -80,8 +80,8 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
   CalendarFields fields_;
 };
 
-/// A date-time of calendar fields, whose day of week is not looked at.
-/// @param pool  where many date-times are made at once; null for the heap
+/// A date-time of calendar fields; their day of week is ignored.
+/// @param pool  for many date-times created together; null for the heap
 inline Core::Ptr<DateTimeImpl> MakeDateTime(const CalendarFields& fields,
                                             Core::ObjectPool* pool = nullptr) {
   return Core::Ptr<DateTimeImpl>::Adopt(new (pool) DateTimeImpl(fields));

@@ -4,15 +4,15 @@
 #include <stdexcept>
 #include <string>
 
+#include "Text/Characters.h"
+
 namespace Data::impl {
 
 namespace {
 
-constexpr bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+// -- The fixed shapes that nearly every date has --
 
-// -- The shapes that nearly every date has --
-
-/// Two digits as a number; anything else sets a bit of `bad`.
+/// The number of two digits; sets `bad` if they are not digits.
 std::uint32_t TwoDigits(const char* text, std::uint32_t& bad) {
   const std::uint32_t tens = static_cast<unsigned char>(text[0]) - std::uint32_t{'0'};
   const std::uint32_t ones = static_cast<unsigned char>(text[1]) - std::uint32_t{'0'};
@@ -20,7 +20,7 @@ std::uint32_t TwoDigits(const char* text, std::uint32_t& bad) {
   return tens * 10 + ones;
 }
 
-/// "2024-11-14", the first ten characters.
+/// Reads ten characters: "2024-11-14".
 bool ReadFixedDate(const char* text, CalendarFields& out) {
   std::uint32_t bad = text[4] != '-' || text[7] != '-';
   const std::uint32_t century = TwoDigits(text, bad), year = TwoDigits(text + 2, bad);
@@ -31,7 +31,7 @@ bool ReadFixedDate(const char* text, CalendarFields& out) {
   return !bad;
 }
 
-/// "10:20:30", eight characters.
+/// Reads eight characters: "10:20:30".
 bool ReadFixedTime(const char* text, CalendarFields& out) {
   std::uint32_t bad = text[2] != ':' || text[5] != ':';
   out.hour = static_cast<std::uint16_t>(TwoDigits(text, bad));
@@ -42,8 +42,7 @@ bool ReadFixedTime(const char* text, CalendarFields& out) {
 
 // -- The whole grammar --
 
-/// The characters before the first one of a set; they and what stops them
-/// leave the text one after the other.
+/// Removes and returns the characters before the first of `stops`.
 std::string_view TakeUntil(std::string_view& text, std::string_view stops) {
   const std::size_t length = std::min(text.find_first_of(stops), text.size());
   const std::string_view piece = text.substr(0, length);
@@ -51,8 +50,8 @@ std::string_view TakeUntil(std::string_view& text, std::string_view stops) {
   return piece;
 }
 
-/// The number a piece of at most nine characters begins with, else 0.
-std::int32_t ReadNumber(std::string_view piece) {
+/// The number at the start of a piece of at most nine characters; 0 without one.
+std::int32_t LeadingNumber(std::string_view piece) {
   const bool negative = !piece.empty() && piece[0] == '-';
   std::int32_t value = 0;
   for (std::size_t i = negative; i < piece.size() && IsDigit(piece[i]); ++i)
@@ -60,16 +59,15 @@ std::int32_t ReadNumber(std::string_view piece) {
   return negative ? -value : value;
 }
 
-/// A piece of at most `longest` characters as a calendar word, which a negative
-/// number wraps around.
+/// Reads a piece of at most `longest` characters. A negative number wraps to 16 bits.
 bool ReadWord(std::string_view piece, std::size_t longest, std::uint16_t& out) {
   if (piece.size() > longest) return false;
-  out = static_cast<std::uint16_t>(ReadNumber(piece));
+  out = static_cast<std::uint16_t>(LeadingNumber(piece));
   return true;
 }
 
-/// The fraction counts by the digits of its value, not of its text: ".05" and
-/// ".5" are both 500 ms.
+/// Scales a fraction by the digits of its value, not of its text: ".05" and ".5"
+/// are both 500 ms. Callers depend on it.
 std::uint16_t MillisecondsOf(std::int32_t fraction) {
   std::int32_t unit = 100'000'000;
   for (std::int32_t limit = 9; fraction > limit && unit > 1; limit = limit * 10 + 9) unit /= 10;
@@ -79,12 +77,12 @@ std::uint16_t MillisecondsOf(std::int32_t fraction) {
 bool ReadFraction(std::string_view text, CalendarFields& out) {
   const std::string_view piece = TakeUntil(text, "Z+-");
   if (piece.size() > 9) return false;
-  out.millisecond = MillisecondsOf(ReadNumber(piece));
+  out.millisecond = MillisecondsOf(LeadingNumber(piece));
   return true;
 }
 
-/// What follows the "T". An offset directly behind the seconds is read as the
-/// fraction; anything behind the fraction is not looked at.
+/// Reads what follows the "T". An offset right after the seconds is read as the
+/// fraction; what follows the fraction is ignored.
 bool ReadTime(std::string_view text, CalendarFields& out) {
   if (!ReadWord(TakeUntil(text, ":"), 2, out.hour)) return false;
   if (text.empty()) return true;
@@ -96,7 +94,7 @@ bool ReadTime(std::string_view text, CalendarFields& out) {
   return text.empty() || ReadFraction(text.substr(1), out);
 }
 
-/// The date; `text` keeps what begins with the day's separator.
+/// Reads the date; leaves the rest in `text`, from the "T" or space after the day on.
 bool ReadDate(std::string_view& text, CalendarFields& out) {
   if (!ReadWord(TakeUntil(text, "-"), 4, out.year)) return false;
   if (text.empty()) return true;
@@ -117,7 +115,7 @@ constexpr CalendarFields Noon() {
   return fields;
 }
 
-/// `fields` with the time of a text, or as they are if it has none to read.
+/// The fields with the time of a text, or unchanged if the time is unreadable.
 CalendarFields WithTime(const CalendarFields& fields, std::string_view text) {
   CalendarFields timed = fields;
   return ReadTime(text, timed) ? timed : fields;
@@ -129,8 +127,7 @@ Iso8601Result CheckDate(const CalendarFields& fields) {
 }
 
 Iso8601Result ReadTimeAlone(std::string_view text, CalendarFields& out) {
-  out = {};
-  out.year = out.month = out.day = 1;
+  out = kMinimumFields;
   return ReadTime(text.substr(1), out) ? Iso8601Result::Read : Iso8601Result::BadTime;
 }
 
@@ -139,10 +136,25 @@ Iso8601Result ReadAnyShape(std::string_view text, CalendarFields& out) {
   out = Noon();
   if (!ReadDate(rest, out)) return Iso8601Result::BadDate;
   if (IsBareYear(text)) out.month = out.day = 1;
-  // A space stands for the T only where a date of full length ends.
+  // A space counts as "T" only after a date of ten characters.
   const bool hasTime = rest.size() > 1 && (rest[0] == 'T' || text.size() - rest.size() == 10);
   if (hasTime) out = WithTime(out, rest.substr(1));
   return CheckDate(out);
+}
+
+[[noreturn]] void ThrowFailure(Iso8601Result failure, std::string_view text) {
+  switch (failure) {
+    case Iso8601Result::Empty:
+      throw std::runtime_error("Input lenght is 0");
+    case Iso8601Result::BadTime:
+      throw std::runtime_error("Invalid time format!" + std::string(text));
+    case Iso8601Result::MonthZero:
+      throw std::runtime_error("Month cannot be 0");
+    case Iso8601Result::DayZero:
+      throw std::runtime_error("Day cannot be 0");
+    default:
+      throw std::runtime_error("Invalid date time format!" + std::string(text));
+  }
 }
 
 }  // namespace
@@ -162,19 +174,11 @@ Iso8601Result ReadIso8601(std::string_view text, CalendarFields& out) noexcept {
   return CheckDate(out);
 }
 
-void ThrowIso8601Failure(Iso8601Result failure, std::string_view text) {
-  switch (failure) {
-    case Iso8601Result::Empty:
-      throw std::runtime_error("Input lenght is 0");
-    case Iso8601Result::BadTime:
-      throw std::runtime_error("Invalid time format!" + std::string(text));
-    case Iso8601Result::MonthZero:
-      throw std::runtime_error("Month cannot be 0");
-    case Iso8601Result::DayZero:
-      throw std::runtime_error("Day cannot be 0");
-    default:
-      throw std::runtime_error("Invalid date time format!" + std::string(text));
-  }
+CalendarFields FieldsOfIso8601(std::string_view text) {
+  CalendarFields fields;
+  const Iso8601Result result = ReadIso8601(text, fields);
+  if (result != Iso8601Result::Read) ThrowFailure(result, text);
+  return fields;
 }
 
 }  // namespace Data::impl

@@ -7,8 +7,8 @@
 
 namespace Data::impl {
 
-/// Calendar fields as ISO 8601 text in a buffer of its own; fields beyond
-/// their usual width are printed whole.
+/// Calendar fields as ISO 8601 text, in a buffer of its own. Fields are padded
+/// with zeros and never cut.
 class Iso8601Text {
  public:
   static Iso8601Text DateTime(const CalendarFields& fields);  ///< 2024-11-14T10:20:30.123000000Z
@@ -28,7 +28,7 @@ class Iso8601Text {
   char text_[56];
 };
 
-/// The fraction of a second that the fields hold.
+/// The millisecond field in nanoseconds.
 constexpr std::uint32_t NanosecondsOf(const CalendarFields& fields) {
   return fields.millisecond * 1'000'000u;
 }
