@@ -47,7 +47,7 @@ Variant ZeroOf(ValueType type) {
     default:
       break;
   }
-  // Integers of every width begin as Int32 0.
+  // Integers of up to 64 bits.
   const ValueKind kind = Core::KindOf(type);
   if (kind == ValueKind::SignedInteger || kind == ValueKind::UnsignedInteger)
     return std::int32_t{0};

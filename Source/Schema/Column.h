@@ -14,7 +14,7 @@
 
 namespace Data {
 
-/// What a column is added with; its other attributes follow from it.
+/// The arguments of `AddColumn`; a new column's attributes are computed from them.
 struct NewColumn {
   std::string_view name;
   Core::ValueType type;
@@ -22,32 +22,41 @@ struct NewColumn {
   std::int32_t decimals;
 };
 
-/// The zero of a type: what a column of that type contains by default.
+/// The default value of a column of that type.
 Core::Variant ZeroOf(Core::ValueType type);
 
-/// How a document's reader treats a member.
-enum class InDocument : std::uint8_t {
-  Required,  ///< a column is added with it
+/// How an attribute is read from a column of a document.
+enum class Reading : std::uint8_t {
+  Required,  ///< an argument of `AddColumn`
   Optional,
-  IfText,  ///< as `Optional`, and ignored when it is not a string
-  NotRead
+  IfText,  ///< optional; ignored unless it is a string
+  Never
 };
 
-/// The attributes of a column, each described once: its key in documents, its
-/// type, and what `AddColumn` sets. One without `Initial` is set by its setter
-/// alone and written only then.
+/// How an attribute is written to a column of a document.
+enum class Writing : std::uint8_t {
+  Required,  ///< a column without it cannot be written
+  IfSet,
+  IfNotEmpty
+};
+
+/// The attributes of a column, each defined once: its type, its key in
+/// documents, how it is read and written there, and the value that `AddColumn`
+/// sets. One without `Initial` is only set by its setter.
 namespace attributes {
 
 using AllowedValueList = std::vector<Core::Ptr<Interfaces::IAllowedValue>>;
 
-template <class T, InDocument mode = InDocument::Optional>
+template <class T, Reading reading = Reading::Optional, Writing writing = Writing::Required>
 struct Attribute {
   using Value = T;
-  static constexpr InDocument kInDocument = mode;
+  static constexpr Reading kReading = reading;
+  static constexpr Writing kWriting = writing;
 };
 using Text = Attribute<std::string>;
+using Expression = Attribute<std::string, Reading::IfText, Writing::IfSet>;
 using Flag = Attribute<bool>;
-using RequiredInteger = Attribute<std::int32_t, InDocument::Required>;
+using RequiredInteger = Attribute<std::int32_t, Reading::Required>;
 
 struct Group : Text {
   static constexpr std::string_view kKey = "group";
@@ -65,7 +74,7 @@ struct HelpUri : Text {
   static constexpr std::string_view kKey = "helpUri";
   static Value Initial(const NewColumn&) { return {}; }
 };
-struct Type : Attribute<Core::ValueType, InDocument::Required> {
+struct Type : Attribute<Core::ValueType, Reading::Required> {
   static constexpr std::string_view kKey = "type";
   static Value Initial(const NewColumn& column) { return column.type; }
 };
@@ -73,13 +82,13 @@ struct DefaultValue : Attribute<Core::Variant> {
   static constexpr std::string_view kKey = "defaultValue";
   static Value Initial(const NewColumn& column) { return ZeroOf(column.type); }
 };
-struct UpdateExpression : Attribute<std::string, InDocument::IfText> {
+struct UpdateExpression : Expression {
   static constexpr std::string_view kKey = "updateExpression";
 };
-struct InsertExpression : Attribute<std::string, InDocument::IfText> {
+struct InsertExpression : Expression {
   static constexpr std::string_view kKey = "insertExpression";
 };
-struct Unit : Text {
+struct Unit : Attribute<std::string, Reading::Optional, Writing::IfSet> {
   static constexpr std::string_view kKey = "unit";
 };
 struct Width : RequiredInteger {
@@ -106,15 +115,15 @@ struct Visible : Flag {
   static constexpr std::string_view kKey = "visible";
   static Value Initial(const NewColumn&) { return true; }
 };
-struct Nullable : Attribute<bool, InDocument::NotRead> {
+struct Nullable : Attribute<bool, Reading::Never, Writing::IfSet> {
   static constexpr std::string_view kKey = "nullable";
 };
-struct AllowedValues : Attribute<AllowedValueList> {
+struct AllowedValues : Attribute<AllowedValueList, Reading::Optional, Writing::IfNotEmpty> {
   static constexpr std::string_view kKey = "allowedValues";
   static Value Initial(const NewColumn&) { return {}; }
 };
 
-/// Whether `AddColumn` sets an attribute.
+/// Whether `AddColumn` sets the attribute.
 template <class A>
 concept HasInitial = requires(const NewColumn& column) {
   A::Initial(column);
@@ -122,37 +131,64 @@ concept HasInitial = requires(const NewColumn& column) {
 
 template <class... A>
 struct List {
-  /// Room for each attribute; `std::get` finds it by the attribute's name.
+  /// An attribute's storage; `std::get` finds it by its type.
   template <class Name>
   struct Slot {
     std::optional<typename Name::Value> value;
   };
   using Slots = std::tuple<Slot<A>...>;
 
-  /// Calls the visitor with one object of each attribute's name, in order.
+  /// Calls the visitor with an object of each attribute, in order.
   template <class Visitor>
   static void ForEach(Visitor&& visit) {
     (visit(A()), ...);
   }
 };
 
-/// All of them, in the order in which documents show them.
+/// All attributes, in the order in which they are written to documents.
 using All = List<Group, DisplayName, Description, HelpUri, Type, DefaultValue, UpdateExpression,
                  InsertExpression, Unit, Width, Decimals, ReadOnly, AllowAnyValue, DisplayAttribute,
                  Visible, Nullable, AllowedValues>;
 
 }  // namespace attributes
 
-/// The attributes that a column has.
+/// The objects of a list. Their own code may change the list while it is copied.
+template <class Interface>
+std::vector<Core::Ptr<Interface>> CopyOf(const attributes::AllowedValueList& list) {
+  std::vector<Core::Ptr<Interface>> copy;
+  copy.reserve(list.size());
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    Core::Ptr<Interface> object = list[i];
+    copy.push_back(std::move(object));
+  }
+  return copy;
+}
+
+/// The attributes that a column has. Objects of callers are released where
+/// nothing is half changed, since their code may use the column again.
 class Column {
  public:
   Column() = default;
-  /// Everything that `AddColumn` sets.
+  /// With everything that `AddColumn` sets.
   explicit Column(const NewColumn& column) {
     attributes::All::ForEach([&]<class A>(A) {
       if constexpr (attributes::HasInitial<A>) Set<A>(A::Initial(column));
     });
   }
+  Column(const Column& other) {
+    attributes::All::ForEach([&]<class A>(A) {
+      const auto* value = other.Find<A>();
+      if (!value) return;
+      if constexpr (std::is_same_v<A, attributes::AllowedValues>) {
+        Slot<A>() = CopyOf<Interfaces::IAllowedValue>(*value);
+      } else {
+        Slot<A>() = *value;
+      }
+    });
+  }
+  Column(Column&&) = default;
+  Column& operator=(const Column&) = delete;
+  ~Column() = default;
 
   /// The attribute, or null while the column does not have it.
   template <class A>
@@ -169,9 +205,9 @@ class Column {
   }
   template <class A>
   void Set(typename A::Value value) {
-    Slot<A>() = std::move(value);
+    std::swap(Edit<A>(), value);
   }
-  /// The attribute to be changed, made with its type's empty value if need be.
+  /// The attribute for changes; a missing one gets an empty value first.
   template <class A>
   typename A::Value& Edit() {
     auto& value = Slot<A>();
@@ -180,9 +216,9 @@ class Column {
   }
 
   /// Every attribute that the other column has replaces the one here.
-  void TakeOver(Column&& other) {
+  void TakeOver(Column other) {
     attributes::All::ForEach([&]<class A>(A) {
-      if (auto& value = other.Slot<A>()) Slot<A>() = std::move(value);
+      if (auto& value = other.Slot<A>()) Slot<A>().swap(value);
     });
   }
 

@@ -22,18 +22,16 @@ using Structures::_VARIANT;
 
 namespace {
 
-using Objects = std::vector<Ptr<IObject>>;
-
+/// The list may be the caller's own, and so may change while it is read.
 attributes::AllowedValueList AllowedValuesOf(IObjectList& list) {
+  const Ptr<IObjectList> held(&list);
   attributes::AllowedValueList values;
-  const std::uint64_t count = list.GetCount();
-  values.reserve(count);
-  for (std::uint64_t i = 0; i < count; ++i)
+  for (std::uint64_t i = 0; i < list.GetCount(); ++i)
     values.push_back(Core::CastToInterface<IAllowedValue>(list.GetAt(i)));
   return values;
 }
 
-/// A column without width and decimals of its own.
+/// The width and decimals of a column without limits.
 constexpr std::int32_t kNoLimit = -1;
 
 }  // namespace
@@ -50,10 +48,11 @@ void SchemaImpl::SetIdentifierColumn(const char* name) {
   header_.identifierColumn = name ? name : "";
 }
 
-Column& SchemaImpl::Ensure(std::string_view name) {
-  if (Column* column = columns_.Find(name)) return *column;
-  if (columns_.Count() == 0 && header_.identifierColumn.empty()) header_.identifierColumn = name;
-  return columns_.Add(name, Column());
+void SchemaImpl::Add(std::string_view name, Column column) {
+  const bool isIdentifier = columns_.Count() == 0 && header_.identifierColumn.empty();
+  std::string identifier(isIdentifier ? name : std::string_view());
+  columns_.Add(name, std::move(column));
+  if (isIdentifier) header_.identifierColumn = std::move(identifier);
 }
 
 const Column& SchemaImpl::Find(const char* name) {
@@ -64,13 +63,17 @@ const Column& SchemaImpl::Find(const char* name) {
 }
 
 void SchemaImpl::Put(std::string_view name, Column column) {
-  Ensure(name).TakeOver(std::move(column));
+  if (Column* existing = columns_.Find(name)) {
+    existing->TakeOver(std::move(column));
+  } else {
+    Add(name, std::move(column));
+  }
 }
 
 bool SchemaImpl::GetColumnNames(IObjectList** out, IErrorCode** error) {
   return Guarded(error, [&] {
     CheckOutPointer(out);
-    Objects names;
+    std::vector<Ptr<IObject>> names;
     names.reserve(columns_.Count());
     for (std::uint64_t i = 0; i < columns_.Count(); ++i)
       names.emplace_back(impl::MultiByteStringImpl::FromUtf8(columns_.NameAt(i)));
@@ -86,7 +89,10 @@ bool SchemaImpl::AddAllowedValue(const char* name, IAllowedValue* value, IErrorC
   return Guarded(error, [&] {
     CheckArgument(name);
     CheckArgument(value);
-    Ensure(name).Edit<attributes::AllowedValues>().emplace_back(value);
+    Ptr<IAllowedValue> added(value);
+    Edit(name, [&](Column& column) {
+      column.Edit<attributes::AllowedValues>().push_back(std::move(added));
+    });
   });
 }
 
@@ -95,15 +101,14 @@ bool SchemaImpl::SetAllowedValues(const char* name, IObjectList* values, IErrorC
     CheckArgument(name);
     auto list =
         values ? AllowedValuesOf(*Core::CheckInterface(values)) : attributes::AllowedValueList();
-    Ensure(name).Set<attributes::AllowedValues>(std::move(list));
+    Edit(name, [&](Column& column) { column.Set<attributes::AllowedValues>(std::move(list)); });
   });
 }
 
 bool SchemaImpl::GetAllowedValues(const char* name, IObjectList** out, IErrorCode** error) {
   return Guarded(error, [&] {
     CheckOutPointer(out);
-    const auto& values = Find(name).Get<attributes::AllowedValues>();
-    Objects objects(values.begin(), values.end());
+    auto objects = CopyOf<IObject>(Find(name).Get<attributes::AllowedValues>());
     *out = Core::MakePtr<impl::ObjectListImpl>(std::move(objects)).Detach();
   });
 }
@@ -113,7 +118,8 @@ bool SchemaImpl::SetDefaultValue(const char* name, const _VARIANT* value, IError
     CheckArgument(name);
     CheckArgument(value);
     Core::CheckDefined(*value);
-    Ensure(name).Set<attributes::DefaultValue>(Core::Variant(*value));
+    Core::Variant copy(*value);
+    Edit(name, [&](Column& column) { column.Set<attributes::DefaultValue>(std::move(copy)); });
   });
 }
 

@@ -30,9 +30,11 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
 
   const SchemaHeader& Header() const { return header_; }
   const impl::NameMap<Column>& Columns() const { return columns_; }
-  /// What the given column has replaces what the column of that name has.
+  /// The attributes of the given column replace those of the column of that
+  /// name, which is added if need be.
   void Put(std::string_view name, Column column);
-  /// What the last document did not conform to.
+  /// Appends what the last document violated. The import goes on regardless and
+  /// no operation of the interface shows it: it is kept for the library's own use.
   void AppendLastError(std::string_view text) { lastError_ += text; }
 
   // -- ISchema --
@@ -182,8 +184,17 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
   void SetIdentifierColumn(const char* name) override;
 
  private:
-  /// The column of that name, which exists from now on.
-  Column& Ensure(std::string_view name);
+  /// Changes the column of that name, or adds one with the change applied. If
+  /// the change throws, no column is added.
+  template <class Change>
+  void Edit(std::string_view name, Change change) {
+    if (Column* column = columns_.Find(name)) return change(*column);
+    Column column;
+    change(column);
+    Add(name, std::move(column));
+  }
+  /// @pre the name is new
+  void Add(std::string_view name, Column column);
   /// @throws std::out_of_range for an unknown column
   const Column& Find(const char* name);
 
@@ -196,7 +207,7 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
   bool Set(const char* name, typename A::Value value, IErrorCode** error) {
     return Core::Guarded(error, [&] {
       Core::CheckArgument(name);
-      Ensure(name).template Set<A>(std::move(value));
+      Edit(name, [&](Column& column) { column.Set<A>(std::move(value)); });
     });
   }
   template <class A>
@@ -208,7 +219,7 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
     return Core::Guarded(error, [&] {
       Core::CheckArgument(name);
       Core::CheckArgument(text);
-      Ensure(name).template Set<A>(text);
+      Edit(name, [&](Column& column) { column.Set<A>(text); });
     });
   }
   template <class A>

@@ -24,7 +24,7 @@ namespace {
 
 // -- Text to tree --
 
-/// Builds a tree and measures how deep it is.
+/// Builds a tree and measures its depth.
 class NestingMeter : public rapidjson::BaseReaderHandler<> {
  public:
   explicit NestingMeter(JsonTree& tree) : tree_(tree) {}
@@ -62,7 +62,8 @@ class NestingMeter : public rapidjson::BaseReaderHandler<> {
   std::size_t deepest_ = 0;
 };
 
-/// @return false when the text is not JSON
+/// @return false if the text is not JSON
+/// @throws std::runtime_error if it is nested too deeply
 bool ReadTree(std::string_view text, JsonTree& tree) {
   constexpr std::size_t kDeepest = 1000;
   bool isJson = false;
@@ -81,8 +82,7 @@ bool ReadTree(std::string_view text, JsonTree& tree) {
 
 /// The text of a document in the encoding that JSON is read in, a zero byte
 /// right behind it.
-std::string_view TextOf(Interfaces::IJsonDocument& document) {
-  Interfaces::IString* const content = document.GetContent();
+std::string_view TextOf(Interfaces::IString* content) {
   if (!content) return "";
   content->GetUtf8();
   return impl::JsonTextOf(*content);
@@ -128,7 +128,7 @@ Ptr<Interfaces::IAllowedValue> ReadAllowedValue(const JsonValue& allowed) {
                                          ReadAllowedTexts(allowed));
 }
 
-// How the member of an attribute is read, by the attribute's type.
+// The value of an attribute from its member, by the attribute's type.
 
 void Read(const JsonValue& member, std::string_view key, const Column&, std::string& value) {
   value = AsText(member, key);
@@ -149,14 +149,19 @@ void Read(const JsonValue& member, std::string_view key, const Column&,
 }
 
 template <class A>
-bool IsToBeRead(const JsonValue* member) {
-  if constexpr (A::kInDocument == InDocument::IfText) return member && member->IsString();
-  return member;
+constexpr bool kIsOptional = A::kReading == Reading::Optional || A::kReading == Reading::IfText;
+
+/// The member of an optional attribute, or null.
+template <class A>
+const JsonValue* FindOptional(const JsonValue& object) {
+  const JsonValue* member = FindMember(object, A::kKey);
+  const bool isIgnored = A::kReading == Reading::IfText && member && !member->IsString();
+  return isIgnored ? nullptr : member;
 }
 
 NewColumn ReadNewColumn(const JsonValue& column) {
   using attributes::Decimals, attributes::Type, attributes::Width;
-  // Names are zero-terminated for every caller.
+  // A name ends at its first zero byte, as it does for every caller.
   const std::string_view name = GetText(column, "name").data();
   return {name, TypeOfName(GetText(column, Type::kKey)),
           AsInteger(GetMember(column, Width::kKey), Width::kKey),
@@ -167,10 +172,9 @@ void ReadColumn(const JsonValue& object, SchemaImpl& schema) {
   const NewColumn added = ReadNewColumn(object);
   Column column(added);
   attributes::All::ForEach([&]<class A>(A) {
-    if constexpr (A::kInDocument == InDocument::Optional || A::kInDocument == InDocument::IfText) {
-      const JsonValue* member = FindMember(object, A::kKey);
-      if (IsToBeRead<A>(member)) Read(*member, A::kKey, column, column.Edit<A>());
-    }
+    if constexpr (kIsOptional<A>)
+      if (const JsonValue* member = FindOptional<A>(object))
+        Read(*member, A::kKey, column, column.Edit<A>());
   });
   schema.Put(added.name, std::move(column));
 }
@@ -178,8 +182,10 @@ void ReadColumn(const JsonValue& object, SchemaImpl& schema) {
 }  // namespace
 
 Ptr<SchemaImpl> ReadSchema(Interfaces::IJsonDocument& document) {
+  const Ptr<Interfaces::IString> content(document.GetContent());
   JsonTree tree;
-  if (!ReadTree(TextOf(document), tree) || !tree.IsObject()) return Core::MakePtr<SchemaImpl>();
+  if (!ReadTree(TextOf(content.Get()), tree) || !tree.IsObject())
+    return Core::MakePtr<SchemaImpl>();
   const std::string violations = ViolationsOf(tree);
   const JsonValue* header = FindMember(tree, "schema");
   auto schema =

@@ -11,9 +11,38 @@ namespace Data {
 
 namespace {
 
-using SchemaDocument = rapidjson::GenericSchemaDocument<impl::JsonValue, impl::JsonPool>;
-using Validator = rapidjson::GenericSchemaValidator<
-    SchemaDocument, rapidjson::BaseReaderHandler<rapidjson::UTF8<>, void>, impl::ThrowingAllocator>;
+/// The memory of one validation. rapidjson's schema classes leak, or follow
+/// pointers that they have not set, when an allocation throws. So what is created
+/// here is never destroyed: the pool frees it all at once.
+class Pool : public impl::JsonPool {
+ public:
+  enum class Owner { Rapidjson, Validation };
+  explicit Pool(Owner owner = Owner::Rapidjson) : owner_(owner) {}
+
+  /// A copied JSON pointer makes a pool of its own, and forgets it if the one
+  /// allocation from it throws.
+  void* Malloc(std::size_t size) {
+    try {
+      return impl::JsonPool::Malloc(size);
+    } catch (const std::bad_alloc&) {
+      if (owner_ == Owner::Rapidjson) delete this;
+      throw;
+    }
+  }
+
+  template <class T, class... Arguments>
+  T& Make(Arguments&&... arguments) {
+    return *new (Malloc(sizeof(T))) T(std::forward<Arguments>(arguments)...);
+  }
+
+ private:
+  Owner owner_;
+};
+
+using SchemaDocument = rapidjson::GenericSchemaDocument<impl::JsonValue, Pool>;
+using Validator =
+    rapidjson::GenericSchemaValidator<SchemaDocument,
+                                      rapidjson::BaseReaderHandler<rapidjson::UTF8<>, void>, Pool>;
 
 template <class Pointer>
 std::string UriFragmentOf(const Pointer& pointer) {
@@ -27,8 +56,9 @@ std::string UriFragmentOf(const Pointer& pointer) {
 std::string ViolationsOf(const impl::JsonValue& document) {
   impl::JsonTree schemaTree;
   impl::ReadJsonTree(kLayerSchemaText, schemaTree);
-  const SchemaDocument schema(schemaTree);
-  Validator validator(schema);
+  Pool pool(Pool::Owner::Validation);
+  const auto& schema = pool.Make<SchemaDocument>(schemaTree, nullptr, &pool);
+  auto& validator = pool.Make<Validator>(schema, &pool);
   if (document.Accept(validator)) return {};
   return Core::StringFormat("Invalid schema: %s\n",
                             UriFragmentOf(validator.GetInvalidSchemaPointer()).c_str()) +

@@ -6,12 +6,12 @@
 
 namespace Data {
 
-/// What is wrong with a document by the JSON schema of layer schema documents,
-/// three lines: the failing place of the JSON schema, its keyword, and the
-/// failing place of the document. Empty for a document that conforms.
+/// Validates a document against the JSON schema of layer schema documents. Empty
+/// if it conforms, else three lines: the location in the JSON schema that fails,
+/// its keyword, and the location in the document.
 ///
-/// The time grows faster than the document's nesting: its depth is limited
-/// before.
+/// Recursive, and more than linear in the document's nesting: callers limit its
+/// depth.
 std::string ViolationsOf(const impl::JsonValue& document);
 
 }  // namespace Data

@@ -6,7 +6,7 @@
 #include "DateTime/DateTimeImpl.h"
 #include "DateTime/Iso8601.h"
 #include "Documents/JsonDocumentImpl.h"
-#include "Tables/Csv/CsvText.h"
+#include "Text/Characters.h"
 
 namespace Data {
 
@@ -16,10 +16,10 @@ using Core::Variant;
 
 namespace {
 
-/// The number that the whole trimmed text is.
+/// The whole trimmed text as a finite number.
 template <class Number>
-Number ReadNumber(std::string_view text) {
-  const std::string_view digits = impl::TrimValue(text);
+Number ParseNumber(std::string_view text) {
+  const std::string_view digits = impl::Trim(text);
   const char* const end = digits.data() + digits.size();
   Number number{};
   const auto result = std::from_chars(digits.data(), end, number);
@@ -27,14 +27,7 @@ Number ReadNumber(std::string_view text) {
   return number;
 }
 
-Ptr<impl::DateTimeImpl> ReadDateTime(std::string_view text) {
-  impl::CalendarFields fields;
-  const impl::Iso8601Result result = impl::ReadIso8601(text, fields);
-  if (result != impl::Iso8601Result::Read) impl::ThrowIso8601Failure(result, text);
-  return impl::MakeDateTime(fields);
-}
-
-Ptr<impl::JsonDocumentImpl> ReadJsonDocument(std::string_view text) {
+Ptr<impl::JsonDocumentImpl> MakeJsonDocument(std::string_view text) {
   auto document = Core::MakePtr<impl::JsonDocumentImpl>();
   document->SetContent(text.data(), text.size());
   return document;
@@ -43,19 +36,20 @@ Ptr<impl::JsonDocumentImpl> ReadJsonDocument(std::string_view text) {
 }  // namespace
 
 Variant ReadValue(ValueType type, std::string_view text) {
+  if (text.empty() && type != ValueType::String) return Core::Null;
   switch (type) {
     case ValueType::Int64:
-      return ReadNumber<std::int64_t>(text);
+      return ParseNumber<std::int64_t>(text);
     case ValueType::Double:
-      return ReadNumber<double>(text);
+      return ParseNumber<double>(text);
     case ValueType::Bool:
       return text == "true";
     case ValueType::String:
       return text;
     case ValueType::DateTime:
-      return ReadDateTime(text);
+      return impl::MakeDateTime(impl::FieldsOfIso8601(text));
     case ValueType::JsonDocument:
-      return ReadJsonDocument(text);
+      return MakeJsonDocument(text);
     default:
       return Core::Null;
   }

@@ -6,10 +6,11 @@
 
 namespace Data {
 
-/// A default or allowed value from the text that a document has for it; Null
-/// for types whose values documents cannot hold.
-/// @throws std::runtime_error "Parsing failed!" for what is no number, or the
-///         failure of the date-time's reader
+/// Converts the text of a default or allowed value in a document. An empty text
+/// is Null unless the type is String, and so is any text for the types whose
+/// values documents cannot hold.
+/// @throws std::runtime_error "Parsing failed!" if the text is not a number, or
+///         as `FieldsOfIso8601`
 Core::Variant ReadValue(Core::ValueType type, std::string_view text);
 
 }  // namespace Data

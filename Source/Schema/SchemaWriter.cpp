@@ -5,7 +5,7 @@
 
 #include "Documents/JsonDocumentImpl.h"
 #include "Documents/JsonWriter.h"
-// Behind the settings of the line above.
+// After the header above, which sets rapidjson's options.
 #include <rapidjson/prettywriter.h>
 
 #include "Schema/SchemaImpl.h"
@@ -43,7 +43,7 @@ void WriteMember(Writer& writer, std::string_view key, const Value& value) {
   Write(writer, value);
 }
 
-/// A text of an allowed value, which may be of any implementation.
+/// A text of an allowed value, which may be the caller's own object and answer null.
 void WriteMember(Writer& writer, std::string_view key, const char* text) {
   WriteMember(writer, key, std::string_view(text ? text : ""));
 }
@@ -60,6 +60,7 @@ void WriteHeader(Writer& writer, const SchemaHeader& header) {
   writer.EndObject();
 }
 
+/// The text and the type are the record's own, whatever the object answers next time.
 void Write(Writer& writer, IAllowedValue& allowed) {
   Core::Variant value;
   allowed.GetValue(&value);
@@ -74,7 +75,7 @@ void Write(Writer& writer, IAllowedValue& allowed) {
   writer.EndObject();
 }
 
-// How an attribute's value appears in a document, by its type.
+// An attribute's value, by its type.
 
 void WriteAttribute(Writer& writer, const Column&, const std::string& text) {
   Write(writer, std::string_view(text));
@@ -85,37 +86,40 @@ void WriteAttribute(Writer& writer, const Column&, ValueType type) {
   Write(writer, NameOfType(type));
 }
 
-/// The default value. In a column of flags every number is one.
-void WriteAttribute(Writer& writer, const Column& column, const Core::Variant& value) {
-  const bool isFlag = column.Get<attributes::Type>() == ValueType::Bool &&
-                      Core::IsPrimitive(value.Type()) &&
+/// The text of a default value. In a Bool column a number is true or false.
+std::string DefaultText(ValueType columnType, const Core::Variant& value) {
+  const bool isFlag = columnType == ValueType::Bool && Core::IsPrimitive(value.Type()) &&
                       Core::HasForm(value, Core::StorageForm::Value);
-  Write(writer, std::string_view(isFlag ? (Core::ToInt64(value) != 0 ? "true" : "false")
-                                        : Core::ToText(value)));
+  if (isFlag) return Core::ToInt64(value) != 0 ? "true" : "false";
+  return Core::ToText(value);
+}
+
+// The code of a caller's object may change the column while it is asked for its
+// text: a copy holds the object, and positions are checked again.
+
+void WriteAttribute(Writer& writer, const Column& column, const Core::Variant& value) {
+  const Core::Variant held = value;
+  Write(writer, std::string_view(DefaultText(column.Get<attributes::Type>(), held)));
 }
 
 void WriteAttribute(Writer& writer, const Column&, const attributes::AllowedValueList& values) {
   writer.StartArray();
-  for (const auto& value : values) Write(writer, *value);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const Core::Ptr<IAllowedValue> held = values[i];
+    Write(writer, *held);
+  }
   writer.EndArray();
 }
 
-template <class Value>
-bool IsWorthWriting(const Value&) {
-  return true;
-}
-bool IsWorthWriting(const attributes::AllowedValueList& values) { return !values.empty(); }
-
-/// What `AddColumn` sets must be there; an empty list is left out like an
-/// attribute that was never set.
+/// The value of an attribute if it is to be written, else null.
+/// @throws std::out_of_range without a required one
 template <class A>
 const typename A::Value* FindToWrite(const Column& column) {
-  if constexpr (attributes::HasInitial<A> && !std::is_same_v<A, attributes::AllowedValues>) {
-    return &column.Get<A>();
-  } else {
-    const auto* value = column.Find<A>();
-    return value && IsWorthWriting(*value) ? value : nullptr;
-  }
+  if constexpr (A::kWriting == Writing::Required) return &column.Get<A>();
+  const auto* value = column.Find<A>();
+  if constexpr (A::kWriting == Writing::IfNotEmpty)
+    if (value && value->empty()) return nullptr;
+  return value;
 }
 
 void WriteColumn(Writer& writer, std::string_view name, const Column& column) {

@@ -10,8 +10,8 @@ namespace Data {
 struct SchemaImpl;
 
 struct Indentation {
-  char character;  ///< 0: four spaces, whatever the count
-  std::uint32_t count;
+  char character;       ///< 0 for four spaces; the count is then ignored
+  std::uint32_t count;  ///< characters per level
 };
 
 /// The schema as a layer schema document.
