@@ -113,11 +113,11 @@ _VARIANT* TableImpl::GetCellAt(std::int64_t row, std::int32_t column) {
   return RowAtAddress(row, column).CellOrNull(column);
 }
 
-void TableImpl::SetCellAt(std::int64_t row, std::int32_t column, const _VARIANT* value) {
+void TableImpl::SetCell(std::int64_t row, std::int32_t column, const _VARIANT* value) {
   RowAtAddress(row, column).SetCell(column, value);
 }
 
-void TableImpl::SetCell(std::int64_t row, const char* column, const _VARIANT* value) {
+void TableImpl::SetCellByName(std::int64_t row, const char* column, const _VARIANT* value) {
   RowImpl& written = RowAt(row);
   ColumnImpl& existing = ExistingColumn(column);
   CheckArgument(value);

@@ -38,10 +38,10 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   void RemoveRow(std::int64_t index) override;
   void RemoveColumnAt(std::int32_t index) override;
 
-  void SetCell(std::int64_t row, const char* column, const _VARIANT* value) override;
+  void SetCellByName(std::int64_t row, const char* column, const _VARIANT* value) override;
   bool GetCell(std::int64_t row, std::int32_t column, _VARIANT* out) override;
   bool GetCellByName(std::int64_t row, const char* column, _VARIANT* out) override;
-  void SetCellAt(std::int64_t row, std::int32_t column, const _VARIANT* value) override;
+  void SetCell(std::int64_t row, std::int32_t column, const _VARIANT* value) override;
 
   void RemoveRows(std::int64_t first, std::int64_t count) override;
   bool GetRows(Interfaces::IObjectList** out, Core::IErrorCode** error) override;

@@ -12,7 +12,7 @@ TEST(Column, ItsTypeIsDeclaredOrThatOfTheFirstCell) {
   EXPECT_EQ(a.GetType(), ValueType::String) << "without the storage form";
   a.SetType(ValueType::Int16);
   EXPECT_EQ(a.GetType(), ValueType::Int16) << "declared";
-  table->SetCellAt(0, 0, Given(2.5));
+  table->SetCell(0, 0, Given(2.5));
   EXPECT_EQ(a.GetType(), ValueType::Double) << "the last value written";
   a.SetType(ValueType::Null);
   EXPECT_EQ(a.GetType(), ValueType::Double) << "row 0 again";

@@ -26,7 +26,7 @@ TEST(Row, EveryWriteTellsTheColumnAndMarksTheRow) {
       {"by name", [](IRow& row, const _VARIANT* v) { row.SetCellByName("b", v); }},
       {"by column", [](IRow& row, const _VARIANT* v) { row.SetCellOfColumn(row.GetColumn(1), v); }},
       {"through the table",
-       [](IRow& row, const _VARIANT* v) { row.GetTable()->SetCell(row.GetIndex(), "b", v); }},
+       [](IRow& row, const _VARIANT* v) { row.GetTable()->SetCellByName(row.GetIndex(), "b", v); }},
   };
   for (const auto& [how, write] : writers) {
     for (const auto& c : cases) {

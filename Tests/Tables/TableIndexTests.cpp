@@ -65,34 +65,33 @@ TEST(TableIndex, StaysTrueOrIsDropped) {
          t.AddRow(Cells{10, "z"}.data(), 2);
        },
        "z", "-"},
-      {"its cell written", [&](ITable& t) { t.SetCellAt(0, 0, &forty); }, "-", "a"},
+      {"its cell written", [&](ITable& t) { t.SetCell(0, 0, &forty); }, "-", "a"},
       {"its cell written by name", [&](ITable& t) { t.GetRow(0)->SetCellByName("id", &forty); },
        "-", "a"},
-      {"its cell written anew", [&](ITable& t) { t.SetCellAt(0, 0, &ten); }, "a", "-"},
+      {"its cell written anew", [&](ITable& t) { t.SetCell(0, 0, &ten); }, "a", "-"},
       {"two cells swapped over a third value",
        [&](ITable& t) {
-         t.SetCellAt(0, 0, &forty);
-         t.SetCellAt(1, 0, &ten);
-         t.SetCellAt(0, 0, &twenty);
+         t.SetCell(0, 0, &forty);
+         t.SetCell(1, 0, &ten);
+         t.SetCell(0, 0, &twenty);
        },
        "b", "-"},
-      {"another cell written", [&](ITable& t) { t.SetCellAt(0, 1, &forty); }, "40", "-"},
+      {"another cell written", [&](ITable& t) { t.SetCell(0, 1, &forty); }, "40", "-"},
       {"a column added", [&](ITable& t) { t.AddColumn("more"); }, "a", "-"},
       {"a column before it removed",
        [&](ITable& t) {
          t.BuildIndex(0, t.GetColumn(1), nullptr);
          t.RemoveColumnAt(0);
          t.AddColumn("new");
-         t.SetCellAt(1, 0, &ten);
-         t.SetCellAt(1, 1, &forty);
+         t.SetCell(1, 0, &ten);
+         t.SetCell(1, 1, &forty);
        },
        "40", "-"},
       {"its column removed", [&](ITable& t) { t.RemoveColumn("id"); }, "dropped", "dropped"},
       {"a value that repeats added", [&](ITable& t) { t.AddRow(&ten, 1); }, "dropped", "dropped"},
-      {"a value that repeats written", [&](ITable& t) { t.SetCellAt(1, 0, &ten); }, "dropped",
+      {"a value that repeats written", [&](ITable& t) { t.SetCell(1, 0, &ten); }, "dropped",
        "dropped"},
-      {"a value without a hash", [&](ITable& t) { t.SetCellAt(1, 0, &error); }, "dropped",
-       "dropped"},
+      {"a value without a hash", [&](ITable& t) { t.SetCell(1, 0, &error); }, "dropped", "dropped"},
       {"a row without a key, then another",
        [&](ITable& t) {
          t.AddRow(nullptr, 0);
@@ -128,8 +127,8 @@ TEST(TableIndex, NullsMayBeLeftOut) {
   EXPECT_EQ(MessageOf(error), "Index can be build only on top of unique values!");
   ASSERT_TRUE(table->BuildIndex(1, table->GetColumn(0), nullptr));
   EXPECT_EQ(Lookup(*table.Get(), Null), "-");
-  table->SetCellAt(1, 0, Given(2));
-  table->SetCellAt(0, 0, Given(Null));
+  table->SetCell(1, 0, Given(2));
+  table->SetCell(0, 0, Given(Null));
   EXPECT_EQ(Lookup(*table.Get(), 2), "b");
   EXPECT_EQ(Lookup(*table.Get(), 1), "-");
   EXPECT_EQ(table->GetColumn(0)->FindRow(Given(Null)), table->GetRow(0))

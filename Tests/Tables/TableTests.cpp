@@ -42,7 +42,7 @@ TEST(Table, NewColumnsGiveEveryRowANullCell) {
     table->AddColumn(("more" + std::to_string(i)).c_str());
     const _VARIANT cell = *table->GetCellAt(1, i + 1);
     EXPECT_EQ(cell.type, 2u);
-    table->SetCellAt(1, i + 1, Given(i));
+    table->SetCell(1, i + 1, Given(i));
   }
   EXPECT_EQ(table->GetRow(1)->GetCellCount(), 101);
   EXPECT_EQ(Core::ToText(*table->GetCellAt(1, 0)), std::string(40, 'x'));
@@ -191,8 +191,8 @@ TEST(Table, FillsARowFromADictionary) {
 
 TEST(Table, CellsAreReadAndWrittenByPositionAndName) {
   const auto table = ThreeRows();
-  table->SetCell(0, "c", Given(7));
-  table->SetCellAt(1, 2, Given(8));
+  table->SetCellByName(0, "c", Given(7));
+  table->SetCell(1, 2, Given(8));
   EXPECT_EQ(TextOf(*table.Get()), "1|x|7 2|y|8 3|z|");
   Variant out;
   EXPECT_TRUE(table->GetCellByName(2, "b", &out));
@@ -230,11 +230,11 @@ TEST(Table, FailuresNameThePositionAndChangeNothing) {
       {[&] { t->HasColumn(nullptr); }, kNullText},
       {[&] { t->GetCellAt(3, 0); }, "Index out of range (3, 0) [3, 3]!"},
       {[&] { t->GetCellAt(0, -1); }, "Index out of range (0, -1) [3, 3]!"},
-      {[&] { t->SetCellAt(0, 3, &value); }, "Index out of range (0, 3) [3, 3]!"},
-      {[&] { t->SetCellAt(0, 0, nullptr); }, kNullRecord},
-      {[&] { t->SetCell(0, "d", &value); }, "Column d does not exists"},
-      {[&] { t->SetCell(-1, "a", &value); }, "Row index out of range [-1/3]!"},
-      {[&] { t->SetCell(0, "a", nullptr); }, kNullRecord},
+      {[&] { t->SetCell(0, 3, &value); }, "Index out of range (0, 3) [3, 3]!"},
+      {[&] { t->SetCell(0, 0, nullptr); }, kNullRecord},
+      {[&] { t->SetCellByName(0, "d", &value); }, "Column d does not exists"},
+      {[&] { t->SetCellByName(-1, "a", &value); }, "Row index out of range [-1/3]!"},
+      {[&] { t->SetCellByName(0, "a", nullptr); }, kNullRecord},
       {[&] { t->GetCellByName(0, "d", &out); }, "Column d does not exists"},
       {[&] { t->GetCellByName(0, "a", nullptr); }, "Cannot be nullptr!"},
       {[&] { t->GetCell(3, 0, &out); }, "Row index out of range [3/3]!"},
@@ -320,7 +320,7 @@ TEST(Table, OwnsEveryReferenceOfItsCellsOnce) {
   EXPECT_EQ(ReferencesTo(text), 5u);
   table->AddRowCopy(table->GetRow(1));
   EXPECT_EQ(ReferencesTo(text), 7u);
-  table->SetCellAt(1, 0, Given(1));
+  table->SetCell(1, 0, Given(1));
   EXPECT_EQ(ReferencesTo(text), 6u);
   table->RemoveRow(2);
   EXPECT_EQ(ReferencesTo(text), 4u);

@@ -94,7 +94,8 @@ struct ITable : Core::IObject {
   // -- Cells --
 
   /// Slot 23. Writes a cell as `IRow` does.
-  virtual void SetCell(int64_t row, const char* column, const Structures::_VARIANT* value) = 0;
+  virtual void SetCellByName(int64_t row, const char* column,
+                             const Structures::_VARIANT* value) = 0;
   /// Slot 24. Reads a cell into `out` through `IRow::TryGetCell`, without asking
   /// it for an error.
   /// @return true for every row that exists; for a column that does not, `out`
@@ -105,7 +106,7 @@ struct ITable : Core::IObject {
   /// @throws also std::runtime_error "Cannot be nullptr!" for a null `out`
   virtual bool GetCellByName(int64_t row, const char* column, Structures::_VARIANT* out) = 0;
   /// Slot 26. Writes a cell as `IRow` does.
-  virtual void SetCellAt(int64_t row, int32_t column, const Structures::_VARIANT* value) = 0;
+  virtual void SetCell(int64_t row, int32_t column, const Structures::_VARIANT* value) = 0;
 
   // -- Many rows --
 
