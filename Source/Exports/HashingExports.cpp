@@ -63,7 +63,7 @@ bool Data_CreateHashingInstanceHmacSha2(std::uint32_t variant, IArray* key, IHas
     const auto algorithm = FindSha2(variant);
     if (!algorithm) throw std::runtime_error("Hashing method is not supported!");
     if (key)
-      CreateHashing(out, *algorithm, BytesOf(*Core::CheckInterface(key)));
+      CreateHashing(out, *algorithm, ArrayBytes(*Core::CheckInterface(key)));
     else
       CreateHashing(out, *algorithm);
   });

@@ -6,13 +6,12 @@
 #include <span>
 #include <string>
 
-/// The system's hash functions. A computation is prepared in steps, each of
-/// which can fail with a status of the system's own.
+/// The system's hash functions. Each step can fail with a status of the system's own.
 namespace Data::Platform {
 
 enum class HashAlgorithm { Md5, Sha1, Sha256, Sha384, Sha512 };
 
-/// The number that a step ends with; what it means is the system's matter.
+/// The result of a step; the number's meaning depends on the system.
 struct HashStatus {
   bool isSuccess;
   std::int32_t number;
@@ -21,26 +20,29 @@ struct HashStatus {
 /// The system's own text for a status.
 std::string HashStatusText(HashStatus status);
 
-/// A computation that starts over by itself after each digest.
+/// An algorithm, its key and the computation in progress.
 struct HashState;
 struct FreeHashState {
   void operator()(HashState* state) const noexcept;
 };
 using HashStatePtr = std::unique_ptr<HashState, FreeHashState>;
 
-// -- The steps in their order --
+// -- Setting up, in this order --
 
 /// @param isKeyed  for an HMAC with this algorithm
 HashStatus OpenHashAlgorithm(HashAlgorithm algorithm, bool isKeyed, HashStatePtr& state);
 HashStatus ReserveHashMemory(HashState& state);
 HashStatus GetDigestSize(HashState& state, std::size_t& size);
-/// @param key  of an HMAC, else ignored; not kept
-HashStatus StartHash(HashState& state, std::span<const std::uint8_t> key);
+/// @param key  of an HMAC, otherwise ignored; this module keeps no copy
+HashStatus CreateHash(HashState& state, std::span<const std::uint8_t> key);
 
-// -- Again and again --
+// -- For each digest --
 
-HashStatus AddToHash(HashState& state, std::span<const std::uint8_t> bytes);
-/// @param digest  of the size that was asked for
+/// Starts over with the key of `CreateHash` and adds the bytes. After a failure, in
+/// either step, the state is good for another digest.
+HashStatus HashData(HashState& state, std::span<const std::uint8_t> bytes);
+/// Only after `HashData` succeeded.
+/// @param digest  of the size that `GetDigestSize` gave
 HashStatus FinishHash(HashState& state, std::span<std::uint8_t> digest);
 
 }  // namespace Data::Platform

@@ -13,11 +13,11 @@ namespace Data::Platform {
 
 namespace {
 
-/// The flag of the same name is missing from some versions of the header.
+/// BCRYPT_HASH_REUSABLE_FLAG, which some versions of the header lack.
 constexpr ULONG kReusable = 0x20;
 
-/// The system counts in 32 bits.
-constexpr std::size_t kMaxPiece = std::numeric_limits<ULONG>::max();
+/// Lengths are 32 bits wide.
+constexpr std::size_t kMaxChunk = std::numeric_limits<ULONG>::max();
 
 constexpr NTSTATUS kInvalidParameter = static_cast<NTSTATUS>(0xC000000D);
 
@@ -45,7 +45,7 @@ NTSTATUS ReadNumber(BCRYPT_ALG_HANDLE provider, const wchar_t* property, ULONG& 
                            &read, 0);
 }
 
-/// The system's declarations lack the const of what they only read.
+/// The system's declarations lack the const of the memory that they only read.
 PUCHAR Readable(const std::uint8_t* bytes) { return const_cast<PUCHAR>(bytes); }
 
 }  // namespace
@@ -54,6 +54,7 @@ struct HashState {
   BCRYPT_ALG_HANDLE provider = nullptr;
   BCRYPT_HASH_HANDLE hash = nullptr;
   std::vector<UCHAR> memory;
+  std::vector<UCHAR> unusedDigest;
   bool isKeyed = false;
 
   ~HashState() {
@@ -84,11 +85,12 @@ HashStatus GetDigestSize(HashState& state, std::size_t& size) {
   ULONG bytes = 0;
   const NTSTATUS status = ReadNumber(state.provider, BCRYPT_HASH_LENGTH, bytes);
   size = bytes;
+  state.unusedDigest.resize(bytes);
   return StatusOf(status);
 }
 
-HashStatus StartHash(HashState& state, std::span<const std::uint8_t> key) {
-  if (key.size() > kMaxPiece) return StatusOf(kInvalidParameter);
+HashStatus CreateHash(HashState& state, std::span<const std::uint8_t> key) {
+  if (key.size() > kMaxChunk) return StatusOf(kInvalidParameter);
   constexpr std::uint8_t kEmptyKey = 0;
   const std::uint8_t* secret = !state.isKeyed ? nullptr : key.empty() ? &kEmptyKey : key.data();
   return StatusOf(BCryptCreateHash(state.provider, &state.hash, state.memory.data(),
@@ -96,13 +98,16 @@ HashStatus StartHash(HashState& state, std::span<const std::uint8_t> key) {
                                    static_cast<ULONG>(key.size()), kReusable));
 }
 
-HashStatus AddToHash(HashState& state, std::span<const std::uint8_t> bytes) {
+// Finishing a digest starts the next one, so one that fails is finished, too: otherwise
+// its bytes would count for the next.
+HashStatus HashData(HashState& state, std::span<const std::uint8_t> bytes) {
   NTSTATUS status = 0;
   while (!bytes.empty() && status >= 0) {
-    const std::size_t piece = std::min(bytes.size(), kMaxPiece);
-    status = BCryptHashData(state.hash, Readable(bytes.data()), static_cast<ULONG>(piece), 0);
-    bytes = bytes.subspan(piece);
+    const std::size_t chunk = std::min(bytes.size(), kMaxChunk);
+    status = BCryptHashData(state.hash, Readable(bytes.data()), static_cast<ULONG>(chunk), 0);
+    bytes = bytes.subspan(chunk);
   }
+  if (status < 0) FinishHash(state, state.unusedDigest);
   return StatusOf(status);
 }
 

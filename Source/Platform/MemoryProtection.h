@@ -4,21 +4,22 @@
 #include <cstdint>
 #include <span>
 
-/// Keeps secrets enciphered in memory, with a key that only this process has.
+/// Encrypts secrets in memory with a key that only this process has.
 namespace Data::Platform {
 
-/// Memory is enciphered in blocks of this many bytes.
+/// Memory is encrypted in blocks of this many bytes.
 constexpr std::size_t kProtectionBlock = 16;
 
-/// Enciphers whole blocks where they stand.
-/// @return false if the system fails; the memory then holds anything
+/// Encrypts whole blocks in place.
+/// @return false if the system fails; the contents are then unspecified and may
+///         still be plain
+/// @throws std::bad_alloc or std::system_error if no key can be created
 bool ProtectMemory(std::span<std::uint8_t> memory);
 
-/// Deciphers what `ProtectMemory` left, all of it at once.
-/// @return as `ProtectMemory`
+/// Decrypts all of what one call of `ProtectMemory` encrypted. Fails as that does.
 bool UnprotectMemory(std::span<std::uint8_t> memory);
 
-/// Overwrites memory in a way that no compiler leaves out.
+/// Overwrites memory; compilers do not optimise it away.
 void WipeMemory(std::span<std::uint8_t> memory);
 
 }  // namespace Data::Platform

@@ -7,30 +7,35 @@
 #include <new>
 
 #include "Platform/MemoryProtection.h"
+#include "Platform/ProviderErrors.h"
 #include "Platform/RandomBytes.h"
 
 namespace Data::Platform {
 
 namespace {
 
-/// What enciphers every secret of this process: made at random on first use.
+/// Encrypts every secret of this process; random, created on first use.
 struct ProcessKey {
   std::uint8_t key[32];
-  std::uint8_t start[kProtectionBlock];
+  std::uint8_t initialVector[kProtectionBlock];
 };
 
-/// In a page of its own that the kernel keeps out of swap and core dumps; where
-/// it will not, the key serves nevertheless. The page stays until the process
-/// ends, since secrets may live as long.
+struct Unmap {
+  void operator()(void* page) const { munmap(page, sizeof(ProcessKey)); }
+};
+
+/// On a page of its own that the kernel keeps out of swap and core dumps if it can.
+/// The page is never unmapped: secrets may live until the process ends.
 const ProcessKey* MakeProcessKey() {
-  void* page =
+  void* const mapped =
       mmap(nullptr, sizeof(ProcessKey), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (page == MAP_FAILED) throw std::bad_alloc();
-  static_cast<void>(mlock(page, sizeof(ProcessKey)));
-  static_cast<void>(madvise(page, sizeof(ProcessKey), MADV_DONTDUMP));
-  FillWithRandomBytes(page, sizeof(ProcessKey));
-  mprotect(page, sizeof(ProcessKey), PROT_READ);
-  return static_cast<const ProcessKey*>(page);
+  if (mapped == MAP_FAILED) throw std::bad_alloc();
+  std::unique_ptr<void, Unmap> page(mapped);
+  static_cast<void>(mlock(mapped, sizeof(ProcessKey)));
+  static_cast<void>(madvise(mapped, sizeof(ProcessKey), MADV_DONTDUMP));
+  FillWithRandomBytes(mapped, sizeof(ProcessKey));
+  mprotect(mapped, sizeof(ProcessKey), PROT_READ);
+  return static_cast<const ProcessKey*>(page.release());
 }
 
 const ProcessKey& GetProcessKey() {
@@ -42,32 +47,33 @@ struct Free {
   void operator()(EVP_CIPHER_CTX* context) const { EVP_CIPHER_CTX_free(context); }
 };
 
-/// The context holds the key for as long as this takes; freeing wipes it.
-bool Encipher(std::span<std::uint8_t> memory, bool isProtecting) {
+/// @param mode  1 to encrypt, 0 to decrypt
+bool Cipher(std::span<std::uint8_t> memory, int mode) {
   const ProcessKey& key = GetProcessKey();
+  const ProviderErrors errors;
+  // The context holds a copy of the key; freeing it overwrites that.
   const std::unique_ptr<EVP_CIPHER_CTX, Free> context(EVP_CIPHER_CTX_new());
-  if (!context || EVP_CipherInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, key.key, key.start,
-                                    isProtecting ? 1 : 0) != 1)
+  if (!context || EVP_CipherInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, key.key,
+                                    key.initialVector, mode) != 1)
     return false;
   EVP_CIPHER_CTX_set_padding(context.get(), 0);
-  // OpenSSL counts in signed 32 bits.
-  constexpr std::size_t kMaxPiece = std::size_t{1} << 30;
+  constexpr std::size_t kMaxChunk = std::size_t{1} << 30;  // lengths are of type int
   while (!memory.empty()) {
-    const auto piece = memory.first(std::min(memory.size(), kMaxPiece));
+    const auto chunk = memory.first(std::min(memory.size(), kMaxChunk));
     int written = 0;
-    if (EVP_CipherUpdate(context.get(), piece.data(), &written, piece.data(),
-                         static_cast<int>(piece.size())) != 1)
+    if (EVP_CipherUpdate(context.get(), chunk.data(), &written, chunk.data(),
+                         static_cast<int>(chunk.size())) != 1)
       return false;
-    memory = memory.subspan(piece.size());
+    memory = memory.subspan(chunk.size());
   }
   return true;
 }
 
 }  // namespace
 
-bool ProtectMemory(std::span<std::uint8_t> memory) { return Encipher(memory, true); }
+bool ProtectMemory(std::span<std::uint8_t> memory) { return Cipher(memory, 1); }
 
-bool UnprotectMemory(std::span<std::uint8_t> memory) { return Encipher(memory, false); }
+bool UnprotectMemory(std::span<std::uint8_t> memory) { return Cipher(memory, 0); }
 
 void WipeMemory(std::span<std::uint8_t> memory) { OPENSSL_cleanse(memory.data(), memory.size()); }
 

@@ -1,5 +1,5 @@
 #include <windows.h>
-// The next one needs the first.
+// Depends on the header above.
 #include <dpapi.h>
 
 #include <algorithm>
@@ -12,15 +12,15 @@ static_assert(CRYPTPROTECTMEMORY_BLOCK_SIZE == kProtectionBlock);
 
 namespace {
 
-/// The system counts in 32 bits, so that more goes to it in pieces of whole blocks.
+/// Lengths are 32 bits wide, so larger memory is passed in chunks of whole blocks.
 template <class Service>
-bool ForEachPiece(std::span<std::uint8_t> memory, Service service) {
-  constexpr std::size_t kMaxPiece = std::size_t{1} << 30;
+bool ForEachChunk(std::span<std::uint8_t> memory, Service service) {
+  constexpr std::size_t kMaxChunk = std::size_t{1} << 30;
   while (!memory.empty()) {
-    const auto piece = memory.first(std::min(memory.size(), kMaxPiece));
-    if (!service(piece.data(), static_cast<DWORD>(piece.size()), CRYPTPROTECTMEMORY_SAME_PROCESS))
+    const auto chunk = memory.first(std::min(memory.size(), kMaxChunk));
+    if (!service(chunk.data(), static_cast<DWORD>(chunk.size()), CRYPTPROTECTMEMORY_SAME_PROCESS))
       return false;
-    memory = memory.subspan(piece.size());
+    memory = memory.subspan(chunk.size());
   }
   return true;
 }
@@ -28,11 +28,11 @@ bool ForEachPiece(std::span<std::uint8_t> memory, Service service) {
 }  // namespace
 
 bool ProtectMemory(std::span<std::uint8_t> memory) {
-  return ForEachPiece(memory, CryptProtectMemory);
+  return ForEachChunk(memory, CryptProtectMemory);
 }
 
 bool UnprotectMemory(std::span<std::uint8_t> memory) {
-  return ForEachPiece(memory, CryptUnprotectMemory);
+  return ForEachChunk(memory, CryptUnprotectMemory);
 }
 
 void WipeMemory(std::span<std::uint8_t> memory) { SecureZeroMemory(memory.data(), memory.size()); }

@@ -6,50 +6,52 @@
 
 namespace Data::impl {
 
-/// The characters of an encoding, and what follows from them.
+/// The characters of an encoding and the tables derived from them.
+///
+/// The vector code classifies and translates characters by table lookups on their
+/// nibbles, the method of Mula and Lemire, "Faster Base64 Encoding and Decoding
+/// Using AVX2 Instructions".
 struct Base64Alphabet {
-  static constexpr std::uint8_t kForeign = 0xFF;
+  static constexpr std::uint8_t kInvalid = 0xFF;
 
   std::string_view characters;  ///< by value, 0 to 63
   bool isPadded;
-  /// By character: its value, or `kForeign`.
+  /// By character: its value, or `kInvalid`.
   std::array<std::uint8_t, 256> values;
 
-  // For vector code, by the high and low half of a character (and by 16 at a time):
-  // a character is foreign if the bits of its two halves meet.
-  std::array<std::uint8_t, 16> foreignLow, foreignHigh;
-  /// What turns a character into its value, by its high half; `lastShift` moves
-  /// the last character, which may share its high half with others, to a place
-  /// of its own.
-  std::array<std::int8_t, 16> valueOffsets;
-  std::int8_t lastShift;
+  /// By nibble: a character is invalid if the masks of its two nibbles share a bit.
+  std::array<std::uint8_t, 16> lowNibbleMasks, highNibbleMasks;
+  /// By high nibble: value minus character. The last character may share its high
+  /// nibble with others, so `lastNibbleShift` moves it to an entry of its own.
+  std::array<std::int8_t, 16> offsetByHighNibble;
+  std::int8_t lastNibbleShift;
 };
 
 constexpr Base64Alphabet MakeBase64Alphabet(std::string_view characters, bool isPadded) {
   Base64Alphabet alphabet{characters, isPadded, {}, {}, {}, {}, 0};
-  alphabet.values.fill(Base64Alphabet::kForeign);
+  alphabet.values.fill(Base64Alphabet::kInvalid);
   for (unsigned value = 0; value < 64; ++value)
     alphabet.values[static_cast<unsigned char>(characters[value])] =
         static_cast<std::uint8_t>(value);
 
-  // A bit for each high half of ASCII. The others take the bit of the control
-  // characters, which are foreign with every low half.
+  // One bit for each high nibble of ASCII. The other high nibbles share the bit of
+  // the control characters, which are invalid with every low nibble.
   for (unsigned c = 0; c < 128; ++c)
-    if (alphabet.values[c] == Base64Alphabet::kForeign)
-      alphabet.foreignLow[c & 0xF] |= static_cast<std::uint8_t>(1u << (c >> 4));
+    if (alphabet.values[c] == Base64Alphabet::kInvalid)
+      alphabet.lowNibbleMasks[c & 0xF] |= static_cast<std::uint8_t>(1u << (c >> 4));
   for (unsigned high = 0; high < 16; ++high)
-    alphabet.foreignHigh[high] = static_cast<std::uint8_t>(high < 8 ? 1u << high : 1u);
+    alphabet.highNibbleMasks[high] = static_cast<std::uint8_t>(high < 8 ? 1u << high : 1u);
 
-  // Letters and digits first, then the two others: either the last character or
-  // the one before it shares its high half with none of these.
+  // All characters of one high nibble have the same offset, except the last one.
   for (int value = 0; value < 63; ++value) {
     const int c = static_cast<unsigned char>(characters[static_cast<unsigned>(value)]);
-    alphabet.valueOffsets[static_cast<unsigned>(c >> 4)] = static_cast<std::int8_t>(value - c);
+    alphabet.offsetByHighNibble[static_cast<unsigned>(c >> 4)] =
+        static_cast<std::int8_t>(value - c);
   }
-  constexpr int kFreePlace = 1;  // of control characters
+  constexpr int kFreeNibble = 1;  // of control characters only
   const int last = static_cast<unsigned char>(characters[63]);
-  alphabet.valueOffsets[kFreePlace] = static_cast<std::int8_t>(63 - last);
-  alphabet.lastShift = static_cast<std::int8_t>(kFreePlace - (last >> 4));
+  alphabet.offsetByHighNibble[kFreeNibble] = static_cast<std::int8_t>(63 - last);
+  alphabet.lastNibbleShift = static_cast<std::int8_t>(kFreeNibble - (last >> 4));
   return alphabet;
 }
 

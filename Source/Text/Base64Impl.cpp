@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <span>
 #include <string_view>
-#include <vector>
 
-#include "Containers/ArrayImpl.h"
 #include "Core/Guard.h"
 #include "Core/Ptr.h"
 #include "Text/ArrayBytes.h"
@@ -17,8 +15,6 @@ using Interfaces::IArray;
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
 /// One to three bytes as two to four characters; missing bytes count as zero.
 void EncodeGroup(const Base64Alphabet& alphabet, std::span<const std::uint8_t> group,
                  std::uint8_t* out) {
@@ -28,24 +24,27 @@ void EncodeGroup(const Base64Alphabet& alphabet, std::span<const std::uint8_t> g
     out[i] = static_cast<std::uint8_t>(alphabet.characters[bits >> (18 - 6 * i) & 0x3F]);
 }
 
-Bytes EncodeBase64(const Base64Alphabet& alphabet, std::span<const std::uint8_t> bytes) {
+Core::Ptr<IArray> EncodeBase64(const Base64Alphabet& alphabet,
+                               std::span<const std::uint8_t> bytes) {
   const std::size_t rest = bytes.size() % 3, groups = bytes.size() / 3;
   const std::size_t lastGroup = rest == 0 ? 0 : alphabet.isPadded ? 4 : rest + 1;
-  Bytes text(4 * groups + lastGroup, static_cast<std::uint8_t>('='));
-  std::size_t done = EncodeBase64Blocks(alphabet, bytes, reinterpret_cast<char*>(text.data()));
-  for (std::uint8_t* out = text.data() + done / 3 * 4; done < bytes.size(); done += 3, out += 4)
+  auto text = NewArray(4 * groups + lastGroup);
+  auto* const begin = static_cast<std::uint8_t*>(text->GetData());
+  std::size_t done = EncodeBase64Blocks(alphabet, bytes, reinterpret_cast<char*>(begin));
+  for (std::uint8_t* out = begin + done / 3 * 4; done < bytes.size(); done += 3, out += 4)
     EncodeGroup(alphabet, bytes.subspan(done, std::min<std::size_t>(3, bytes.size() - done)), out);
+  if (alphabet.isPadded && rest != 0) std::fill_n(begin + 4 * groups + rest + 1, 3 - rest, '=');
   return text;
 }
 
-/// The whole bytes in up to four characters, up to the first foreign one.
+/// The whole bytes in up to four characters, up to the first invalid one.
 /// @return bytes written
 std::size_t DecodeGroup(const Base64Alphabet& alphabet, std::string_view group, std::uint8_t* out) {
   unsigned bits = 0;
   std::size_t known = 0;
   for (; known < group.size(); ++known) {
     const std::uint8_t value = alphabet.values[static_cast<unsigned char>(group[known])];
-    if (value == Base64Alphabet::kForeign) break;
+    if (value == Base64Alphabet::kInvalid) break;
     bits |= static_cast<unsigned>(value) << (18 - 6 * known);
   }
   const std::size_t whole = known == 0 ? 0 : known - 1;
@@ -53,39 +52,55 @@ std::size_t DecodeGroup(const Base64Alphabet& alphabet, std::string_view group, 
   return whole;
 }
 
-Bytes DecodeBase64(const Base64Alphabet& alphabet, std::string_view text) {
-  const std::size_t rest = text.size() % 4;
-  Bytes bytes(text.size() / 4 * 3 + (rest == 0 ? 0 : rest - 1));
-  std::size_t done = DecodeBase64Blocks(alphabet, text, bytes.data());
+/// @param out  room for the whole text, should it be valid to its end
+/// @return bytes written
+std::size_t DecodeInto(std::uint8_t* out, const Base64Alphabet& alphabet, std::string_view text) {
+  std::size_t done = DecodeBase64Blocks(alphabet, text, out);
   std::size_t length = done / 4 * 3;
   for (; done < text.size(); done += 4) {
-    const std::size_t written = DecodeGroup(alphabet, text.substr(done, 4), bytes.data() + length);
+    const std::size_t written = DecodeGroup(alphabet, text.substr(done, 4), out + length);
     length += written;
     if (written < 3) break;
   }
-  bytes.resize(length);
-  // Text that broke off early leaves room for all that did not come.
-  if (bytes.capacity() / 2 > length) bytes.shrink_to_fit();
+  return length;
+}
+
+Core::Ptr<IArray> DecodeBase64(const Base64Alphabet& alphabet, std::string_view text) {
+  const std::size_t rest = text.size() % 4, most = text.size() / 4 * 3 + (rest == 0 ? 0 : rest - 1);
+  auto bytes = NewArray(most);
+  const std::size_t length =
+      DecodeInto(static_cast<std::uint8_t*>(bytes->GetData()), alphabet, text);
+  // A text that is invalid early on would leave most of the memory unused.
+  if (length < most / 2) {
+    auto shorter = NewArray(0);
+    shorter->SetData(bytes->GetData(), 1, length);
+    return shorter;
+  }
+  bytes->Resize(1, length);
   return bytes;
 }
 
 }  // namespace
 
+// Reading the caller's array may release this encoder, but not its alphabet.
+
 bool Base64Impl::Encode(IArray* input, IArray** out, Core::IErrorCode** error) {
-  return Core::Guarded(error, [&] {
+  return Core::Guarded(error, [&, &alphabet = alphabet_] {
     Core::CheckArgument(input);
     Core::CheckOutPointer(out);
-    *out = Core::MakePtr<ArrayImpl>(EncodeBase64(alphabet_, BytesOf(*input))).Detach();
+    const ArrayBytes bytes(*input);
+    *out = EncodeBase64(alphabet, bytes).Detach();
   });
 }
 
 bool Base64Impl::Decode(IArray* input, IArray** out, Core::IErrorCode** error) {
-  return Core::Guarded(error, [&] {
+  return Core::Guarded(error, [&, &alphabet = alphabet_] {
     Core::CheckArgument(input);
     Core::CheckOutPointer(out);
-    const auto bytes = BytesOf(*input);
+    const ArrayBytes array(*input);
+    const std::span<const std::uint8_t> bytes = array;
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    *out = Core::MakePtr<ArrayImpl>(DecodeBase64(alphabet_, text)).Detach();
+    *out = DecodeBase64(alphabet, text).Detach();
   });
 }
 

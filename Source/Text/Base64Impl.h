@@ -7,7 +7,7 @@
 namespace Data::impl {
 
 struct Base64Impl final : Core::ObjectBase<Interfaces::IEncoding> {
-  /// @param alphabet  one of the constants
+  /// @param alphabet  `kBase64` or `kBase64Url`
   explicit Base64Impl(const Base64Alphabet& alphabet) : alphabet_(alphabet) {}
 
   bool Encode(Interfaces::IArray* input, Interfaces::IArray** out,

@@ -1,18 +1,17 @@
 #include "Text/HashingImpl.h"
 
 #include <stdexcept>
-#include <vector>
 
-#include "Containers/ArrayImpl.h"
 #include "Core/Guard.h"
 #include "Core/Ptr.h"
 #include "Core/StringFormat.h"
+#include "Text/ArrayBytes.h"
 
 namespace Data::Hashing::impl {
 
 namespace {
 
-/// @param problem  a format that takes the status and its text
+/// @param problem  a format for the number and the text of the status
 void Check(Platform::HashStatus status, const char* problem) {
   if (status.isSuccess) return;
   throw std::runtime_error(
@@ -34,7 +33,7 @@ HashingImpl::HashingImpl(Platform::HashAlgorithm algorithm, bool isKeyed,
         "Failed to calculate object size! NTSTATUS: %d, Message: %s");
   Check(Platform::GetDigestSize(*state_, digestSize_),
         "Failed to calculate hash size! NTSTATUS: %d, Message: %s");
-  Check(Platform::StartHash(*state_, key), "Failed to create hash! NTSTATUS: %d, Message: %s");
+  Check(Platform::CreateHash(*state_, key), "Failed to create hash! NTSTATUS: %d, Message: %s");
 }
 
 bool HashingImpl::Hash(const void* data, std::uint64_t length, Interfaces::IArray** out,
@@ -42,15 +41,12 @@ bool HashingImpl::Hash(const void* data, std::uint64_t length, Interfaces::IArra
   return Core::Guarded(error, [&] {
     Core::CheckArgument(data);
     Core::CheckOutPointer(out);
-    // Memory first: a computation that has begun must come to its end, or the
-    // next one would go on with it.
-    auto array = Core::MakePtr<Data::impl::ArrayImpl>(std::vector<std::uint8_t>(digestSize_));
+    auto array = Data::impl::NewArray(digestSize_);
     const std::span digest(static_cast<std::uint8_t*>(array->GetData()), digestSize_);
-    const auto added =
-        Platform::AddToHash(*state_, {static_cast<const std::uint8_t*>(data), length});
-    const auto finished = Platform::FinishHash(*state_, digest);
-    Check(added, "Failed to hash data! NTSTATUS: %d, Message: %s");
-    Check(finished, "Failed to finish hashing! NTSTATUS: %d, Message: %s");
+    Check(Platform::HashData(*state_, {static_cast<const std::uint8_t*>(data), length}),
+          "Failed to hash data! NTSTATUS: %d, Message: %s");
+    Check(Platform::FinishHash(*state_, digest),
+          "Failed to finish hashing! NTSTATUS: %d, Message: %s");
     *out = array.Detach();
   });
 }

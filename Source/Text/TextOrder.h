@@ -13,7 +13,7 @@ constexpr auto AsUnsigned(Unit unit) {
   return static_cast<std::make_unsigned_t<Unit>>(unit);
 }
 
-/// A to Z as a to z; every other unit as it is.
+/// A to Z become a to z; other units stay as they are.
 template <class Unit>
 constexpr auto FoldCase(Unit unit) {
   const auto value = AsUnsigned(unit);
@@ -21,13 +21,13 @@ constexpr auto FoldCase(Unit unit) {
   return static_cast<std::make_unsigned_t<Unit>>(isUpper ? value | 0x20 : value);
 }
 
-/// Units that are looked at together: loops of this fixed length become a few
-/// vector instructions.
+/// Texts are compared and searched in blocks of this many units: loops of fixed
+/// length compile to a few vector instructions.
 constexpr std::size_t kUnitBlock = 32;
 
 template <class Unit, class Key>
 bool AreBlocksEqual(const Unit* left, const Unit* right, Key key) {
-  using Bits = std::make_unsigned_t<Unit>;  // any wider and the vectors are widened, too
+  using Bits = std::make_unsigned_t<Unit>;  // a wider type would widen the vectors
   Bits difference = 0;
   for (std::size_t i = 0; i < kUnitBlock; ++i)
     difference = static_cast<Bits>(difference | (key(left[i]) ^ key(right[i])));
@@ -56,8 +56,8 @@ std::int32_t CompareByKey(std::basic_string_view<Unit> left, std::basic_string_v
   return left.size() < right.size() ? -1 : left.size() > right.size() ? 1 : 0;
 }
 
-/// Orders texts by their units as unsigned numbers, -1, 0 or 1; without
-/// `caseSensitive` the case of A to Z does not count.
+/// Orders texts by their units as unsigned numbers, then by length: -1, 0 or 1.
+/// Without `caseSensitive`, A to Z count as a to z.
 template <class Unit>
 std::int32_t CompareTexts(std::basic_string_view<Unit> left, std::basic_string_view<Unit> right,
                           bool caseSensitive) {
