@@ -204,8 +204,10 @@ inline Ptr<Data::Interfaces::IString> MakeString(std::string_view utf8) {
 }
 
 /// The text as UTF-8, which the string converts itself to; valid until it changes.
+/// Empty for an object of the caller's own that returns null for its text.
 inline std::string_view Utf8View(Data::Interfaces::IString& text) {
   const char* utf8 = text.GetUtf8();
+  if (!utf8) return {};
   return {utf8, static_cast<std::size_t>(text.GetLength())};
 }
 

@@ -13,24 +13,31 @@
 
 namespace Data::impl {
 
-/// The one implementation of `IString`. Tables hold millions of these, so an
-/// object and its first text share one heap block: the text lies right behind
-/// the object until a longer one needs a buffer of its own.
+/// The implementation of `IString`. Tables hold millions of these, so an object
+/// and its first text share one heap block: the text is stored right behind the
+/// object until a longer one needs a separate buffer.
+///
+/// An operation that runs out of memory leaves the string as it was: new text is
+/// complete before any member changes.
 struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   MultiByteStringImpl() : MultiByteStringImpl(kSmallTextBytes) {}
-  ~MultiByteStringImpl() override { FreeOwnBuffer(); }
+  ~MultiByteStringImpl() override { FreeBuffer(); }
 
   /// A new UTF-8 text in one heap block.
-  /// @param pool  where many texts are made at once; null for the heap
+  /// @param pool  for many texts created together; null for the heap
   static Core::Ptr<MultiByteStringImpl> FromUtf8(std::string_view text,
                                                  Core::ObjectPool* pool = nullptr);
-  /// A new UTF-8 text that is written straight to its place.
-  /// @param capacity  the most bytes that it can have
-  /// @param fill      called with the address of the first byte; returns the
-  ///                  number of bytes that it wrote
+  /// A new UTF-8 text that `fill` writes directly into the string's memory.
+  /// @param capacity  maximum size of the text in bytes
+  /// @param fill      receives the address of the first byte, returns the number
+  ///                  of bytes written
   template <class Fill>
   static Core::Ptr<MultiByteStringImpl> FromUtf8(std::size_t capacity, Fill&& fill,
                                                  Core::ObjectPool* pool = nullptr);
+  /// As `FromUtf8`, for a secret: the string overwrites every piece of memory
+  /// that held its text before it frees or reuses it.
+  template <class Fill>
+  static Core::Ptr<MultiByteStringImpl> SecretFromUtf8(std::size_t capacity, Fill&& fill);
 
   void SetWide(const char16_t* text, std::uint64_t length) override;
   void SetMultiByte(const char* text, std::uint64_t length, std::uint32_t codePage) override;
@@ -48,7 +55,7 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   static void operator delete(void* object) { Core::ObjectPool::Free(object); }
 
  private:
-  enum class Kind : std::uint32_t { Empty = 0, MultiByte = 1, Wide = 2, Utf8 = 3 };
+  enum class Kind : std::uint8_t { Empty = 0, MultiByte = 1, Wide = 2, Utf8 = 3 };
 
   /// Room for text behind an object that is created without one.
   static constexpr std::size_t kSmallTextBytes = 32;
@@ -66,22 +73,30 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
 
   static Core::Ptr<MultiByteStringImpl> WithRoomFor(std::size_t length, Core::ObjectPool* pool);
 
+  template <class Unit>
+  class Scratch;
+
   char* TextBehindObject() { return reinterpret_cast<char*>(this + 1); }
-  void FreeOwnBuffer();
+  void WipeSecretFrom(std::size_t offset);
+  void FreeBuffer();
   void Adopt(std::unique_ptr<char[]> buffer, std::size_t capacity);
   template <class Unit>
   void Store(const Unit* text, std::uint64_t length, Kind kind);
   template <class Unit, class Conversion>
   void StoreConverted(std::size_t maxLength, Kind kind, Conversion convert);
+  void StoreFromWide(std::u16string_view text, std::uint32_t codePage);
   template <class Unit>
   void Finish(std::size_t length, Kind kind);
+  std::uint32_t SourceCodePage() const;
   void ConvertToWide();
-  void ConvertFromWide(std::uint32_t codePage);
+  void ConvertBytes(std::uint32_t codePage);
   template <class Unit>
-  std::basic_string_view<Unit> TextToFirstZero() const;
+  std::basic_string_view<Unit> StoredText() const;
+  std::int32_t CompareWith(IString& other, bool caseSensitive);
 
-  // The kind comes first: it fits in the padding behind the reference count.
+  // These come first: they fit in the padding behind the reference count.
   Kind kind_ = Kind::Empty;
+  bool isSecret_ = false;
   std::uint32_t codePage_ = 0;
   char* buffer_ = nullptr;  // null until the first text
   std::size_t size_ = 0;    // in bytes, terminator included
@@ -92,6 +107,15 @@ template <class Fill>
 Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::size_t capacity, Fill&& fill,
                                                              Core::ObjectPool* pool) {
   auto string = WithRoomFor(capacity, pool);
+  string->Finish<char>(fill(string->buffer_), Kind::Utf8);
+  return string;
+}
+
+template <class Fill>
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::SecretFromUtf8(std::size_t capacity,
+                                                                   Fill&& fill) {
+  auto string = WithRoomFor(capacity, nullptr);
+  string->isSecret_ = true;
   string->Finish<char>(fill(string->buffer_), Kind::Utf8);
   return string;
 }

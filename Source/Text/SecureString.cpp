@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "Core/Guard.h"
+#include "Core/VariantConversions.h"
 #include "Platform/MemoryProtection.h"
 #include "Text/MultiByteStringImpl.h"
 
@@ -17,7 +18,7 @@ std::size_t RoundUpToBlocks(std::size_t length) {
   return (length + kBlock - 1) / kBlock * kBlock;
 }
 
-/// Overwrites plain text, unless told that there is none left.
+/// Overwrites plain text unless it has been encrypted.
 class WipeGuard {
  public:
   explicit WipeGuard(std::span<std::uint8_t> memory) : memory_(memory) {}
@@ -32,12 +33,16 @@ class WipeGuard {
 
 }  // namespace
 
+// The text may be an object of the caller's own, so it is held while it is read.
+SecureString::SecureString(Interfaces::IString& text)
+    : SecureString(Core::Utf8View(*Core::Ptr<Interfaces::IString>(&text))) {}
+
 SecureString::SecureString(std::string_view text)
-    : protected_(RoundUpToBlocks(text.size())), length_(text.size()) {
+    : encrypted_(RoundUpToBlocks(text.size())), length_(text.size()) {
   if (text.empty()) return;
-  WipeGuard plainText(protected_);
-  std::memcpy(protected_.data(), text.data(), text.size());
-  if (!Platform::ProtectMemory(protected_))
+  WipeGuard plainText(encrypted_);
+  std::memcpy(encrypted_.data(), text.data(), text.size());
+  if (!Platform::ProtectMemory(encrypted_))
     throw std::runtime_error("SecureString: Encprytion failed!");
   plainText.Dismiss();
 }
@@ -45,18 +50,15 @@ SecureString::SecureString(std::string_view text)
 bool SecureString::GetText(Interfaces::IString** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    // Deciphered where the caller's string keeps it: there is no other copy.
-    auto text = MultiByteStringImpl::FromUtf8(protected_.size(), [this](char* to) {
+    // Decrypted in the memory of the caller's string: there is no other copy.
+    const auto decrypt = [this](char* to) {
       if (length_ == 0) return length_;
-      const std::span memory(reinterpret_cast<std::uint8_t*>(to), protected_.size());
-      WipeGuard plainText(memory);
-      std::memcpy(to, protected_.data(), protected_.size());
-      if (!Platform::UnprotectMemory(memory))
+      std::memcpy(to, encrypted_.data(), encrypted_.size());
+      if (!Platform::UnprotectMemory({reinterpret_cast<std::uint8_t*>(to), encrypted_.size()}))
         throw std::runtime_error("SecureString: Decrypt memory failed!");
-      plainText.Dismiss();
       return length_;
-    });
-    *out = text.Detach();
+    };
+    *out = MultiByteStringImpl::SecretFromUtf8(encrypted_.size(), decrypt).Detach();
   });
 }
 

@@ -9,14 +9,17 @@
 namespace Data::impl {
 
 struct SecureString final : Core::ObjectBase<Interfaces::ISecureString> {
-  explicit SecureString(std::string_view text);
+  /// Encrypts a copy of the text; `text` itself converts to UTF-8.
+  explicit SecureString(Interfaces::IString& text);
 
   bool GetText(Interfaces::IString** out, Core::IErrorCode** error) override;
   std::uint64_t GetLength() override { return length_; }
 
  private:
-  /// Enciphered; whole blocks, the text is followed by zeros.
-  std::vector<std::uint8_t> protected_;
+  explicit SecureString(std::string_view text);
+
+  /// Encrypted: the text, padded with zeros to whole blocks.
+  std::vector<std::uint8_t> encrypted_;
   std::uint64_t length_;
 };
 
