@@ -3,36 +3,19 @@
 #include <functional>
 #include <string>
 
+#include "Callers.h"
 #include "Data/Interfaces/IString.h"
 
 namespace Data::tests {
 
-/// A text object of a program's own, which may answer null for its text and call back into the
-/// library. Lives while it is referenced; made by `Core::MakePtr<CallersText>("text")`.
-class CallersText final : public Interfaces::IString {
+/// A text object of a program's own, which may answer null for its text.
+class CallersText final : public CallersOwn<Interfaces::IString> {
  public:
   /// @param text  ASCII, or null
   explicit CallersText(const char* text) : isNull_(!text), text_(text ? text : "") {}
-  virtual ~CallersText() = default;
 
   /// Called before each operation that reads the text.
   std::function<void()> onRead = [] {};
-  /// Called before the object ends.
-  std::function<void()> onEnd = [] {};
-
-  void AddReference() override { ++references_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --references_;
-    if (left == 0) Destroy();
-    return left;
-  }
-  void Lock() override {}
-  bool TryLock() override { return true; }
-  void Unlock() override {}
-  void Destroy() override {
-    onEnd();
-    delete this;
-  }
 
   void SetWide(const char16_t*, std::uint64_t) override {}
   void SetMultiByte(const char*, std::uint64_t, std::uint32_t) override {}
@@ -54,7 +37,6 @@ class CallersText final : public Interfaces::IString {
   std::int32_t Compare(IString*, bool) override { return 0; }
 
  private:
-  std::uint32_t references_ = 1;
   bool isNull_;
   std::string text_;
   std::u16string wide_{text_.begin(), text_.end()};

@@ -1,3 +1,4 @@
+#include "CallersText.h"
 #include "Prelude.h"
 
 namespace Data::tests {
@@ -6,20 +7,14 @@ namespace {
 
 constexpr std::uint32_t kUtf8 = 65001;
 
-Ptr<IString> NewString() {
-  Ptr<IString> string;
-  EXPECT_TRUE(Data_CreateString(string.Receive()));
-  return string;
-}
-
 Ptr<IString> WideString(std::u16string_view text) {
-  const auto string = NewString();
+  const auto string = New(Data_CreateString);
   string->SetWide(text.data(), text.size());
   return string;
 }
 
 Ptr<IString> MultiByteString(std::string_view text, std::uint32_t codePage) {
-  const auto string = NewString();
+  const auto string = New(Data_CreateString);
   string->SetMultiByte(text.data(), text.size(), codePage);
   return string;
 }
@@ -40,12 +35,20 @@ std::string RepeatedText(std::string_view part, std::size_t times) {
   return text;
 }
 
+/// The same text in each form that a string can hold.
+std::vector<Ptr<IString>> InEveryForm(const std::string& utf8) {
+  const auto wide = MakeString(utf8), in1252 = MakeString(utf8);
+  wide->GetWide();
+  in1252->GetMultiByte(1252);
+  return {MakeString(utf8), wide, in1252};
+}
+
+int Sign(std::int32_t order) { return (order > 0) - (order < 0); }
+
 }  // namespace
 
-TEST(String, FactoryRejectsOnlyANullOutPointer) { EXPECT_FALSE(Data_CreateString(nullptr)); }
-
 TEST(String, IsEmptyWhenNewAndWhenCleared) {
-  const auto string = NewString();
+  const auto string = New(Data_CreateString);
   for (const char* what : {"new", "cleared"}) {
     EXPECT_EQ(string->GetLength(), 0u) << what;
     EXPECT_EQ(string->GetSize(), 0u) << what;
@@ -59,7 +62,7 @@ TEST(String, IsEmptyWhenNewAndWhenCleared) {
 }
 
 TEST(String, StoresWhatIsSetWithATerminator) {
-  const auto string = NewString();
+  const auto string = New(Data_CreateString);
   string->SetWide(u"abc", 3);
   EXPECT_EQ(string->GetLength(), 3u);
   EXPECT_EQ(Stored(*string), "a\0b\0c\0\0\0"s);
@@ -116,23 +119,21 @@ TEST(String, ConvertsInPlaceToWhatIsRead) {
 
 TEST(String, ReadsEveryEncodingFromEveryOther) {
   const std::u16string wide = u"Bär, 1 €";
-  const std::string utf8 = "B\xC3\xA4r, 1 \xE2\x82\xAC", bytes1252 = "B\xE4r, 1 \x80",
-                    bytes28605 = "B\xE4r, 1 \xA4";
-  const auto fromWide = [&] { return WideString(wide); };
-  const auto fromUtf8 = [&] { return MakeString(utf8); };
-  const auto from1252 = [&] { return MultiByteString(bytes1252, 1252); };
-  const auto from65001 = [&] { return MultiByteString(utf8, kUtf8); };
+  const std::string utf8 = "B\xC3\xA4r, 1 \xE2\x82\xAC", in1252 = "B\xE4r, 1 \x80",
+                    in28605 = "B\xE4r, 1 \xA4";
+  EXPECT_EQ(WideString(wide)->GetUtf8(), utf8);
+  EXPECT_EQ(WideString(wide)->GetMultiByte(1252), in1252);
+  EXPECT_EQ(WideString(wide)->GetMultiByte(kUtf8), utf8);
+  EXPECT_EQ(WideText(*MakeString(utf8)), wide);
+  EXPECT_EQ(MakeString(utf8)->GetMultiByte(28605), in28605);
+  EXPECT_EQ(WideText(*MultiByteString(in1252, 1252)), wide);
+  EXPECT_EQ(MultiByteString(in1252, 1252)->GetUtf8(), utf8);
+  EXPECT_EQ(WideText(*MultiByteString(utf8, kUtf8)), wide);
+  EXPECT_EQ(MultiByteString(utf8, kUtf8)->GetUtf8(), utf8);
 
-  EXPECT_EQ(fromWide()->GetUtf8(), utf8);
-  EXPECT_EQ(fromWide()->GetMultiByte(1252), bytes1252);
-  EXPECT_EQ(fromWide()->GetMultiByte(kUtf8), utf8);
-  EXPECT_EQ(WideText(*fromUtf8()), wide);
-  EXPECT_EQ(fromUtf8()->GetMultiByte(28605), bytes28605);
-  EXPECT_EQ(fromUtf8()->GetMultiByte(kUtf8), utf8);
-  EXPECT_EQ(WideText(*from1252()), wide);
-  EXPECT_EQ(from1252()->GetUtf8(), utf8);
-  EXPECT_EQ(WideText(*from65001()), wide);
-  EXPECT_EQ(from65001()->GetUtf8(), utf8);
+  const auto invalid = MakeString("a\xFFz");
+  EXPECT_STREQ(invalid->GetUtf8(), "a\xFFz") << "not converted, not checked";
+  EXPECT_STREQ(invalid->GetMultiByte(kUtf8), "a\xEF\xBF\xBDz") << "converted through UTF-16";
 }
 
 TEST(String, MultiByteTextIsGivenAsItIsForAnyCodePage) {
@@ -154,28 +155,6 @@ TEST(String, ConversionEndsAtTheFirstZero) {
     EXPECT_EQ(wide->GetUtf8(), std::string(before, 'a'));
     EXPECT_EQ(wide->GetLength(), before);
   }
-}
-
-TEST(String, ConversionMendsBrokenText) {
-  const struct {
-    const char* what;
-    std::string text;
-    std::u16string wide;
-  } cases[] = {
-      {"an alien byte", "a\xFFz", u"a\uFFFDz"},
-      {"a character broken off", "a\xE2\x82z", u"a\uFFFDz"},
-      {"broken off by the end", "a\xF0\x9F\x98", u"a\uFFFD"},
-      {"beyond the basic plane", "\xF0\x9F\x98\x80", u"\U0001F600"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(MakeString(c.text)->GetUtf8(), c.text) << c.what << ": not read, not checked";
-    EXPECT_EQ(WideText(*MakeString(c.text)), c.wide) << c.what;
-    const auto string = MakeString(c.text);
-    EXPECT_STREQ(string->GetMultiByte(kUtf8), WideString(c.wide)->GetUtf8())
-        << c.what << ": UTF-8 asked for as a code page goes through UTF-16";
-  }
-  const char16_t loneSurrogate[] = {0xD800, u'z'};
-  EXPECT_STREQ(WideString({loneSurrogate, 2})->GetUtf8(), "\xEF\xBF\xBDz");
 }
 
 TEST(String, UnknownCodePageGivesAnEmptyText) {
@@ -211,40 +190,34 @@ TEST(String, ConvertsTextsOfAnyLength) {
 }
 
 TEST(String, ComparesTextsInTheEncodingOfTheFirst) {
-  const struct {
-    const char* what;
-    std::u16string left, right;
-    int exact, folded;
-  } cases[] = {
-      {"equal", u"abc", u"abc", 0, 0},
-      {"case", u"abc", u"ABC", 1, 0},
-      {"a beginning", u"ab", u"ABC", 1, -1},
-      {"longer", u"abc", u"ab", 1, 1},
-      {"no letters: [ follows Z", u"[", u"{", -1, -1},
-      {"no letters: @ comes before A", u"@", u"`", -1, -1},
-      {"letters beyond Z keep their case", u"Ä", u"ä", -1, -1},
-      {"folded before it is ordered", u"Z", u"_", -1, 1},
-      {"a long common beginning", u"0123456789abcdefghijKLMNopqr", u"0123456789ABCDEFGHIJklmnopqs",
-       1, -1},
-      {"a zero inside", {u"a\0b", 3}, {u"a\0c", 3}, -1, -1},
-  };
-  const auto sign = [](std::int32_t order) { return (order > 0) - (order < 0); };
-  for (const auto& c : cases) {
-    const auto check = [&](IString& left, IString& right, const char* encoding) {
-      EXPECT_EQ(sign(left.Compare(&right, true)), c.exact) << c.what << ", " << encoding;
-      EXPECT_EQ(sign(left.Compare(&right, false)), c.folded) << c.what << ", " << encoding;
-      EXPECT_EQ(sign(right.Compare(&left, false)), -c.folded) << c.what << ", " << encoding;
-    };
-    const bool hasZero = c.left.find(u'\0') != c.left.npos;
-    check(*WideString(c.left), *WideString(c.right), "UTF-16");
-    if (hasZero) continue;  // conversions end there
-    const std::string left = WideString(c.left)->GetUtf8(), right = WideString(c.right)->GetUtf8();
-    check(*MakeString(left), *MakeString(right), "UTF-8");
-    check(*MakeString(left), *WideString(c.right), "mixed");
-    check(*WideString(c.left), *MakeString(right), "mixed");
-    const auto in1252 = WideString(c.left);
-    in1252->GetMultiByte(1252);
-    check(*in1252, *WideString(c.right), "a code page");
+  for (const Case& c : Cases("Text.txt", "comparisons")) {
+    const int exact = std::stoi(c.fields[2]), folded = std::stoi(c.fields[3]);
+    for (const std::size_t i : {0, 1, 2})
+      for (const std::size_t j : {0, 1, 2}) {
+        const auto left = InEveryForm(c.fields[0])[i], right = InEveryForm(c.fields[1])[j];
+        EXPECT_EQ(Sign(left->Compare(right.Get(), true)), exact) << c.where;
+        EXPECT_EQ(Sign(left->Compare(right.Get(), false)), folded) << c.where;
+        EXPECT_EQ(Sign(right->Compare(left.Get(), false)), -folded) << c.where;
+      }
+  }
+}
+
+// Equal beginnings are skipped in blocks.
+TEST(String, ComparesUnitsAtEveryPosition) {
+  const std::string text(70, 'm');
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    for (const char c : {'a', 'M', 'n'}) {
+      std::string changed = text;
+      changed[at] = c;
+      const int exact = c < 'm' ? -1 : 1, folded = c == 'M' ? 0 : exact;
+      const auto lefts = InEveryForm(changed), rights = InEveryForm(text);
+      for (const std::size_t i : {0, 1, 2}) {
+        EXPECT_EQ(lefts[i]->Compare(rights[i].Get(), true), exact) << c << " at " << at;
+        EXPECT_EQ(lefts[i]->Compare(rights[i].Get(), false), folded) << c << " at " << at;
+      }
+    }
+    const auto beginning = MakeString(text.substr(0, at));
+    EXPECT_EQ(beginning->Compare(MakeString(text).Get(), true), -1) << at;
   }
 }
 
@@ -255,24 +228,43 @@ TEST(String, CompareConvertsTheOtherText) {
   EXPECT_EQ(left->Compare(left.Get(), true), 0) << "against itself";
 }
 
-TEST(String, CompareOrdersUnitsAsUnsignedNumbers) {
-  EXPECT_GT(MakeString("\xC3\xA4")->Compare(MakeString("z").Get(), true), 0);
-  EXPECT_GT(MakeString("\xC3\xA4")->Compare(MakeString("z").Get(), false), 0);
-  EXPECT_GT(WideString(u"\xFFFD")->Compare(WideString(u"z").Get(), true), 0);
-  // By units a surrogate pair comes before U+FFFD, by UTF-8 bytes after it.
-  EXPECT_LT(WideString(u"\U0001F600")->Compare(WideString(u"\uFFFD").Get(), true), 0);
-  EXPECT_GT(MakeString("\xF0\x9F\x98\x80")->Compare(MakeString("\xEF\xBF\xBD").Get(), true), 0);
+TEST(String, CompareOrdersPairsByTheEncoding) {
+  const char *const pair = "\xF0\x9F\x98\x80", *const last = "\xEF\xBF\xBD";
+  EXPECT_LT(InEveryForm(pair)[1]->Compare(MakeString(last).Get(), true), 0) << "by surrogates";
+  EXPECT_GT(MakeString(pair)->Compare(InEveryForm(last)[1].Get(), true), 0) << "by UTF-8";
 }
 
-TEST(String, ComparesWithNothing) {
-  const auto string = MakeString("abc");
+TEST(String, ComparesWithZerosAndWithNothing) {
+  EXPECT_EQ(MakeString("a\0b"sv)->Compare(MakeString("a\0c"sv).Get(), true), -1);
+  const auto string = MakeString("abc"), none = New(Data_CreateString);
   EXPECT_EQ(string->Compare(nullptr, true), -1);
-  EXPECT_EQ(NewString()->Compare(nullptr, true), -1);
-  EXPECT_EQ(NewString()->Compare(MakeString("12345").Get(), true), -5);
-  EXPECT_EQ(NewString()->Compare(WideString(u"12345").Get(), false), -5);
-  EXPECT_EQ(NewString()->Compare(NewString().Get(), true), 0);
-  EXPECT_EQ(string->Compare(NewString().Get(), true), 1);
-  EXPECT_EQ(MakeString("")->Compare(NewString().Get(), true), 0);
+  EXPECT_EQ(none->Compare(nullptr, true), -1);
+  EXPECT_EQ(none->Compare(MakeString("12345").Get(), true), -5);
+  EXPECT_EQ(none->Compare(WideString(u"12345").Get(), false), -5);
+  EXPECT_EQ(none->Compare(none.Get(), true), 0);
+  EXPECT_EQ(string->Compare(none.Get(), true), 1);
+  EXPECT_EQ(MakeString("")->Compare(none.Get(), true), 0);
+}
+
+TEST(String, ComparesWithATextOfACallersOwn) {
+  for (const std::size_t form : {0, 1, 2}) {
+    const auto with = [&](const char* text, std::function<void(Ptr<IString>&)> onRead) {
+      auto string = InEveryForm(std::string(100, 'm'))[form];
+      auto other = Core::MakePtr<CallersText>(text);
+      other->onRead = [&] {
+        onRead(string);
+        other.Reset();
+      };
+      return string->Compare(other.Get(), true);
+    };
+    const std::string same(100, 'm');
+    EXPECT_EQ(with(same.c_str(), [](auto&) {}), 0);
+    EXPECT_EQ(with(nullptr, [](auto&) {}), 1) << "null counts as empty";
+    EXPECT_EQ(with(same.c_str(), [](auto& string) { string.Reset(); }), 0) << "released";
+    EXPECT_EQ(with(same.c_str(), [](auto& string) { string->Clear(); }), -1) << "cleared";
+    EXPECT_EQ(with(same.c_str(), [](auto& string) { string->SetWide(u"z", 1); }), 1) << "replaced";
+    EXPECT_EQ(with(same.c_str(), [](auto& string) { string->GetUtf8(); }), 0) << "converted";
+  }
 }
 
 }  // namespace Data::tests
