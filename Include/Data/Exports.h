@@ -7,6 +7,7 @@
 #include "Data/Structures/Uuid.h"
 #include "Data/Structures/ValueType.h"
 #include "Data/Structures/Variant.h"
+#include "Data/Version.h"
 
 /// The whole boundary of the library: its exported functions by family. Names
 /// are undecorated.
