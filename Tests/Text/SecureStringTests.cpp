@@ -70,15 +70,4 @@ TEST(SecureString, BearsATextOfACallersOwn) {
   EXPECT_EQ(PlainText(*Protect(text.Get())), "secret") << "released while it is read";
 }
 
-TEST(SecureString, ThreadsShareOne) {
-  const std::string text(1000, 't');
-  const auto secret = Protect(MakeString(text).Get());
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i)
-    threads.emplace_back([&] {
-      for (int round = 0; round < 50; ++round) EXPECT_EQ(PlainText(*secret), text);
-    });
-  for (auto& thread : threads) thread.join();
-}
-
 }  // namespace Data::tests

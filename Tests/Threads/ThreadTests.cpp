@@ -109,6 +109,19 @@ TEST(Threads, EndTheObjectsOfATableThatIsGone) {
   });
 }
 
+TEST(Threads, ReadOneSecureString) {
+  const std::string text(1000, 't');
+  Ptr<Interfaces::ISecureString> secret;
+  ASSERT_TRUE(Data_CreateSecureString(MakeString(text).Get(), secret.Receive(), nullptr));
+  OnThreads([&](int) {
+    for (int i = 0; i < 50; ++i) {
+      Ptr<Interfaces::IString> plain;
+      EXPECT_TRUE(secret->GetText(plain.Receive(), nullptr));
+      EXPECT_EQ(plain->GetUtf8(), text);
+    }
+  });
+}
+
 TEST(Threads, ErrorsHaveNoLock) {
   const auto error = SomeError();
   error->Lock();
