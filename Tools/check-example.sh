@@ -1,7 +1,6 @@
 #!/bin/sh
-# Runs the example on the real files in Examples/Data and compares what it writes with the files
-# in Examples/Data/Expected: check-example.sh COMMAND..., the command being CsvToJson, perhaps by
-# way of an emulator.
+# Runs the example on the files in Examples/Data and compares its output with the files in
+# Examples/Data/Expected: check-example.sh [EMULATOR] PROGRAM
 set -u
 
 data=$(cd "$(dirname "$0")/.." && pwd)/Examples/Data
@@ -9,7 +8,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
 
-# check NAME COMMAND...: a case that passes if the command does.
+# check NAME COMMAND...: a case that passes if the command succeeds.
 check() {
   name=$1
   shift
@@ -22,10 +21,10 @@ check() {
   fi
 }
 
-# Consoles of Windows programs end their lines with CR LF.
+# Windows programs write CR LF to standard output.
 as_text() { tr -d '\r'; }
 
-# converts NAME EXPECTED OPTIONS...: the file and the summary are as stored.
+# converts NAME EXPECTED OPTIONS...: the output and the summary equal the stored ones.
 converts() {
   csv=$data/$1.csv expected=$data/Expected/$2
   shift 2
@@ -34,14 +33,14 @@ converts() {
     as_text <"$work/summary" | diff - "$expected.summary"
 }
 
-# The first lines of a file by way of standard input and output.
+# The first lines of a file, through standard input and output.
 streams() {
   head -n 101 "$data/airports.csv" | run --format csv 2>"$work/summary" | as_text >"$work/out"
   echo >>"$work/out" # the text has no final line break
   head -n 101 "$data/Expected/airports.csv" | diff - "$work/out"
 }
 
-# A hundred good lines, and one with a value too many.
+# A hundred valid lines, and one with a value too many.
 survey() {
   echo "name;length"
   i=0
@@ -54,13 +53,13 @@ survey() {
 
 message="Csv file does not have consistent usage of column separator between lines!, Columns 2 vs Values 3 at line 101"
 
-# By default a bad line fails: the library's message, exit code 1, no output.
+# By default a bad line is an error: the library's message, exit code 1, no output.
 refuses() {
   survey | run >"$work/out" 2>"$work/summary"
   [ $? -eq 1 ] && [ ! -s "$work/out" ] && as_text <"$work/summary" | grep -Fx "$message"
 }
 
-# keeps MODE ROWS: the bad line is reported, and a row or not.
+# keeps MODE ROWS: the bad line is reported, and skipped or kept as a row.
 keeps() {
   survey | run --bad-lines "$1" 2>"$work/summary" >"$work/out" &&
     as_text <"$work/summary" | grep -x "$2 rows, 2 columns, 1 problem lines" &&

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Compares what the built libraries export with the functions that Include/Data/Exports.h declares,
-# and looks at what they need at run time: check-exports.sh LIBRARY...
+# Compares the exports of the built libraries with the declarations in Include/Data/Exports.h, and
+# checks which libraries they load: check-exports.sh LIBRARY...
 set -u
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -27,7 +27,7 @@ needed() {
   esac
 }
 
-# check NAME COMMAND...: the command prints what is wrong, nothing if all is well.
+# check NAME COMMAND...: a case that passes if the command prints nothing.
 check() {
   name=$1
   shift
@@ -47,7 +47,7 @@ unexpected_names() {
   LC_ALL=C comm -13 "$work/declared" "$work/exported" | sed 's/^/  exported, not declared: /'
 }
 
-# Exceptions reach the callers, so the C++ runtime must be the shared one.
+# Exceptions reach the callers, so library and callers must share the C++ runtime.
 private_runtime() {
   needed "$1" | grep -q 'libstdc++' || echo "  does not load the shared C++ runtime"
 }

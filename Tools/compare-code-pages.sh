@@ -1,6 +1,6 @@
 #!/bin/sh
-# Compares what the libraries for Linux and for Windows make of every code page, in both
-# directions; the Windows one asks the system, the Linux one has tables of its own:
+# Compares the conversions of every code page between Linux and Windows, in both directions. On
+# Windows the system converts, on Linux the library's own tables do.
 #   compare-code-pages.sh [LINUX-BUILD-TREE WINDOWS-BUILD-TREE]
 # To see the texts of a page that differs, run CodePageDigest --full PAGE on both.
 set -u
@@ -12,7 +12,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
 
-# Wine takes its ANSI and OEM pages from the locale; C stands for 1252 and 437.
+# Wine derives its ANSI and OEM code pages from the locale: with C they are 1252 and 437.
 export LC_ALL=C
 "$linux/bin/CodePageDigest" >"$work/linux" || exit 1
 Tools/run-wine.sh "$windows/bin/CodePageDigest.exe" | tr -d '\r' >"$work/windows"

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Shows the library at work: a real CSV file becomes a typed table and JSON.
-# Installs by name what a Debian 12 machine lacks for that, and builds the release.
+# Shows the library at work: converts a CSV file into a typed table and JSON.
+# Installs missing Debian 12 packages and builds the release.
 set -eu
 cd "$(dirname "$0")/.."
 export LC_ALL=C.UTF-8
@@ -9,7 +9,7 @@ export LC_ALL=C.UTF-8
 csv=Examples/Data/seattle-weather.csv
 json=build/seattle-weather.json
 
-# shellcheck disable=SC2086  # the list is words
+# shellcheck disable=SC2086  # a list of words
 install_packages $BUILD_PACKAGES
 mkdir -p build/logs
 echo "Building the release (the output goes to build/logs/demo.log) ..."

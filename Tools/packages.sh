@@ -1,18 +1,18 @@
-# Debian packages that the scripts beside this file need; read by them with ".".
+# Debian packages that the scripts in this folder need. They source this file.
 
 BUILD_PACKAGES="g++ cmake ninja-build rapidjson-dev librapidxml-dev libssl-dev libcli11-dev googletest"
 WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix wine64"
-CHECK_PACKAGES="clang clang-format clang-tidy libbenchmark-dev python3"
+CHECK_PACKAGES="clang clang-format clang-tidy llvm libclang-rt-dev libbenchmark-dev python3 abigail-tools"
 BENCHMARK_PACKAGES="libbenchmark-dev python3-pandas"
 
-# install_packages NAME...: installs the ones that are missing, as root or with sudo.
+# install_packages NAME...: installs the missing ones, as root or with sudo.
 install_packages() {
   local package missing=""
   for package in "$@"; do
     dpkg-query -W -f '${Status}\n' "$package" 2>/dev/null | grep -q '^install ok' || missing="$missing $package"
   done
   if [ -z "$missing" ]; then
-    echo "Every package needed is installed."
+    echo "All packages are installed."
     return
   fi
   echo "Installing$missing"
@@ -21,7 +21,7 @@ install_packages() {
     as_root="sudo"
     command -v sudo >/dev/null || { echo "This needs root, or sudo."; return 1; }
   fi
-  # shellcheck disable=SC2086  # the lists are words
+  # shellcheck disable=SC2086  # lists of words
   $as_root apt-get -q update &&
     $as_root env DEBIAN_FRONTEND=noninteractive apt-get -qy install --no-install-recommends $missing
 }

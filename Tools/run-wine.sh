@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs a Windows program under Wine: run-wine.sh PROGRAM.exe [ARGUMENTS...]
-# Quiet, and with a prefix of its own in the build tree that the program stands in, so that
-# neither the user's Wine nor another build is touched.
+# Quiet, and with a prefix in the program's own build tree, so that neither the user's Wine nor
+# another build is touched.
 set -eu
 
 for wine in wine64 /usr/lib/wine/wine64 wine; do
@@ -18,7 +18,7 @@ while [ "$tree" != / ] && [ ! -f "$tree/CMakeCache.txt" ]; do
 done
 [ "$tree" != / ] || tree=$(pwd)
 
-export LC_ALL=C  # Wine takes its ANSI and OEM code pages from the locale; C stands for 1252 and 437
+export LC_ALL=C  # Wine derives its ANSI and OEM code pages from the locale: 1252 and 437
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEPREFIX="${WINEPREFIX:-$tree/wine}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"

@@ -1,6 +1,6 @@
 # add_header_library(TARGET HEADER): a target for a header-only package of the build machine.
-# The package's folder is linked alone into the build tree, because a cross compiler
-# must not see the other headers that stand beside it in /usr/include.
+# Only the package's own folder is linked into the build tree, because a cross compiler must not see
+# the other headers in /usr/include.
 function(add_header_library target header)
   get_filename_component(folder ${header} DIRECTORY)
   find_path(LAYERDATA_${target}_ROOT ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)

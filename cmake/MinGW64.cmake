@@ -1,5 +1,5 @@
 # Cross-builds for 64-bit Windows with Debian's g++-mingw-w64-x86-64-posix.
-# The "posix" thread model is the one that brings the standard library's mutex.
+# Only the "posix" thread model provides std::mutex.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

@@ -1,5 +1,5 @@
-# Exceptions of the library reach its callers, so both share one C++ runtime:
-# its DLLs stand beside layerdata.dll, in the build tree and in the installed package.
+# Exceptions reach the library's callers, so both must use one C++ runtime: its DLLs are copied beside
+# layerdata.dll, in the build tree and in the installed package, there with their licences.
 foreach(name libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}.dll
     OUTPUT_VARIABLE dll OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -9,4 +9,9 @@ foreach(name libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
   endif()
   file(COPY ${dll} DESTINATION ${CMAKE_BINARY_DIR}/bin)
   install(FILES ${dll} DESTINATION ${CMAKE_INSTALL_BINDIR})
+endforeach()
+install(FILES /usr/share/common-licenses/GPL-3 DESTINATION ${CMAKE_INSTALL_DOCDIR}/licenses)
+foreach(package gcc-mingw-w64-base mingw-w64-common)
+  install(FILES /usr/share/doc/${package}/copyright
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}/licenses RENAME ${package}.txt)
 endforeach()
