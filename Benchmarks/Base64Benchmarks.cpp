@@ -9,8 +9,8 @@
 #include "Data/Exports.h"
 #include "Data/Interfaces/IEncoding.h"
 
-// The library's encoder, which makes a new array each time, beside OpenSSL's, which writes to the
-// same buffer again and again. All count the plain bytes.
+// The library's encoder, which creates an array each time, compared with OpenSSL's, which reuses
+// one buffer. Both count plain bytes.
 
 namespace {
 

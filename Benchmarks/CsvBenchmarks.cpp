@@ -52,7 +52,7 @@ std::size_t RecordBytes(const Ptr<ITable>& table) {
   return bytes;
 }
 
-/// Bytes of text per second, the table's destruction not counted.
+/// Bytes of text per second, without the destruction of the table.
 void ReadCsv(benchmark::State& state, TableKind kind) {
   const std::string text = TextOf(state, kind);
   for (auto _ : state) {
@@ -74,7 +74,7 @@ std::size_t ResidentBytes() {
   return residentPages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// Memory that a table keeps, in times of what its records take by themselves.
+/// Memory of a table, as a multiple of what its records take by themselves.
 void MemoryOfTable(benchmark::State& state) {
   const std::string text = TextOf(state, TableKind::Mixed);
   double ratio = 0;

@@ -6,7 +6,8 @@
 #include "Data/Exports.h"
 #include "Data/Interfaces/IDateTime.h"
 
-// Reading, printing and shifting single date-times, the object or string that each makes included.
+// Reading, printing and shifting single date-times, including the object or string that each
+// creates.
 
 namespace {
 

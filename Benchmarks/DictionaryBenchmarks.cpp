@@ -17,7 +17,7 @@ using Core::Variant;
 using Data::Interfaces::IConfiguration;
 using Data::Interfaces::IVariantDictionary;
 
-/// Distinct keys in no order.
+/// Distinct keys in random order.
 std::vector<std::uint64_t> Numbers(std::int64_t count) {
   std::mt19937_64 random(42);
   std::vector<std::uint64_t> numbers;

@@ -8,8 +8,8 @@
 #include "Data/Exports.h"
 #include "Data/Interfaces/IHashing.h"
 
-// The library's hash objects beside OpenSSL's contexts, reused in the same way. What the library
-// adds is the array that it gives each digest in, which is measured alone as well.
+// The library's hash objects compared with OpenSSL's contexts, reused in the same way. The library
+// also creates an array for each digest, whose cost is measured alone.
 
 namespace {
 
@@ -103,7 +103,7 @@ void HmacWithOpenSsl(benchmark::State& state) {
 }
 BENCHMARK(HmacWithOpenSsl)->Arg(kShort)->Arg(kLong);
 
-/// The price of the result alone.
+/// The cost of the result array alone.
 void CreateArrayOfDigest(benchmark::State& state) {
   const std::uint8_t digest[32] = {};
   for (auto _ : state) {

@@ -4,7 +4,7 @@
 
 #include "TableText.h"
 
-/// Writes the mixed table to standard output, about so many megabytes of it.
+/// Writes a mixed table of about the given number of megabytes to standard output.
 int main(int argumentCount, char** arguments) {
   const int megabytes = argumentCount > 1 ? std::atoi(arguments[1]) : 50;
   const std::string text = Data::benchmarks::MakeTableText(

@@ -20,7 +20,7 @@ using Core::Variant;
 using Data::Interfaces::ITable;
 using Data::Structures::MergeMode;
 
-/// A row's values: integers, or texts too long to be kept in a cell.
+/// A row's values: integers, or texts too long to be stored in a cell.
 enum class Values { Integers, Texts };
 
 Variant MakeKey(Values values, std::uint64_t number) {
@@ -77,7 +77,7 @@ void FreeRows(benchmark::State& state) {
 }
 BENCHMARK(FreeRows)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
 
-/// Columns that come one by one into a table that already has rows.
+/// Adds columns one by one to a table that has rows.
 void AddColumnsToRows(benchmark::State& state) {
   constexpr int kRows = 20000;
   for (auto _ : state) {
@@ -124,7 +124,7 @@ void BuildIndex(benchmark::State& state, Values values) {
 BENCHMARK_CAPTURE(BuildIndex, integers, Values::Integers)->Arg(1000)->Arg(1000000);
 BENCHMARK_CAPTURE(BuildIndex, texts, Values::Texts)->Arg(1000)->Arg(100000);
 
-/// Every key once, in an order that has nothing to do with that of the rows.
+/// Every key once, in an order unrelated to that of the rows.
 void FindRow(benchmark::State& state, Values values) {
   const auto table = MakeKeyed(values, state.range(0));
   table->BuildIndex(0, table->GetColumn(0), nullptr);

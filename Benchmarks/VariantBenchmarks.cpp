@@ -32,7 +32,7 @@ std::vector<Variant> Doubles() {
   return values;
 }
 
-/// Texts that differ in their last digits, kept in the record or as objects.
+/// Texts that differ in their last digits, stored in the record or as objects.
 std::vector<Variant> Texts(const char* prefix) {
   auto random = Seeded();
   std::vector<Variant> values;
@@ -43,7 +43,7 @@ std::vector<Variant> Texts(const char* prefix) {
 
 const char* const kLongPrefix = "a text that does not fit into the record ";
 
-/// Neighbours against each other.
+/// Compares neighbours.
 void Compare(benchmark::State& state, const std::vector<Variant>& values) {
   for (auto _ : state)
     for (std::size_t i = 1; i < values.size(); ++i)

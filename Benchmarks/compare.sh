@@ -1,6 +1,6 @@
 #!/bin/bash
-# Reads the same mixed table of 50 MB with this library and with pandas, in turn, one thread
-# each, and prints the seconds and their ratio. Installs what is missing by name.
+# Alternately reads the same mixed table of 50 MB with this library and with pandas, one thread
+# each, and prints the seconds and their ratio. Installs missing packages.
 set -eu
 cd "$(dirname "$0")/.."
 . Tools/packages.sh

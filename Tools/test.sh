@@ -1,34 +1,114 @@
 #!/bin/bash
-# Builds and tests everything on a Debian 12 machine; installs by name what is missing.
+# Builds and tests everything on a Debian 12 machine; installs missing packages first.
 #
-#   Tools/test.sh         the release build on Linux and as Windows programs under Wine, the
-#                         code pages of both, exports, layouts, the package, the sanitizers,
-#                         a build with clang++, formatting and lint
-#   Tools/test.sh quick   the release build's tests only
+#   Tools/test.sh              every stage
+#   Tools/test.sh quick        the release build and its tests
+#   Tools/test.sh STAGE...     these stages alone; each builds what it needs
 #
-# Every stage runs even when an earlier one failed. The last line is "N passed, M failed";
-# the exit code is 0 only if nothing failed. Full outputs stay in build/logs.
+# A failed stage does not stop the next ones. The last line is "N passed, M failed"; the exit code is
+# 0 only if nothing failed. The whole output of each stage stays in build/logs.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 export LC_ALL=C.UTF-8
 . Tools/packages.sh
 
-logs=build/logs
-passed=0
-failed=0
-mkdir -p "$logs"
+STAGES="formatting contract release windows code-pages exports hardening package asan tsan clang abi lint"
+LIBRARY=build/release/lib/liblayerdata.so
+DLL=build/windows/bin/layerdata.dll
+
+# -- Stages --
+
+formatting() { sources | one Format.EverySource xargs clang-format --dry-run -Werror; }
+
+# The public headers against the description of this version, and whether a change would be noticed.
+contract() { Tools/check-contract.py && Tools/check-contract.py --self-test; }
+
+release() { build_and_test release; }
+
+# The same tests as Windows programs under Wine.
+windows() { build_and_test windows; }
+
+code-pages() { build release && build windows && Tools/compare-code-pages.sh build/release build/windows; }
+
+exports() { build release && build windows && Tools/check-exports.sh "$LIBRARY" "$DLL"; }
+
+hardening() {
+  build release && build windows || return
+  Tools/check-hardening.py "$LIBRARY" "$DLL"
+  local status=$?
+  one Reproducible.Linux Tools/check-reproducible.sh build/release lib/liblayerdata.so .o || status=1
+  one Reproducible.Windows Tools/check-reproducible.sh build/windows bin/layerdata.dll .obj \
+    --toolchain "$PWD/cmake/MinGW64.cmake" || status=1
+  return "$status"
+}
+
+# A project of its own finds the installed package and builds against it.
+package() {
+  build release || return
+  rm -rf build/package build/package-user
+  one Package.Installs cmake --install build/release --prefix build/package &&
+    one Package.HasItsLicences test -f build/package/share/doc/LayerData/THIRD-PARTY-NOTICES.md &&
+    one Package.IsFound cmake -S Examples -B build/package-user -G Ninja "-DCMAKE_PREFIX_PATH=$PWD/build/package" &&
+    one Package.Links cmake --build build/package-user &&
+    one Package.ReadmeExampleCompiles readme_example
+}
+readme_example() {
+  sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
+    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include/LayerData -x c++ -
+}
+
+asan() { build_and_test asan; }
+
+tsan() {
+  one Threads.AreStartedInOneFolder all_thread_tests_are_built && build_and_test tsan
+}
+all_thread_tests_are_built() {
+  ! grep -rlE 'std::jthread|vector<std::thread>|OnThreads' Tests --include='*.cpp' --exclude-dir=Threads
+}
+
+# Everything with the other compiler. The run leaves its coverage in build/clang/profiles.
+clang() {
+  rm -rf build/clang/profiles
+  build_and_test clang
+}
+
+# The built library against the description of this version.
+abi() { build clang && Tools/check-contract.py --library build/clang/lib/liblayerdata.so; }
+
+lint() {
+  build clang &&
+    one Lint.Library run-clang-tidy -quiet -p build/clang -j "$(nproc)" '/(Source|Examples)/.*\.cpp$'
+}
+
+# -- How a stage runs --
+
+build() {
+  cmake --preset "$1" -DCMAKE_COMPILE_WARNING_AS_ERROR=ON >"$logs/configure-$1.log" &&
+    cmake --build --preset "$1"
+}
+build_and_test() { build "$1" && ctest --preset "$1" -V; }
+
+# one NAME COMMAND...: a check that is a single case.
+one() {
+  local name=$1
+  shift
+  if "$@"; then echo "[       OK ] $name (0 ms)"; else echo "[  FAILED  ] $name (0 ms)"; return 1; fi
+}
+
+sources() {
+  find Include Source Tests Examples Benchmarks Tools -name '*.h' -o -name '*.cpp' -o -name '*.c' |
+    xargs grep -L '^// Generated'
+}
 
 # cases LOG PATTERN: how many there are; CTest repeats the lines of a program that failed.
 cases() { sed -E 's/^[0-9]+: //' "$1" | grep -E "$2" | sort -u | wc -l; }
 
-# stage NAME COMMAND...: runs a command and counts the cases that it names in GoogleTest's form.
+# stage NAME: runs the function of that name and counts the cases that it prints in GoogleTest's form.
 stage() {
-  local name=$1 start=$SECONDS log=$logs/${1// /-}.log
-  shift
-  echo "== $name"
-  "$@" >"$log" 2>&1
-  local status=$?
-  local good bad
+  local start=$SECONDS log=$logs/$1.log good bad status
+  echo "== $1"
+  "$1" >"$log" 2>&1
+  status=$?
   good=$(cases "$log" '^\[       OK \] .*')
   bad=$(cases "$log" '^\[  FAILED  \] .*\([0-9]+ ms\)$')
   # A build error, a crash, or a stage without any case is a failure too.
@@ -39,57 +119,22 @@ stage() {
   echo "   $good passed, $bad failed, $((SECONDS - start)) s"
 }
 
-# one NAME COMMAND...: a check that is a single case.
-one() {
-  local name=$1
-  shift
-  if "$@"; then echo "[       OK ] $name (0 ms)"; else echo "[  FAILED  ] $name (0 ms)"; return 1; fi
-}
-
-build() { cmake --preset "$1" && cmake --build --preset "$1"; }
-build_and_test() { build "$1" && ctest --preset "$1" -V; }
-
-sources() {
-  find Include Source Tests Examples Benchmarks Tools -name '*.h' -o -name '*.cpp' -o -name '*.c' |
-    xargs grep -L '^// Generated'
-}
-
-formatting() { sources | one Format.EverySource xargs clang-format --dry-run -Werror; }
-
-lint() {
-  one Lint.Library run-clang-tidy -quiet -p build/clang -j "$(nproc)" '/(Source|Examples)/.*\.cpp$'
-}
-
-# A project of its own finds the installed package and builds against it.
-package() {
-  rm -rf build/package build/package-user
-  one Package.Installs cmake --install build/release --prefix build/package &&
-    one Package.IsFound cmake -S Examples -B build/package-user -G Ninja "-DCMAKE_PREFIX_PATH=$PWD/build/package" &&
-    one Package.Links cmake --build build/package-user
-}
-
-finish() {
-  echo "$passed passed, $failed failed"
-  [ "$failed" -eq 0 ]
-  exit
-}
-
-if [ "${1:-}" = quick ]; then
-  install_packages $BUILD_PACKAGES || { failed=1; finish; }
-  stage release build_and_test release
-  finish
+logs=build/logs
+passed=0
+failed=0
+mkdir -p "$logs"
+packages="$BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES"
+case ${1:-} in
+  "") set -- $STAGES ;;
+  quick) set -- release; packages=$BUILD_PACKAGES ;;
+esac
+for name in "$@"; do
+  case " $STAGES " in *" $name "*) ;; *) echo "No stage $name. There are: quick $STAGES"; exit 2 ;; esac
+done
+if install_packages $packages; then
+  for name in "$@"; do stage "$name"; done
+else
+  failed=1
 fi
-
-install_packages $BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES || { failed=1; finish; }
-stage formatting formatting
-stage release build_and_test release
-stage windows build_and_test windows
-stage "code pages" Tools/compare-code-pages.sh build/release build/windows
-stage exports Tools/check-exports.sh build/release/lib/liblayerdata.so build/windows/bin/layerdata.dll
-stage layouts Tools/check-layouts.py
-stage package package
-stage sanitizers build_and_test asan
-stage threads build_and_test tsan
-stage clang build_and_test clang
-stage lint lint
-finish
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
