@@ -2,8 +2,8 @@
 
 #include <new>
 
-// What the program and, where the system lets a program stand in for it, the library hold on the
-// heap. A Windows library keeps to its own heap: there the counts of references speak alone.
+// Counts the live heap blocks of the program and, where it may replace the library's allocator, of
+// the library. A Windows library has its own: there only reference counts are checked.
 namespace {
 std::atomic<std::int64_t> liveBlocks{0};
 }
@@ -24,76 +24,109 @@ namespace Data::tests {
 
 namespace {
 
-struct Factory {
+/// What a call does with an out-pointer that is null or still holds an object.
+enum class Kind {
+  Guarded,     ///< fails
+  Throwing,    ///< throws
+  Overwriting  ///< false for null; overwrites a held object
+};
+
+/// An export or operation that creates an object.
+struct Call {
   const char* what;
-  bool isGuarded;
+  Kind kind;
+  std::string type;  ///< of the out-pointer, as messages name it
   std::function<bool(IObject** out, IErrorCode** error)> make;
 };
 
-/// A factory without an error argument, given its other arguments but the last.
-template <class Interface, class Make, class... Arguments>
-Factory Unguarded(const char* what, Make make, Arguments... arguments) {
-  return {what, false, [=](IObject** out, IErrorCode**) {
-            Interface* object = nullptr;
-            const bool isMade = make(arguments..., &object);
-            *out = object;
-            return isMade;
-          }};
-}
-template <class Interface, class Make, class... Arguments>
-Factory Guarded(const char* what, Make make, Arguments... arguments) {
-  return {what, true, [=](IObject** out, IErrorCode** error) {
+template <class Interface, class Make>
+Call MakeCall(const char* what, Kind kind, Make make) {
+  return {what, kind, Core::TypeName<Interface>(), [=](IObject** out, IErrorCode** error) {
+            if (!out) return make(static_cast<Interface**>(nullptr), error);
             auto* object = static_cast<Interface*>(*out);
-            const bool isMade = make(arguments..., &object, error);
+            const bool isMade = make(&object, error);
             *out = object;
             return isMade;
           }};
 }
-
-/// Makes an object; a guarded factory then refuses to overwrite it. Ends it.
-void MakeAndEnd(const Factory& factory) {
-  IObject* object = nullptr;
-  Ptr<IErrorCode> error;
-  ASSERT_TRUE(factory.make(&object, error.Receive())) << factory.what << MessageOf(error);
-  IObject* const made = object;
-  if (factory.isGuarded) {
-    EXPECT_FALSE(factory.make(&object, error.Receive())) << factory.what;
-    EXPECT_TRUE(error) << factory.what;
-    EXPECT_EQ(object, made) << factory.what;
-  }
-  EXPECT_EQ(made->Release(), 0u) << factory.what;
+/// @param arguments  the object of an operation, and all arguments but the last two
+template <class Interface, class Function, class... Arguments>
+Call Guarded(const char* what, Function function, Arguments... arguments) {
+  return MakeCall<Interface>(what, Kind::Guarded, [=](Interface** out, IErrorCode** error) {
+    return std::invoke(function, arguments..., out, error);
+  });
+}
+/// A call without an error argument.
+template <class Interface, Kind kind = Kind::Overwriting, class Function, class... Arguments>
+Call Unguarded(const char* what, Function function, Arguments... arguments) {
+  return MakeCall<Interface>(what, kind, [=](Interface** out, IErrorCode**) -> bool {
+    using Result = std::invoke_result_t<Function, Arguments..., Interface**>;
+    if constexpr (std::is_void_v<Result>) {
+      std::invoke(function, arguments..., out);
+      return out != nullptr;
+    } else {
+      return std::invoke(function, arguments..., out);
+    }
+  });
 }
 
 constexpr char kCsv[] = "id,name,at\n1,a name of some length,2024-01-01T10:00:00\n2,,\n";
 constexpr std::uint64_t kSize = sizeof kCsv - 1;
 
-}  // namespace
-
-TEST(Factories, LeaveNothingBehind) {
-  const auto text = Core::MakeString("a text that fits in no record");
-  const auto options = New(Data_CreateObjectList);
-  options->Add(text.Get());
-  const auto key = New(Data_CreateArray);
-  const Core::Variant value(text), one(1), two(2);
-  const auto json = JsonVariant(R"([{"a":1,"b":"a text that fits in no record"}])");
-  const auto document = json.As<Ptr<IJsonDocument>>();
-  const auto schemaText = JsonVariant("{}").As<Ptr<IJsonDocument>>();
-  const Structures::_UUID uuid{};
+Ptr<ITable> SomeTable() {
   Ptr<ITable> table;
-  ASSERT_TRUE(Data_ParseCsv(kCsv, kSize, table.Receive(), nullptr));
+  EXPECT_TRUE(Data_ParseCsv(kCsv, kSize, table.Receive(), nullptr));
+  return table;
+}
 
-  const auto readNotingProblems = [](ITable** out, IErrorCode** error) {
+/// What the calls are given.
+struct Objects {
+  Objects() {
+    options->Add(text.Get());
+    schema->AddColumn("a", ValueType::Int32, 1, 1, nullptr);
+    EXPECT_TRUE(Data_CreateEnum(options.Get(), enumeration.Receive(), nullptr));
+    EXPECT_TRUE(Data_CreateAllowedValue(&value, ComparisonOperator::None, "", "", "", "",
+                                        allowed.Receive(), nullptr));
+    EXPECT_TRUE(Data_CreateSecureString(text.Get(), secure.Receive(), nullptr));
+    EXPECT_TRUE(table->GetRow(0)->GetValue(0, cell.Receive()));
+  }
+
+  const _UUID uuid{};
+  const Ptr<IString> text = MakeString("a text that fits in no record");
+  const Variant value{text}, one{1}, two{2};
+  const Ptr<IObjectList> options = New(Data_CreateObjectList);
+  const Ptr<IArray> key = New(Data_CreateArray);
+  const Ptr<ITable> table = SomeTable();
+  const Ptr<IDateTime> date = Date("2024-01-01").As<Ptr<IDateTime>>();
+  const Ptr<IJsonDocument> json =
+      JsonVariant(R"([{"a":1,"b":"a text that fits in no record"}])").As<Ptr<IJsonDocument>>();
+  const Ptr<IJsonDocument> schemaText = JsonVariant("{}").As<Ptr<IJsonDocument>>();
+  const Ptr<ISchema> schema = New<ISchema>([](ISchema** out) {
+    const _UUID none{};
+    return Data_CreateSchema(&none, "", "", out, nullptr);
+  });
+  Ptr<IEnum> enumeration;
+  Ptr<IAllowedValue> allowed;
+  Ptr<ISecureString> secure;
+  Ptr<IValue> cell;
+};
+
+std::vector<Call> ExportsThatCreate(const Objects& with) {
+  const auto withProblems = [](ITable** out, IErrorCode** error) {
     Ptr<IObjectList> problems;
     return Data_ParseCsvWithErrors(kCsv, out, problems.Receive(), kSize, 0, error);
   };
-  const auto readSeparated = [](ITable** out, IErrorCode** error) {
+  const auto problemsOf = [](IObjectList** out, IErrorCode** error) {
+    Ptr<ITable> table;
+    return Data_ParseCsvWithErrors(kCsv, table.Receive(), out, kSize, 0, error);
+  };
+  const auto separated = [](ITable** out, IErrorCode** error) {
     return Data_ParseCsvWithSeparator(kCsv, ",", out, kSize, error);
   };
-  const auto writeCsv = [&](IString** out, IErrorCode** error) {
+  const auto delimited = [table = with.table](IString** out, IErrorCode** error) {
     return Data_ConvertTableToCsv(table.Get(), ",", out, true, error);
   };
-  const auto anyOperator = Structures::ComparisonOperator();
-  const Factory factories[] = {
+  return {
       Unguarded<IArray>("array", Data_CreateArray),
       Unguarded<IObjectList>("object list", Data_CreateObjectList),
       Unguarded<IVariantList>("variant list", Data_CreateVariantList),
@@ -101,33 +134,35 @@ TEST(Factories, LeaveNothingBehind) {
       Guarded<IVariantPairList>("pair list", Data_CreateVariantPairList),
       Guarded<IConfiguration>("configuration", Data_CreateConfiguration),
       Guarded<IProperties>("properties", Data_CreateProperties),
-      Guarded<IEnum>("enumeration", Data_CreateEnum, options.Get()),
-      Guarded<IConstrainedValue>("constrained", Data_CreateConstrainedValue, &one, &one, &two),
-      Guarded<IAllowedValue>("allowed", Data_CreateAllowedValue, &value, anyOperator, "", "", "",
-                             ""),
+      Guarded<IEnum>("enumeration", Data_CreateEnum, with.options.Get()),
+      Guarded<IConstrainedValue>("constrained", Data_CreateConstrainedValue, &with.one, &with.one,
+                                 &with.two),
+      Guarded<IAllowedValue>("allowed", Data_CreateAllowedValue, &with.value,
+                             ComparisonOperator::None, "", "", "", ""),
       Unguarded<IString>("string", Data_CreateString),
-      Guarded<ISecureString>("secure string", Data_CreateSecureString, text.Get()),
+      Guarded<ISecureString>("secure string", Data_CreateSecureString, with.text.Get()),
       Guarded<IEncoding>("Base64", Data_CreateEncodingInstanceBase64),
       Guarded<IEncoding>("Base64 for URLs", Data_CreateEncodingInstanceBase64Url),
       Guarded<IHashing>("MD5", Data_CreateHashingInstanceMD5),
       Guarded<IHashing>("SHA-1", Data_CreateHashingInstanceSha1),
       Guarded<IHashing>("SHA-2", Data_CreateHashingInstanceSha2, 2u),
-      Guarded<IHashing>("HMAC", Data_CreateHashingInstanceHmacSha2, 0u, key.Get()),
-      Unguarded<IString>("identifier as text", Data_UuidToString, &uuid),
+      Guarded<IHashing>("HMAC", Data_CreateHashingInstanceHmacSha2, 0u, with.key.Get()),
+      Unguarded<IString>("UUID as text", Data_UuidToString, &with.uuid),
       Guarded<ITable>("table", Data_CreateTable),
-      Guarded<ITable>("read table", Data_ParseCsv, kCsv, kSize),
-      Guarded<ITable>("read table with problems", readNotingProblems),
-      Guarded<ITable>("read table with a separator", readSeparated),
-      Guarded<IString>("delimited text", writeCsv),
+      Guarded<ITable>("table of CSV", Data_ParseCsv, kCsv, kSize),
+      Guarded<ITable>("table of CSV with problems", withProblems),
+      Guarded<IObjectList>("problems of CSV", problemsOf),
+      Guarded<ITable>("table of CSV with a separator", separated),
+      Guarded<IString>("CSV", delimited),
       Unguarded<IJsonDocument>("JSON document", Data_CreateJsonDocument),
       Unguarded<IXmlDocument>("XML document", Data_CreateXmlDocument),
       Unguarded<IHtmlDocument>("HTML document", Data_CreateHtmlDocument),
       Unguarded<IRtfDocument>("RTF document", Data_CreateRtfDocument),
-      Guarded<ITable>("table of JSON", Data_JsonToTable, document.Get()),
-      Guarded<IJsonDocument>("JSON of a table", Data_TableToJson, table.Get()),
-      Guarded<IJsonDocument>("JSON of a row", Data_TableRowToJson, table->GetRow(0)),
-      Guarded<ISchema>("schema", Data_CreateSchema, &uuid, "title", "description"),
-      Guarded<ISchema>("schema of JSON", Data_ParseSchema, schemaText.Get()),
+      Guarded<ITable>("table of JSON", Data_JsonToTable, with.json.Get()),
+      Guarded<IJsonDocument>("JSON of a table", Data_TableToJson, with.table.Get()),
+      Guarded<IJsonDocument>("JSON of a row", Data_TableRowToJson, with.table->GetRow(0)),
+      Guarded<ISchema>("schema", Data_CreateSchema, &with.uuid, "title", "description"),
+      Guarded<ISchema>("schema of JSON", Data_ParseSchema, with.schemaText.Get()),
       Unguarded<IDateTime>("now", Data_CreateCurrentDateTime),
       Unguarded<IDateTime>("the first date-time", Data_CreateMinimumDateTime),
       Unguarded<IDateTime>("the last date-time", Data_CreateMaximumDateTime),
@@ -135,11 +170,106 @@ TEST(Factories, LeaveNothingBehind) {
       Unguarded<IDateTime>("date-time of seconds", Data_CreateDateTimeFromPosixTime, 0),
       Unguarded<IDateTime>("date-time of ticks", Data_CreateDateTimeFromFileTime, 0u),
   };
-  for (const Factory& factory : factories) {
-    MakeAndEnd(factory);  // what is made once in a process stays
+}
+
+std::vector<Call> OperationsThatCreate(const Objects& with) {
+  const auto schemaAsJson = [schema = with.schema](IJsonDocument** out, IErrorCode** error) {
+    return schema->ToJson(out, ' ', 2, error);
+  };
+  const auto mergeOnColumns = [table = with.table](ITable** out, IErrorCode** error) {
+    return table->MergeOnColumns(table.Get(), Structures::MergeMode::All, out, error, 1, "id");
+  };
+  ITable* const table = with.table.Get();
+  IRow* const row = table->GetRow(0);
+  constexpr auto kAll = Structures::MergeMode::All;
+  return {
+      Guarded<IObjectList>("rows", &ITable::GetRows, table),
+      Guarded<IObjectList>("found rows", &ITable::FindRows, table, "id", &with.one),
+      Guarded<ITable>("merge", &ITable::Merge, table, table, "id", kAll),
+      Guarded<ITable>("merge on two names", &ITable::MergeOn, table, table, "id", "id", kAll),
+      Guarded<ITable>("merge on columns", mergeOnColumns),
+      Guarded<IObjectList>("columns", &ITableHeader::GetColumns, table->GetHeader()),
+      Unguarded<IVariantList, Kind::Throwing>("values of a column", &IColumn::GetValues,
+                                              table->GetColumn(0)),
+      Unguarded<IString, Kind::Throwing>("text of a cell", &IRow::GetCellText, row, 1),
+      Unguarded<IValue, Kind::Throwing>("value of a cell", &IRow::GetValue, row, 1),
+      Unguarded<IString, Kind::Throwing>("text of a value", &IValue::GetText, with.cell.Get()),
+      Guarded<IVariantList>("keys", &IVariantDictionary::GetKeys,
+                            New(Data_CreateVariantDictionary)),
+      Guarded<IObjectList>("missing", &IProperties::GetMissing, New(Data_CreateProperties)),
+      Guarded<IObjectList>("options", &IEnum::GetOptions, with.enumeration.Get()),
+      Guarded<IString>("allowed value", &IAllowedValue::GetValueText, with.allowed.Get()),
+      Guarded<IString>("secure text", &ISecureString::GetText, with.secure.Get()),
+      Guarded<IArray>("encoded", &IEncoding::Encode, New(Data_CreateEncodingInstanceBase64),
+                      with.key.Get()),
+      Guarded<IArray>("decoded", &IEncoding::Decode, New(Data_CreateEncodingInstanceBase64),
+                      with.key.Get()),
+      Guarded<IArray>("hash", &IHashing::Hash, New(Data_CreateHashingInstanceMD5), kCsv, kSize),
+      Guarded<IString>("compact JSON", &IJsonDocument::ToCompactString, with.json.Get()),
+      Guarded<IObjectList>("names", &ISchema::GetColumnNames, with.schema.Get()),
+      Guarded<IObjectList>("allowed values", &ISchema::GetAllowedValues, with.schema.Get(), "a"),
+      Guarded<IJsonDocument>("JSON of a schema", schemaAsJson),
+      Guarded<IJsonDocument>("JSON schema", &ISchema::GetJsonSchema, with.schema.Get()),
+      Guarded<ISchema>("clone with a UUID", &ISchema::CloneWithUuid, with.schema.Get(), &with.uuid),
+      Guarded<ISchema>("clone", &ISchema::Clone, with.schema.Get()),
+      Unguarded<IDateTime>("clone of a date-time", &IDateTime::Clone, with.date.Get()),
+      Unguarded<IString>("ISO 8601", &IDateTime::ToIso8601, with.date.Get()),
+      Unguarded<IString>("time", &IDateTime::ToIso8601Time, with.date.Get()),
+      Unguarded<IString>("date", &IDateTime::ToIso8601Date, with.date.Get()),
+      Unguarded<IString>("basic ISO 8601", &IDateTime::ToIso8601Basic, with.date.Get()),
+  };
+}
+
+std::vector<Call> CallsThatCreate(const Objects& with) {
+  std::vector<Call> calls = ExportsThatCreate(with);
+  for (Call& call : OperationsThatCreate(with)) calls.push_back(std::move(call));
+  return calls;
+}
+
+IObject* Created(const Call& call) {
+  IObject* object = nullptr;
+  Ptr<IErrorCode> error;
+  EXPECT_TRUE(call.make(&object, error.Receive())) << call.what << ": " << MessageOf(error);
+  return object;
+}
+
+/// How the call fails with an out-pointer.
+std::string FailureWith(const Call& call, IObject** out) {
+  if (call.kind == Kind::Throwing) return ThrownBy([&] { call.make(out, nullptr); });
+  return Failure([&](IErrorCode** error) { return call.make(out, error); });
+}
+
+}  // namespace
+
+TEST(Factories, LeaveNothingBehind) {
+  const Objects objects;
+  for (const Call& call : CallsThatCreate(objects)) {
+    EXPECT_EQ(Created(call)->Release(), 0u) << call.what;  // what is made once in a process stays
     const std::int64_t before = liveBlocks;
-    MakeAndEnd(factory);
-    EXPECT_EQ(liveBlocks, before) << factory.what;
+    EXPECT_EQ(Created(call)->Release(), 0u) << call.what;
+    EXPECT_EQ(liveBlocks, before) << call.what;
+  }
+}
+
+TEST(Factories, CheckTheOutPointer) {
+  const Objects objects;
+  for (const Call& call : CallsThatCreate(objects)) {
+    const auto held = Ptr<IObject>::Adopt(Created(call));
+    IObject* out = held.Get();
+    if (call.kind == Kind::Overwriting) {
+      EXPECT_FALSE(call.make(nullptr, nullptr)) << call.what;
+      EXPECT_TRUE(call.make(&out, nullptr)) << call.what;
+      EXPECT_NE(Ptr<IObject>::Adopt(out), held) << call.what;
+      continue;
+    }
+    EXPECT_EQ(FailureWith(call, nullptr),
+              "Pointer to a pointer of " + call.type +
+                  " must not be null! Address of return must be specified!")
+        << call.what;
+    EXPECT_EQ(FailureWith(call, &out),
+              "Pointer of " + call.type + " must be null in order to avoid memory leaks!")
+        << call.what;
+    EXPECT_EQ(out, held.Get()) << call.what;
   }
 }
 
