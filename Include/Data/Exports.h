@@ -166,9 +166,9 @@ LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IError
 /// separator between lines!, Columns %d vs Values %d at line %d" (lines count
 /// from 0, empty ones left out).
 ///
-/// Rows, texts and date-times of a large text lie together in regions of 1 MB. A
-/// region lives as long as any object in it; up to 512 free ones are kept for the
-/// next table, their memory at the system's disposal.
+/// Rows, texts and date-times of the table are allocated together from regions of
+/// up to 16 MB. A region is freed with the last object in it, so a cell or row
+/// that is kept for long keeps its region.
 LAYERDATA_API bool Data_ParseCsv(const char* content, uint64_t size,
                                  Data::Interfaces::ITable** table, Core::IErrorCode** error);
 /// As `Data_ParseCsv`, but lines with too many values do not fail.

@@ -1,92 +1,88 @@
 #include "Core/ObjectPool.h"
 
-#include <array>
+#include <algorithm>
 #include <atomic>
+#include <bit>
 
-#include "Platform/Pages.h"
+#include "Platform/LargePages.h"
 
 namespace Core {
 
-namespace Platform = Data::Platform;
-
 namespace {
 
-constexpr std::size_t kRegionSize = std::size_t{1} << 20;
-/// What is larger would leave too much of a region unused.
-constexpr std::size_t kLargestObject = kRegionSize / 64;
+constexpr std::size_t kSmallestRegion = std::size_t{4} << 10;
+constexpr std::size_t kLargestRegion = std::size_t{16} << 20;
+/// From here on a partly used large page at the end of a region weighs little.
+constexpr std::size_t kLargePageRegion = std::size_t{4} << 20;
+/// Left to the heap for its own header, so that a region fills whole pages.
+constexpr std::size_t kHeapHeader = 64;
 
-/// Free regions for the next pool: mapping fresh pages takes longer than filling
-/// them. The system may take their memory meanwhile.
-class FreeRegions {
- public:
-  constexpr FreeRegions() = default;
-  /// When the library is unloaded.
-  ~FreeRegions() {
-    while (void* region = Take()) Platform::UnmapPages(region, kRegionSize);
-  }
-
-  /// @return null when there is none
-  void* Take() noexcept {
-    for (auto& kept : regions_) {
-      if (!kept.load(std::memory_order_relaxed)) continue;
-      if (void* region = kept.exchange(nullptr)) return region;
-    }
-    return nullptr;
-  }
-
-  void Keep(void* region) noexcept {
-    Platform::OfferPages(region, kRegionSize);
-    for (auto& kept : regions_) {
-      void* none = kept.load(std::memory_order_relaxed);
-      if (!none && kept.compare_exchange_strong(none, region)) return;
-    }
-    Platform::UnmapPages(region, kRegionSize);
-  }
-
- private:
-  std::array<std::atomic<void*>, 512> regions_{};
-};
-
-constinit FreeRegions freeRegions;
+/// A larger object comes from the heap: it would leave too much of a region unused.
+constexpr std::size_t kLargestObject = std::size_t{16} << 10;
 
 }  // namespace
 
-/// What stands at the begin of a region. While it is open it holds `kOpen`
-/// references too many, so that making an object need not touch the count that
-/// other threads may use.
+/// The header of a region. While objects are created in a region it holds
+/// `kOpen` extra references, so that creating one need not touch the count,
+/// which other threads may be using.
 struct ObjectPool::Region {
   static constexpr std::uint64_t kOpen = std::uint64_t{1} << 63;
 
-  static void* operator new(std::size_t) {
-    void* region = freeRegions.Take();
-    return region ? region : Platform::MapPages(kRegionSize);
+  explicit Region(std::size_t regionSize) : size(regionSize) {}
+
+  static void* operator new(std::size_t, std::size_t regionSize) {
+    void* const region = ::operator new(regionSize);
+    if (regionSize + kHeapHeader >= kLargePageRegion)
+      Data::Platform::PreferLargePages(region, regionSize);
+    return region;
   }
-  static void operator delete(void* region) { freeRegions.Keep(region); }
+  static void operator delete(void* region) { ::operator delete(region); }
 
   void Drop(std::uint64_t count) noexcept {
-    if (references.fetch_sub(count) == count) delete this;
+    if (references.fetch_sub(count) != count) return;
+    Unpoison(this, size);
+    delete this;
   }
 
-  alignas(kGrain) std::atomic<std::uint64_t> references{kOpen};
+  char* Begin() { return reinterpret_cast<char*>(this + 1); }
+  char* End() { return reinterpret_cast<char*>(this) + size; }
+
+  std::atomic<std::uint64_t> references{kOpen};
+  std::size_t size;
 };
 
+ObjectPool::ObjectPool(std::size_t expectedBytes) noexcept
+    : nextRegionSize_(std::bit_ceil(std::clamp(expectedBytes, kSmallestRegion, kLargestRegion))) {}
+
 void* ObjectPool::AllocateElsewhere(std::size_t size) {
+  static_assert(sizeof(Region) % kGrain == 0);
   if (size > kLargestObject) return ::operator new(size);
+  while (nextRegionSize_ < 4 * size) nextRegionSize_ *= 2;
+  const std::size_t regionSize = nextRegionSize_ - kHeapHeader;
+  auto* const region = new (regionSize) Region(regionSize);
   CloseRegion();
-  region_ = new Region;
-  next_ = reinterpret_cast<char*>(region_ + 1);
-  end_ = reinterpret_cast<char*>(region_) + kRegionSize;
+  region_ = region;
+  next_ = region->Begin();
+  end_ = region->End();
+  Poison(next_, static_cast<std::size_t>(end_ - next_));
+  nextRegionSize_ = std::min(2 * nextRegionSize_, kLargestRegion);
   return Allocate(size);
 }
 
 void ObjectPool::CloseRegion() noexcept {
-  if (!region_) return;
-  region_->Drop(Region::kOpen - objectCount_);
+  if (region_) region_->Drop(Region::kOpen - objectCount_);
   region_ = nullptr;
   next_ = end_ = nullptr;
   objectCount_ = 0;
 }
 
-void ObjectPool::FreePooled(void* object) noexcept { (static_cast<Region**>(object)[-1])->Drop(1); }
+void ObjectPool::FreePooled(void* object) noexcept {
+  auto** const header = static_cast<Region**>(object) - 1;
+  Unpoison(header, kHeader);
+  Region* const region = *header;
+  PoisonUntilPoisoned(header,
+                      static_cast<std::size_t>(region->End() - reinterpret_cast<char*>(header)));
+  region->Drop(1);
+}
 
 }  // namespace Core

@@ -4,15 +4,18 @@
 #include <cstdint>
 #include <new>
 
+#include "Core/Poison.h"
+
 namespace Core {
 
-/// Memory for the many small objects that are made together, as the rows, texts
-/// and date-times of a table that is read.
+/// Memory for many small objects that are created together, such as the rows,
+/// texts and date-times of a table that is read.
 ///
-/// They lie one behind the other in regions of 1 MB, so making or freeing one
-/// costs a few instructions. Each is still an object of its own: it may outlive
-/// the pool and be freed in any order by any thread, and a region goes with the
-/// last object in it. One thread at a time makes objects.
+/// They are allocated one after another from regions, which come from the heap
+/// and grow up to 16 MB, so creating or freeing an object costs a few
+/// instructions. Each object still has a life of its own: it may outlive the
+/// pool, and any thread may free it, in any order. A region is freed with its
+/// last object. Only one thread at a time may create objects.
 ///
 /// A class takes part with
 ///
@@ -20,13 +23,15 @@ namespace Core {
 ///     static void operator delete(void* object) { ObjectPool::Free(object); }
 class ObjectPool {
  public:
-  ObjectPool() = default;
+  /// @param expectedBytes  of all objects; a first region of that size is taken
+  explicit ObjectPool(std::size_t expectedBytes) noexcept;
   ObjectPool(const ObjectPool&) = delete;
   ObjectPool& operator=(const ObjectPool&) = delete;
   ~ObjectPool() { CloseRegion(); }
 
   /// Memory for one object of a class whose alignment is at most 8; from the
   /// heap without a pool.
+  /// @throws std::bad_alloc  the pool is unchanged
   static void* Allocate(ObjectPool* pool, std::size_t size) {
     return pool ? pool->Allocate(size) : ::operator new(size);
   }
@@ -42,9 +47,11 @@ class ObjectPool {
  private:
   struct Region;
 
-  /// The heap gives multiples of 16, pools never do: their objects lie 8 behind
-  /// one, with the address of their region before them.
+  /// Heap blocks are aligned to 16. Pooled objects sit at 16n + 8, behind the
+  /// address of their region, which is how `Free` tells them apart. A program
+  /// that replaces operator new must keep the alignment, as the language asks.
   static constexpr std::size_t kGrain = 16, kHeader = sizeof(void*);
+  static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= kGrain && kHeader == kGrain / 2);
   static bool IsPooled(const void* object) {
     return reinterpret_cast<std::uintptr_t>(object) % kGrain != 0;
   }
@@ -53,7 +60,9 @@ class ObjectPool {
     const std::size_t space = (kHeader + size + kGrain - 1) / kGrain * kGrain;
     if (space > static_cast<std::size_t>(end_ - next_) || space < size)
       return AllocateElsewhere(size);
+    Unpoison(next_, kHeader + size);
     auto* const header = new (next_) Region*(region_);
+    Poison(header, kHeader);
     next_ += space;
     ++objectCount_;
     return header + 1;
@@ -66,7 +75,8 @@ class ObjectPool {
   char* next_ = nullptr;
   char* end_ = nullptr;
   Region* region_ = nullptr;
-  std::uint64_t objectCount_ = 0;  ///< made in it
+  std::uint64_t objectCount_ = 0;  ///< created in it
+  std::size_t nextRegionSize_;
 };
 
 }  // namespace Core

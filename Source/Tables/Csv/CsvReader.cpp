@@ -17,8 +17,8 @@ using Structures::_VARIANT;
 
 namespace {
 
-/// Shorter texts make a table smaller than what a pool sets aside.
-constexpr std::size_t kPooledText = std::size_t{256} << 10;
+/// What the objects of a table take at least for a byte of text, by experience.
+constexpr std::size_t kBytesPerCharacter = 4;
 
 std::string_view WithoutByteOrderMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
@@ -57,11 +57,11 @@ std::string TooManyValues(std::size_t columns, std::size_t values, std::size_t l
 /// Turns lines into rows of a table whose columns stand.
 class RowBuilder {
  public:
-  RowBuilder(CsvTable& result, ExtraValues extraValues, bool isLarge)
+  RowBuilder(CsvTable& result, ExtraValues extraValues, std::size_t textSize)
       : table_(*result.table),
         problems_(result.problems),
         extraValues_(extraValues),
-        usedPool_(isLarge ? &pool_ : nullptr),
+        pool_(kBytesPerCharacter * textSize),
         notes_(table_.ColumnCount()) {}
 
   void Add(const CsvLine& line, std::size_t number);
@@ -80,7 +80,6 @@ class RowBuilder {
   std::vector<std::string>& problems_;
   ExtraValues extraValues_;
   Core::ObjectPool pool_;
-  Core::ObjectPool* usedPool_;
   std::vector<ColumnNote> notes_;
 };
 
@@ -97,10 +96,10 @@ void RowBuilder::Add(const CsvLine& line, std::size_t number) {
 /// The table owns the row before its cells hold anything, so a failure on the
 /// way loses nothing.
 void RowBuilder::AddRow(const CsvLine& line) {
-  _VARIANT* cell = table_.AppendBlankRow(usedPool_).Cells();
+  _VARIANT* cell = table_.AppendBlankRow(&pool_).Cells();
   ColumnNote* note = notes_.data();
   line.ForEachValue(std::min(line.ValueCount(), notes_.size()), [&](std::string_view value) {
-    ReadCell(TrimValue(value), usedPool_, *cell);
+    ReadCell(TrimValue(value), &pool_, *cell);
     const ValueType type = Core::TypeOf(*cell++);
     if (type == ValueType::Null) {
       note++->hasSeenNull = true;
@@ -133,7 +132,7 @@ CsvTable ReadCsv(std::string_view content, std::string_view separator, ExtraValu
   } else {
     AddNumberedColumns(*result.table, lines.Line().ValueCount());
   }
-  RowBuilder rows(result, extraValues, text.size() >= kPooledText);
+  RowBuilder rows(result, extraValues, text.size());
   if (!layout.hasHeader) rows.Add(lines.Line(), number);
   while (lines.Next()) rows.Add(lines.Line(), ++number);
   rows.Finish();

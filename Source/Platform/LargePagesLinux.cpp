@@ -1,0 +1,20 @@
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+
+#include "Platform/LargePages.h"
+
+namespace Data::Platform {
+
+void PreferLargePages(void* memory, std::size_t size) noexcept {
+  // The advice holds for whole pages: those that the block begins and ends in.
+  const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+  const auto address = reinterpret_cast<std::uintptr_t>(memory);
+  const std::uintptr_t begin = address / page * page;
+  const std::uintptr_t end = (address + size + page - 1) / page * page;
+  // Without large pages the memory serves as it is.
+  madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+}
+
+}  // namespace Data::Platform
