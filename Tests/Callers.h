@@ -18,7 +18,12 @@ class CallersOwn : public Interface {
 
   void AddReference() override {
     ++references_;
-    onAddReference();
+    try {
+      onAddReference();
+    } catch (...) {
+      --references_;
+      throw;
+    }
   }
   std::uint32_t Release() override {
     const std::uint32_t left = --references_;

@@ -1,6 +1,7 @@
 #include "Schema/SchemaValues.h"
 
 #include <charconv>
+#include <cmath>
 #include <stdexcept>
 
 #include "DateTime/DateTimeImpl.h"
@@ -16,14 +17,16 @@ using Core::Variant;
 
 namespace {
 
-/// The whole trimmed text as a finite number.
+/// The whole trimmed text as a number. The conversion itself also knows names of
+/// infinity and NaN.
 template <class Number>
 Number ParseNumber(std::string_view text) {
   const std::string_view digits = impl::Trim(text);
   const char* const end = digits.data() + digits.size();
   Number number{};
   const auto result = std::from_chars(digits.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end) throw std::runtime_error("Parsing failed!");
+  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(static_cast<double>(number)))
+    throw std::runtime_error("Parsing failed!");
   return number;
 }
 

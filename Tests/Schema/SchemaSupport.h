@@ -4,89 +4,81 @@
 
 namespace Data::tests {
 
-inline constexpr Structures::_UUID kSomeUuid = {
+inline constexpr _UUID kSomeUuid = {
     0x6B29FC40, 0xCA47, 0x1067, {0xB3, 0x1D, 0x00, 0xDD, 0x01, 0x06, 0x62, 0xDA}};
 
 inline const char kMissing[] = "invalid unordered_map<K, T> key";
 
-inline Core::Ptr<Interfaces::ISchema> NewSchema() {
-  Core::Ptr<Interfaces::ISchema> schema;
-  Core::Ptr<Core::IErrorCode> error;
-  EXPECT_TRUE(
-      Data_CreateSchema(&kSomeUuid, "Roads", "All roads", schema.Receive(), error.Receive()))
-      << MessageOf(error);
+inline Ptr<ISchema> NewSchema() {
+  Ptr<ISchema> schema;
+  EXPECT_TRUE(Data_CreateSchema(&kSomeUuid, "Roads", "All roads", schema.Receive(), nullptr));
   return schema;
 }
 
-inline Core::Ptr<Interfaces::IJsonDocument> JsonDocument(std::string_view text) {
-  Core::Ptr<Interfaces::IJsonDocument> document;
-  EXPECT_TRUE(Data_CreateJsonDocument(document.Receive()));
-  document->SetContent(text.data(), text.size());
-  return document;
+/// A schema with a column "x".
+inline Ptr<ISchema> SchemaWithColumn(ValueType type = ValueType::Int64) {
+  auto schema = NewSchema();
+  EXPECT_TRUE(schema->AddColumn("x", type, 5, 2, nullptr));
+  return schema;
 }
 
 /// The schema of a document, or null and its failure.
-inline Core::Ptr<Interfaces::ISchema> ParseSchema(std::string_view json, std::string& failure) {
-  Core::Ptr<Interfaces::ISchema> schema;
-  Core::Ptr<Core::IErrorCode> error;
-  const bool success =
-      Data_ParseSchema(JsonDocument(json).Get(), schema.Receive(), error.Receive());
+inline Ptr<ISchema> ParseSchema(std::string_view json, std::string& failure) {
+  Ptr<ISchema> schema;
+  Ptr<IErrorCode> error;
+  const auto document = JsonVariant(json).As<Ptr<IJsonDocument>>();
+  const bool isRead = Data_ParseSchema(document.Get(), schema.Receive(), error.Receive());
   failure = MessageOf(error);
-  EXPECT_EQ(success, static_cast<bool>(schema));
-  EXPECT_EQ(success, failure.empty());
+  EXPECT_EQ(isRead, static_cast<bool>(schema));
+  EXPECT_EQ(isRead, failure.empty());
   return schema;
 }
 
-inline Core::Ptr<Interfaces::ISchema> ParseSchema(std::string_view json) {
-  std::string failure;
-  auto schema = ParseSchema(json, failure);
-  EXPECT_EQ(failure, "") << json;
-  return schema;
-}
-
-/// The document of a schema, without white space unless it is asked for.
-inline std::string JsonOf(Interfaces::ISchema& schema, bool compact = true) {
-  Core::Ptr<Interfaces::IJsonDocument> document;
-  Core::Ptr<Core::IErrorCode> error;
+/// The document of a schema without white space, or the failure.
+inline std::string JsonOf(ISchema& schema) {
+  Ptr<IJsonDocument> document;
+  Ptr<IErrorCode> error;
   if (!schema.ToJson(document.Receive(), 0, 0, error.Receive())) return MessageOf(error);
-  EXPECT_TRUE(document->IsValid());
-  if (!compact) return std::string(Core::Utf8View(*document->GetContent()));
-  Core::Ptr<Interfaces::IString> text;
+  Ptr<IString> text;
   EXPECT_TRUE(document->ToCompactString(text.Receive(), error.Receive()));
   return std::string(Core::Utf8View(*text));
 }
 
-inline std::vector<std::string> ColumnNames(Interfaces::ISchema& schema) {
-  Core::Ptr<Interfaces::IObjectList> list;
+/// How a document is written again once it was read, or the failure.
+inline std::string Rewritten(std::string_view json) {
+  std::string failure;
+  const auto schema = ParseSchema(json, failure);
+  return schema ? JsonOf(*schema) : failure;
+}
+
+inline std::vector<std::string> ColumnNames(ISchema& schema) {
+  Ptr<IObjectList> list;
   EXPECT_TRUE(schema.GetColumnNames(list.Receive(), nullptr));
   std::vector<std::string> names;
   for (std::uint64_t i = 0; i < list->GetCount(); ++i)
-    names.emplace_back(Core::Utf8View(*Core::CastToInterface<Interfaces::IString>(list->GetAt(i))));
+    names.emplace_back(Core::Utf8View(*Core::CastToInterface<IString>(list->GetAt(i))));
   return names;
 }
 
-inline Core::Variant DefaultValue(Interfaces::ISchema& schema, const char* column) {
-  Core::Variant value;
+inline Variant DefaultValue(ISchema& schema, const char* column) {
+  Variant value;
   EXPECT_TRUE(schema.GetDefaultValue(column, &value, nullptr)) << column;
   return value;
 }
 
-inline std::vector<Core::Ptr<Interfaces::IAllowedValue>> AllowedValues(Interfaces::ISchema& schema,
-                                                                       const char* column) {
-  Core::Ptr<Interfaces::IObjectList> list;
+inline std::vector<Ptr<IAllowedValue>> AllowedValues(ISchema& schema, const char* column) {
+  Ptr<IObjectList> list;
   EXPECT_TRUE(schema.GetAllowedValues(column, list.Receive(), nullptr)) << column;
-  std::vector<Core::Ptr<Interfaces::IAllowedValue>> values;
+  std::vector<Ptr<IAllowedValue>> values;
   for (std::uint64_t i = 0; list && i < list->GetCount(); ++i)
-    values.push_back(Core::CastToInterface<Interfaces::IAllowedValue>(list->GetAt(i)));
+    values.push_back(Core::CastToInterface<IAllowedValue>(list->GetAt(i)));
   return values;
 }
 
-inline Core::Ptr<Interfaces::IAllowedValue> AllowedValue(
-    const Core::Variant& value,
-    Structures::ComparisonOperator comparison = Structures::ComparisonOperator::Equal) {
-  Core::Ptr<Interfaces::IAllowedValue> allowed;
-  EXPECT_TRUE(Data_CreateAllowedValue(&value, comparison, "Shown", "Described", "Sorted", "Linked",
-                                      allowed.Receive(), nullptr));
+inline Ptr<IAllowedValue> AllowedValue(const Variant& value) {
+  Ptr<IAllowedValue> allowed;
+  EXPECT_TRUE(Data_CreateAllowedValue(&value, ComparisonOperator::LessOrEqual, "Shown", "Described",
+                                      "Sorted", "Linked", allowed.Receive(), nullptr));
   return allowed;
 }
 

@@ -6,64 +6,59 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-/// The attributes that are texts, flags and numbers: how each is set and read,
-/// and what `AddColumn` sets.
+/// An attribute that is a text, a flag or a number: how it is set and read, and another value than
+/// `AddColumn` sets.
 template <class Value>
-struct AttributeCase {
+struct Attribute {
   const char* what;
   bool (ISchema::*set)(const char*, Value, IErrorCode**);
   Value (ISchema::*get)(const char*, IErrorCode**);
-  Value initial;  ///< of column "x"; null for a text that is not set
+  Value other;
 };
 
-constexpr AttributeCase<const char*> kTexts[] = {
-    {"description", &ISchema::SetColumnDescription, &ISchema::GetColumnDescription, ""},
-    {"update expression", &ISchema::SetUpdateExpression, &ISchema::GetUpdateExpression, nullptr},
-    {"unit", &ISchema::SetUnit, &ISchema::GetUnit, nullptr},
-    {"insert expression", &ISchema::SetInsertExpression, &ISchema::GetInsertExpression, nullptr},
-    {"display name", &ISchema::SetDisplayName, &ISchema::GetDisplayName, "x"},
-    {"group", &ISchema::SetGroup, &ISchema::GetGroup, "Attribute Properties"},
-    {"help", &ISchema::SetHelpUri, &ISchema::GetHelpUri, ""},
+constexpr Attribute<const char*> kTexts[] = {
+    {"description", &ISchema::SetColumnDescription, &ISchema::GetColumnDescription, "d"},
+    {"update expression", &ISchema::SetUpdateExpression, &ISchema::GetUpdateExpression, "u"},
+    {"unit", &ISchema::SetUnit, &ISchema::GetUnit, "m"},
+    {"insert expression", &ISchema::SetInsertExpression, &ISchema::GetInsertExpression, "i"},
+    {"display name", &ISchema::SetDisplayName, &ISchema::GetDisplayName, "n"},
+    {"group", &ISchema::SetGroup, &ISchema::GetGroup, "x"},
+    {"help", &ISchema::SetHelpUri, &ISchema::GetHelpUri, "a text of more than sixteen bytes"},
 };
-constexpr AttributeCase<bool> kFlags[] = {
-    {"allow any value", &ISchema::SetAllowAnyValue, &ISchema::GetAllowAnyValue, true},
-    {"read only", &ISchema::SetReadOnly, &ISchema::GetReadOnly, false},
-    {"visible", &ISchema::SetVisible, &ISchema::GetVisible, true},
-    {"display attribute", &ISchema::SetDisplayAttribute, &ISchema::GetDisplayAttribute, false},
+constexpr Attribute<bool> kFlags[] = {
+    {"allow any value", &ISchema::SetAllowAnyValue, &ISchema::GetAllowAnyValue, false},
+    {"read only", &ISchema::SetReadOnly, &ISchema::GetReadOnly, true},
+    {"visible", &ISchema::SetVisible, &ISchema::GetVisible, false},
+    {"display attribute", &ISchema::SetDisplayAttribute, &ISchema::GetDisplayAttribute, true},
+    {"nullable", &ISchema::SetNullable, &ISchema::GetNullable, true},
 };
-constexpr AttributeCase<std::int32_t> kNumbers[] = {
-    {"width", &ISchema::SetWidth, &ISchema::GetWidth, 5},
-    {"decimals", &ISchema::SetDecimals, &ISchema::GetDecimals, 2},
+constexpr Attribute<std::int32_t> kNumbers[] = {
+    {"width", &ISchema::SetWidth, &ISchema::GetWidth, -3},
+    {"decimals", &ISchema::SetDecimals, &ISchema::GetDecimals, -4},
+};
+constexpr Attribute<ValueType> kTypes[] = {
+    {"type", &ISchema::SetType, &ISchema::GetType, ValueType::Double},
 };
 
-Ptr<ISchema> SchemaWithColumn(const char* name = "x", ValueType type = ValueType::Int64) {
-  auto schema = NewSchema();
-  EXPECT_TRUE(schema->AddColumn(name, type, 5, 2, nullptr));
-  return schema;
+/// Calls `visit` with each attribute of the tables above.
+template <class Visitor>
+void ForEachAttribute(Visitor visit) {
+  for (const auto& attribute : kTexts) visit(attribute);
+  for (const auto& attribute : kFlags) visit(attribute);
+  for (const auto& attribute : kNumbers) visit(attribute);
+  for (const auto& attribute : kTypes) visit(attribute);
 }
 
-template <class Value>
-void ExpectSetterAndGetter(const AttributeCase<Value>& c, Value value) {
-  const auto schema = NewSchema();
-  const auto read = [&](const char* name) {
-    return Failure([&](IErrorCode** error) { return ((*schema).*c.get)(name, error); });
-  };
-  EXPECT_EQ(read("x"), kMissing) << c.what;
-  EXPECT_EQ(schema->GetColumnCount(), 0u) << c.what << ": a getter adds no column";
-  EXPECT_EQ(read(nullptr), kNullText) << c.what;
-  EXPECT_FALSE(((*schema).*c.set)(nullptr, value, nullptr)) << c.what;
-  EXPECT_TRUE(((*schema).*c.set)("x", value, nullptr)) << c.what;
-  const Value stored = ((*schema).*c.get)("x", nullptr);
-  if constexpr (std::is_same_v<Value, const char*>) {
-    EXPECT_STREQ(stored, value) << c.what;
-  } else {
-    EXPECT_EQ(stored, value) << c.what;
-  }
-  EXPECT_EQ(ColumnNames(*schema), Names{"x"}) << c.what << ": a setter adds the column";
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->CheckConsistency(error); }), kMissing)
-      << c.what << ": which has nothing else";
-  EXPECT_EQ(JsonOf(*schema), kMissing) << c.what;
-}
+constexpr char kHeader[] =
+    R"({"$schema":"./qv.schema.layer.json","schema":{"uuid":"6b29fc40-ca47-1067-b31d-00dd010662da",)"
+    R"("title":"Roads","description":"All roads","identifierColumn":"x","version":1},"columns":[)";
+/// The column that `AddColumn("x", Int64, 5, 2)` makes.
+constexpr char kColumn[] =
+    R"({"name":"x","group":"Attribute Properties","displayName":"x","description":"","helpUri":"",)"
+    R"("type":"integer","defaultValue":"0","width":5,"decimals":2,"readOnly":false,)"
+    R"("allowAnyValue":true,"displayAttribute":false,"visible":true})";
+
+std::string DocumentOf(const std::string& columns) { return kHeader + columns + "]}"; }
 
 }  // namespace
 
@@ -75,233 +70,160 @@ TEST(Schema, StartsWithAHeaderAndNoColumns) {
   EXPECT_STREQ(schema->GetIdentifierColumn(), "");
   EXPECT_EQ(ColumnNames(*schema), Names{});
   EXPECT_TRUE(schema->CheckConsistency(nullptr));
-  Structures::_UUID uuid{};
+  _UUID uuid{};
   EXPECT_TRUE(schema->GetUuid(&uuid, nullptr));
   EXPECT_EQ(std::memcmp(&uuid, &kSomeUuid, sizeof uuid), 0);
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->GetUuid(nullptr, error); }),
-            "Pointer of struct Data::Structures::_UUID must not be null!");
-}
-
-TEST(Schema, FactoryChecksItsArguments) {
-  ISchema* held = NewSchema().Detach();
-  ISchema* none = nullptr;
-  const struct {
-    const char* what;
-    const Structures::_UUID* uuid;
-    const char *title, *description;
-    ISchema** out;
-    const char* message;
-  } cases[] = {
-      {"uuid", nullptr, "", "", &none,
-       "Pointer of struct Data::Structures::_UUID must not be null!"},
-      {"title", &kSomeUuid, nullptr, "", &none, kNullText},
-      {"description", &kSomeUuid, "", nullptr, &none, kNullText},
-      {"out", &kSomeUuid, "", "", nullptr,
-       "Pointer to a pointer of struct Data::Interfaces::ISchema must not be null! Address of "
-       "return must be specified!"},
-      {"full out", &kSomeUuid, "", "", &held,
-       "Pointer of struct Data::Interfaces::ISchema must be null in order to avoid memory leaks!"},
-  };
-  for (const auto& c : cases) {
-    Ptr<IErrorCode> error;
-    EXPECT_FALSE(Data_CreateSchema(c.uuid, c.title, c.description, c.out, error.Receive()));
-    EXPECT_EQ(MessageOf(error), c.message) << c.what;
-  }
-  EXPECT_EQ(none, nullptr);
-  EXPECT_EQ(held->Release(), 0u);
 }
 
 TEST(Schema, NullChangesNoTitleButEmptiesTheIdentifierColumn) {
-  const auto schema = SchemaWithColumn("first");
+  const auto schema = SchemaWithColumn();
   schema->SetTitle(nullptr);
   schema->SetDescription(nullptr);
   EXPECT_STREQ(schema->GetTitle(), "Roads");
   EXPECT_STREQ(schema->GetDescription(), "All roads");
-  EXPECT_STREQ(schema->GetIdentifierColumn(), "first") << "the first column ever named";
+  EXPECT_STREQ(schema->GetIdentifierColumn(), "x") << "the first column ever named";
   schema->SetIdentifierColumn(nullptr);
   EXPECT_STREQ(schema->GetIdentifierColumn(), "");
-  EXPECT_TRUE(schema->AddColumn("second", ValueType::Bool, 0, 0, nullptr));
+  EXPECT_TRUE(schema->SetWidth("second", 0, nullptr));
   EXPECT_STREQ(schema->GetIdentifierColumn(), "") << "a later one does not become it";
   schema->SetTitle(schema->GetTitle() + 2);
   EXPECT_STREQ(schema->GetTitle(), "ads") << "set from its own text";
+  schema->SetDescription("");
+  EXPECT_STREQ(schema->GetDescription(), "");
   schema->SetVersion(-7);
   EXPECT_EQ(schema->GetVersion(), -7);
-}
 
-TEST(Schema, KeepsAnIdentifierColumnThatWasSetBefore) {
-  const auto schema = NewSchema();
-  schema->SetIdentifierColumn("fid");
-  EXPECT_TRUE(schema->SetWidth("x", 5, nullptr));
-  EXPECT_STREQ(schema->GetIdentifierColumn(), "fid");
+  const auto identified = NewSchema();
+  identified->SetIdentifierColumn("fid");
+  EXPECT_TRUE(identified->SetWidth("x", 5, nullptr));
+  EXPECT_STREQ(identified->GetIdentifierColumn(), "fid") << "it was set before";
 }
 
 TEST(Schema, EachAttributeHasItsSetterAndGetter) {
-  for (const auto& c : kTexts) {
-    ExpectSetterAndGetter(c, "some text that is too long to be kept in place");
-    EXPECT_EQ(
-        Failure([&](IErrorCode** error) { return ((*NewSchema()).*c.set)("x", nullptr, error); }),
-        kNullText)
-        << c.what;
-  }
-  for (const auto& c : kFlags) ExpectSetterAndGetter(c, !c.initial);
-  for (const auto& c : kNumbers) ExpectSetterAndGetter(c, -3);
-  ExpectSetterAndGetter<bool>({"nullable", &ISchema::SetNullable, &ISchema::GetNullable, false},
-                              true);
-  const auto schema = NewSchema();
-  EXPECT_TRUE(schema->SetType("x", ValueType::Double, nullptr));
-  EXPECT_EQ(schema->GetType("x", nullptr), ValueType::Double);
-  EXPECT_FALSE(schema->SetType(nullptr, ValueType::Double, nullptr));
-  EXPECT_EQ(schema->GetType("y", nullptr), ValueType::Unknown);
+  ForEachAttribute([]<class Value>(const Attribute<Value>& c) {
+    const auto schema = NewSchema();
+    const auto read = [&](const char* name) {
+      return Failure([&](IErrorCode** error) { return ((*schema).*c.get)(name, error); });
+    };
+    EXPECT_EQ(read("x"), kMissing) << c.what;
+    EXPECT_EQ(schema->GetColumnCount(), 0u) << c.what << ": a getter adds no column";
+    EXPECT_EQ(read(nullptr), kNullText) << c.what;
+    EXPECT_FALSE(((*schema).*c.set)(nullptr, c.other, nullptr)) << c.what;
+    EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)) << c.what;
+    const Value stored = ((*schema).*c.get)("x", nullptr);
+    if constexpr (std::is_same_v<Value, const char*>) {
+      EXPECT_STREQ(stored, c.other) << c.what;
+      EXPECT_EQ(Failure([&](IErrorCode** e) { return ((*schema).*c.set)("y", nullptr, e); }),
+                kNullText);
+    } else {
+      EXPECT_EQ(stored, c.other) << c.what;
+    }
+    EXPECT_EQ(ColumnNames(*schema), Names{"x"}) << c.what << ": a setter adds the column";
+    EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->CheckConsistency(error); }),
+              kMissing)
+        << c.what << ": which has nothing else";
+    EXPECT_EQ(JsonOf(*schema), kMissing) << c.what;
+  });
 }
 
-TEST(Schema, FailedOperationsAddNoColumn) {
-  const auto schema = NewSchema();
-  const Variant undefined = Record(ValueType{99}, Core::StorageForm::Value);
-  EXPECT_FALSE(schema->SetUnit("x", nullptr, nullptr));
-  EXPECT_FALSE(schema->SetDefaultValue("x", nullptr, nullptr));
-  EXPECT_FALSE(schema->SetDefaultValue("x", &undefined, nullptr));
-  EXPECT_FALSE(schema->AddAllowedValue("x", nullptr, nullptr));
-  EXPECT_FALSE(schema->AddColumnFull("x", "g", "d", ValueType::Bool, 1, 1, "", nullptr, nullptr));
-  EXPECT_EQ(schema->GetColumnCount(), 0u);
-  EXPECT_STREQ(schema->GetIdentifierColumn(), "");
-}
-
-TEST(Schema, AddColumnSetsEveryDefault) {
+TEST(Schema, AddColumnSetsWhatASetterAloneDoesNot) {
   const auto schema = SchemaWithColumn();
-  for (const auto& c : kTexts) {
-    const char* text = ((*schema).*c.get)("x", nullptr);
-    EXPECT_EQ(text == nullptr, c.initial == nullptr) << c.what;
-    EXPECT_STREQ(text, c.initial) << c.what;
-  }
-  for (const auto& c : kFlags) EXPECT_EQ(((*schema).*c.get)("x", nullptr), c.initial) << c.what;
-  for (const auto& c : kNumbers) EXPECT_EQ(((*schema).*c.get)("x", nullptr), c.initial) << c.what;
-  EXPECT_EQ(schema->GetType("x", nullptr), ValueType::Int64);
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->GetNullable("x", error); }), kMissing);
-  EXPECT_TRUE(schema->HasAllowedValues("x"));
-  EXPECT_TRUE(AllowedValues(*schema, "x").empty());
-  EXPECT_TRUE(schema->HasDefaultValue("x"));
-  EXPECT_FALSE(schema->HasUnit("x"));
-  EXPECT_FALSE(schema->HasUpdateExpression("x"));
-  EXPECT_FALSE(schema->HasInsertExpression("x"));
+  EXPECT_EQ(JsonOf(*schema), DocumentOf(kColumn));
   EXPECT_TRUE(schema->CheckConsistency(nullptr));
-}
+  EXPECT_TRUE(AllowedValues(*schema, "x").empty());
+  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->GetNullable("x", error); }), kMissing);
+  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->GetUnit("x", error); }), kMissing);
 
-TEST(Schema, AddColumnSetsTheZeroOfTheType) {
-  const struct {
-    ValueType column, stored;
-    const char* text;
-  } cases[] = {
-      {ValueType::Int16, ValueType::Int32, "0"},
-      {ValueType::Int32, ValueType::Int32, "0"},
-      {ValueType::Int64, ValueType::Int32, "0"},
-      {ValueType::UInt16, ValueType::Int32, "0"},
-      {ValueType::UInt32, ValueType::Int32, "0"},
-      {ValueType::UInt64, ValueType::Int32, "0"},
-      {ValueType::Byte, ValueType::Int32, "0"},
-      {ValueType::SByte, ValueType::Int32, "0"},
-      {ValueType::Int128, ValueType::Int128, "Int128_ToStringNotImplemented"},
-      {ValueType::UInt128, ValueType::UInt128, "UInt128_ToStringNotImplemented"},
-      {ValueType::Double, ValueType::Double, "0.000000"},
-      {ValueType::Float, ValueType::Float, "0.000000"},
-      {ValueType::Bool, ValueType::Bool, "false"},
-      {ValueType::String, ValueType::String, ""},
-      {ValueType::DateTime, ValueType::DateTime, "1970-01-01T00:00:00.000000000Z"},
-      {ValueType::JsonDocument, ValueType::JsonDocument, "{}"},
-      {ValueType::XmlDocument, ValueType::XmlDocument, "<?xml version=\"1.0\" ?>"},
-      {ValueType::Uuid, ValueType::Null, ""},
-      {ValueType::Pointer, ValueType::Null, ""},
-      {ValueType::ObjectList, ValueType::Null, ""},
-      {ValueType::Invalid, ValueType::Null, ""},
-      {ValueType{99}, ValueType::Null, ""},
-  };
-  for (const auto& c : cases) {
-    const auto value = DefaultValue(*SchemaWithColumn("x", c.column), "x");
-    EXPECT_EQ(value.Type(), c.stored) << static_cast<int>(c.column);
-    EXPECT_EQ(Core::ToText(value), c.text) << static_cast<int>(c.column);
-    EXPECT_EQ(value.type >> 16 == 0, value.Type() == ValueType::String ||
-                                         Core::IsPrimitive(c.stored) ||
-                                         c.stored == ValueType::Null);
+  EXPECT_TRUE(schema->SetWidth("y", 1, nullptr));
+  for (const auto& [has, isAdded] : {std::pair{&ISchema::HasAllowedValues, true},
+                                     {&ISchema::HasDefaultValue, true},
+                                     {&ISchema::HasUpdateExpression, false},
+                                     {&ISchema::HasInsertExpression, false},
+                                     {&ISchema::HasUnit, false}}) {
+    EXPECT_EQ(((*schema).*has)("x"), isAdded);
+    for (const char* name : {"y", "X", "unknown", static_cast<const char*>(nullptr)})
+      EXPECT_FALSE(((*schema).*has)(name)) << "names are compared byte by byte";
   }
-  const auto array = DefaultValue(*SchemaWithColumn("x", ValueType::Array), "x");
-  EXPECT_EQ(array.As<Ptr<Interfaces::IArray>>()->GetSize(), 0u);
-  const auto xml = DefaultValue(*SchemaWithColumn("x", ValueType::XmlDocument), "x");
-  EXPECT_TRUE(xml.As<Ptr<Interfaces::IXmlDocument>>()->IsValid());
-}
-
-TEST(Schema, HasTellsAttributesThatWereSetFromThoseThatWereNot) {
-  const auto schema = SchemaWithColumn();
   EXPECT_TRUE(schema->SetUnit("x", "", nullptr));
   EXPECT_TRUE(schema->HasUnit("x")) << "an empty text is set too";
   EXPECT_TRUE(schema->SetUpdateExpression("x", "a", nullptr));
   EXPECT_TRUE(schema->HasUpdateExpression("x"));
+  EXPECT_FALSE(schema->HasInsertExpression("x"));
   EXPECT_TRUE(schema->SetInsertExpression("x", "a", nullptr));
   EXPECT_TRUE(schema->HasInsertExpression("x"));
-  EXPECT_TRUE(schema->SetWidth("y", 1, nullptr));
-  EXPECT_FALSE(schema->HasDefaultValue("y"));
-  EXPECT_FALSE(schema->HasAllowedValues("y"));
-  EXPECT_FALSE(schema->HasUnit("X")) << "names are compared byte by byte";
-  EXPECT_FALSE(schema->HasUnit("unknown"));
-  EXPECT_FALSE(schema->HasUnit(nullptr));
 }
 
-TEST(Schema, AddColumnAgainKeepsThePlaceAndWhatItNeverSets) {
-  const auto schema = SchemaWithColumn("a");
-  EXPECT_TRUE(schema->AddColumn("b", ValueType::Double, 1, 1, nullptr));
-  for (const auto& c : kTexts) EXPECT_TRUE(((*schema).*c.set)("a", "changed", nullptr));
-  for (const auto& c : kFlags) EXPECT_TRUE(((*schema).*c.set)("a", !c.initial, nullptr));
-  EXPECT_TRUE(schema->SetNullable("a", true, nullptr));
-  EXPECT_TRUE(schema->AddAllowedValue("a", AllowedValue(1).Get(), nullptr));
+TEST(Schema, EveryTypeHasANameAndADefaultValue) {
+  std::uint32_t code = 0;
+  for (const Case& c : Cases("Schemas.txt", "types")) {
+    const auto type = static_cast<ValueType>(code++);
+    ASSERT_EQ(Core::GetValueTypeName(type), c[0]) << c.where;
+    const auto schema = SchemaWithColumn(type);
+    const std::string json = JsonOf(*schema), key = R"("type":")";
+    const auto name = json.find(key);
+    EXPECT_EQ(name == json.npos ? json : json.substr(name + key.size()).substr(0, c[1].size()),
+              c[1])
+        << c.where;
+    const Variant value = DefaultValue(*schema, "x");
+    EXPECT_EQ(Core::GetValueTypeName(value.Type()), c[2]) << c.where;
+    EXPECT_EQ(Core::ToText(value).substr(0, c[3].size()), c[3]) << c.where;
+    if (!Core::ReferencedObject(value)) {
+      EXPECT_EQ(value.value[0] | value.value[1], 0u) << c.where;
+    }
+  }
+  EXPECT_EQ(code, 28u);
+  EXPECT_TRUE(DefaultValue(*SchemaWithColumn(ValueType{99}), "x").IsNull());
+  EXPECT_TRUE(DefaultValue(*SchemaWithColumn(ValueType::XmlDocument), "x")
+                  .As<Ptr<IXmlDocument>>()
+                  ->IsValid());
+}
+
+TEST(Schema, AddColumnAgainKeepsThePositionAndWhatItNeverSets) {
+  const auto schema = SchemaWithColumn();
+  EXPECT_TRUE(schema->SetWidth("later", 1, nullptr));
+  EXPECT_TRUE(schema->SetType("later", ValueType::Bool, nullptr));
+  ForEachAttribute([&](const auto& c) { EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)); });
+  EXPECT_TRUE(schema->AddAllowedValue("x", AllowedValue(1).Get(), nullptr));
   // The name may come from the schema's own texts.
-  EXPECT_TRUE(schema->SetGroup("a", "a", nullptr));
-  EXPECT_TRUE(schema->AddColumn(schema->GetGroup("a", nullptr), ValueType::String, 9, 8, nullptr));
-  EXPECT_EQ(ColumnNames(*schema), (Names{"a", "b"}));
-  EXPECT_STREQ(schema->GetDisplayName("a", nullptr), "a");
-  EXPECT_STREQ(schema->GetGroup("a", nullptr), "Attribute Properties");
-  EXPECT_STREQ(schema->GetUnit("a", nullptr), "changed");
-  EXPECT_STREQ(schema->GetInsertExpression("a", nullptr), "changed");
-  EXPECT_STREQ(schema->GetUpdateExpression("a", nullptr), "changed");
-  EXPECT_TRUE(schema->GetNullable("a", nullptr));
-  for (const auto& c : kFlags) EXPECT_EQ(((*schema).*c.get)("a", nullptr), c.initial) << c.what;
-  EXPECT_EQ(schema->GetType("a", nullptr), ValueType::String);
-  EXPECT_EQ(schema->GetWidth("a", nullptr), 9);
-  EXPECT_TRUE(AllowedValues(*schema, "a").empty());
+  const char* const name = schema->GetGroup("x", nullptr);
+  EXPECT_TRUE(schema->AddColumn(name, ValueType::Int64, 5, 2, nullptr));
+  EXPECT_EQ(ColumnNames(*schema), (Names{"x", "later"}));
+  EXPECT_TRUE(schema->AddColumn("later", ValueType::Int64, 5, 2, nullptr));
+  std::string kept = kColumn;
+  kept.insert(kept.find(R"("width")"),
+              R"("updateExpression":"u","insertExpression":"i","unit":"m",)");
+  kept.insert(kept.size() - 1, R"(,"nullable":true)");
+  EXPECT_EQ(JsonOf(*schema).find(DocumentOf(kept).substr(0, sizeof kHeader + kept.size() - 1)), 0u)
+      << JsonOf(*schema);
 }
 
 TEST(Schema, AddColumnWithTextsSetsThem) {
   const auto schema = NewSchema();
-  EXPECT_TRUE(
-      schema->AddColumnWithText("a", "group", "Shown", ValueType::Int32, "about", "m", nullptr));
-  EXPECT_TRUE(
-      schema->AddColumnFull("b", "group", "Shown", ValueType::Int32, 7, 3, "about", "m", nullptr));
-  for (const char* column : {"a", "b"}) {
-    EXPECT_STREQ(schema->GetGroup(column, nullptr), "group");
-    EXPECT_STREQ(schema->GetDisplayName(column, nullptr), "Shown");
-    EXPECT_STREQ(schema->GetColumnDescription(column, nullptr), "about");
-    EXPECT_STREQ(schema->GetUnit(column, nullptr), "m");
-  }
-  EXPECT_EQ(schema->GetWidth("a", nullptr), -1);
-  EXPECT_EQ(schema->GetDecimals("a", nullptr), -1);
-  EXPECT_EQ(schema->GetWidth("b", nullptr), 7);
-  EXPECT_EQ(schema->GetDecimals("b", nullptr), 3);
+  EXPECT_TRUE(schema->AddColumnWithText("x", "g", "n", ValueType::Int32, "d", "m", nullptr));
+  EXPECT_TRUE(schema->AddColumnFull("b", "g", "n", ValueType::Int32, 7, 3, "d", "m", nullptr));
+  const std::string common = R"(,"group":"g","displayName":"n","description":"d","helpUri":"",)"
+                             R"("type":"integer","defaultValue":"0","unit":"m",)";
+  const std::string flags = R"(,"readOnly":false,"allowAnyValue":true,"displayAttribute":false,)"
+                            R"("visible":true})";
+  EXPECT_EQ(JsonOf(*schema),
+            DocumentOf(R"({"name":"x")" + common + R"("width":-1,"decimals":-1)" + flags +
+                       R"(,{"name":"b")" + common + R"("width":7,"decimals":3)" + flags));
   for (int missing = 0; missing < 5; ++missing) {
     const auto text = [&](int index) { return index == missing ? nullptr : "c"; };
-    EXPECT_EQ(Failure([&](IErrorCode** error) {
-                return schema->AddColumnWithText(text(0), text(1), text(2), ValueType::Bool,
-                                                 text(3), text(4), error);
-              }),
-              kNullText);
+    const auto add = [&](IErrorCode** error) {
+      return schema->AddColumnWithText(text(0), text(1), text(2), ValueType::Bool, text(3), text(4),
+                                       error);
+    };
+    EXPECT_EQ(Failure(add), kNullText);
   }
-  EXPECT_EQ(Failure([&](IErrorCode** error) {
-              return schema->AddColumn(nullptr, ValueType::Bool, 0, 0, error);
-            }),
-            kNullText);
+  EXPECT_FALSE(schema->AddColumn(nullptr, ValueType::Bool, 0, 0, nullptr));
   EXPECT_EQ(schema->GetColumnCount(), 2u);
 }
 
 TEST(Schema, DefaultValuesShareTheirObjects) {
   const auto schema = SchemaWithColumn();
-  const auto array = New<Interfaces::IArray>(Data_CreateArray);
-  const Variant value(array);
+  const auto array = New<IArray>(Data_CreateArray);
+  const Variant value(array), other = "text";
   EXPECT_TRUE(schema->SetDefaultValue("x", &value, nullptr));
   EXPECT_EQ(ReferencesTo(array), 3u) << "here, in the record, in the schema";
   {
@@ -311,47 +233,47 @@ TEST(Schema, DefaultValuesShareTheirObjects) {
     EXPECT_FALSE(schema->GetDefaultValue("y", &copy, nullptr));
     EXPECT_EQ(ReferencesTo(array), 4u) << "a failure leaves the record alone";
   }
-  const Variant other = "text";
   EXPECT_TRUE(schema->SetDefaultValue("x", &other, nullptr));
   EXPECT_EQ(ReferencesTo(array), 2u);
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->GetDefaultValue("x", nullptr, error); }),
-      kNullRecord);
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->SetDefaultValue("x", nullptr, error); }),
-      kNullRecord);
+
   const Variant undefined = Record(ValueType{28}, Core::StorageForm::Reference, 1);
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->SetDefaultValue("x", &undefined, error); }),
-      kUndefinedRecord);
+  const auto set = [&](const char* name, const _VARIANT* record) {
+    return Failure(
+        [&](IErrorCode** error) { return schema->SetDefaultValue(name, record, error); });
+  };
+  EXPECT_EQ(set(nullptr, &value), kNullText);
+  EXPECT_EQ(set("y", nullptr), kNullRecord);
+  EXPECT_EQ(set("y", &undefined), kUndefinedRecord);
+  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->GetDefaultValue("x", nullptr, e); }),
+            kNullRecord);
   EXPECT_EQ(Core::ToText(DefaultValue(*schema, "x")), "text");
+  EXPECT_EQ(schema->GetColumnCount(), 1u) << "a failure adds no column";
 }
 
 TEST(Schema, ListsOfAllowedValues) {
   const auto schema = NewSchema();
   const auto first = AllowedValue(1), second = AllowedValue("two");
-  EXPECT_TRUE(schema->AddAllowedValue("x", first.Get(), nullptr)) << "adds the column";
-  EXPECT_TRUE(schema->AddAllowedValue("x", second.Get(), nullptr));
-  EXPECT_TRUE(schema->AddAllowedValue("x", first.Get(), nullptr));
+  for (const auto& value : {first, second, first})
+    EXPECT_TRUE(schema->AddAllowedValue("x", value.Get(), nullptr)) << "adds the column";
   EXPECT_EQ(AllowedValues(*schema, "x"), (std::vector{first, second, first}));
   EXPECT_EQ(ReferencesTo(first), 3u);
 
   const auto list = New<IObjectList>(Data_CreateObjectList);
+  const auto set = [&](IErrorCode** error) {
+    return schema->SetAllowedValues("x", list.Get(), error);
+  };
   list->Add(second.Get());
-  EXPECT_TRUE(schema->SetAllowedValues("x", list.Get(), nullptr));
+  EXPECT_EQ(Failure(set), "");
   EXPECT_EQ(AllowedValues(*schema, "x"), std::vector{second});
   EXPECT_EQ(ReferencesTo(first), 1u);
-
   list->Add(nullptr);
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->SetAllowedValues("x", list.Get(), error); }),
-      "Null pointer exception! Interface is not accessible: struct Core::IObject");
+  EXPECT_EQ(Failure(set),
+            "Null pointer exception! Interface is not accessible: struct Core::IObject");
   list->Clear();
   list->Add(schema.Get());
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->SetAllowedValues("x", list.Get(), error); }),
-      "Cannot cast to desired interface: Interface: struct Core::IObject Desired Interface: "
-      "struct Data::Interfaces::IAllowedValue");
+  EXPECT_EQ(Failure(set),
+            "Cannot cast to desired interface: Interface: struct Core::IObject Desired Interface: "
+            "struct Data::Interfaces::IAllowedValue");
   EXPECT_EQ(AllowedValues(*schema, "x"), std::vector{second}) << "a failure changes nothing";
   list->Clear();
 
@@ -361,84 +283,55 @@ TEST(Schema, ListsOfAllowedValues) {
   EXPECT_TRUE(schema->ClearAllowedValues("z", nullptr));
   EXPECT_TRUE(AllowedValues(*schema, "x").empty());
   EXPECT_EQ(ReferencesTo(second), 1u);
+
+  EXPECT_FALSE(schema->ClearAllowedValues(nullptr, nullptr));
+  EXPECT_FALSE(schema->AddAllowedValue(nullptr, first.Get(), nullptr));
+  EXPECT_FALSE(schema->SetAllowedValues(nullptr, nullptr, nullptr));
+  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->AddAllowedValue("a", nullptr, e); }),
+            "Pointer of struct Data::Interfaces::IAllowedValue must not be null!");
+  EXPECT_EQ(Failure([&](IErrorCode** error) {
+              Ptr<IObjectList> out;
+              return schema->GetAllowedValues("a", out.Receive(), error);
+            }),
+            kMissing);
   EXPECT_EQ(ColumnNames(*schema), (Names{"x", "y", "z"}));
 }
 
-TEST(Schema, AllowedValueOperationsCheckTheirArguments) {
-  const auto schema = SchemaWithColumn();
-  const auto value = AllowedValue(1);
-  Ptr<IObjectList> list;
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->ClearAllowedValues(nullptr, e); }),
-            kNullText);
-  EXPECT_EQ(
-      Failure([&](IErrorCode** e) { return schema->AddAllowedValue(nullptr, value.Get(), e); }),
-      kNullText);
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->AddAllowedValue("x", nullptr, e); }),
-            "Pointer of struct Data::Interfaces::IAllowedValue must not be null!");
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->SetAllowedValues(nullptr, nullptr, e); }),
-            kNullText);
-  EXPECT_EQ(
-      Failure([&](IErrorCode** e) { return schema->GetAllowedValues("y", list.Receive(), e); }),
-      kMissing);
-  const char* const full =
-      "Pointer of struct Data::Interfaces::IObjectList must be null in order to avoid memory "
-      "leaks!";
-  EXPECT_TRUE(schema->GetColumnNames(list.Receive(), nullptr));
-  IObjectList* out = list.Get();
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->GetAllowedValues("x", &out, e); }), full);
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->GetColumnNames(&out, e); }), full);
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->GetColumnNames(nullptr, e); }),
-            "Pointer to a pointer of struct Data::Interfaces::IObjectList must not be null! "
-            "Address of return must be specified!");
-}
-
 TEST(Schema, ClonesEverythingButTheIdentifier) {
-  const auto schema = SchemaWithColumn("fid");
+  const auto schema = SchemaWithColumn();
   const auto allowed = AllowedValue(1);
-  EXPECT_TRUE(schema->SetUnit("unit only", "m", nullptr));
-  EXPECT_TRUE(schema->AddAllowedValue("fid", allowed.Get(), nullptr));
+  ForEachAttribute([&](const auto& c) { EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)); });
+  EXPECT_TRUE(schema->AddAllowedValue("x", allowed.Get(), nullptr));
   schema->SetIdentifierColumn("other");
   schema->SetVersion(5);
 
   Ptr<ISchema> same, renamed;
-  const Structures::_UUID zero{};
+  const _UUID zero{};
   EXPECT_TRUE(schema->Clone(same.Receive(), nullptr));
   EXPECT_TRUE(schema->CloneWithUuid(&zero, renamed.Receive(), nullptr));
-  EXPECT_EQ(AllowedValues(*same, "fid"), std::vector{allowed}) << "the very same object";
-  for (const auto& clone : {same, renamed}) {
-    EXPECT_EQ(ColumnNames(*clone), (Names{"fid", "unit only"}));
-    EXPECT_STREQ(clone->GetTitle(), "Roads");
-    EXPECT_STREQ(clone->GetDescription(), "All roads");
-    EXPECT_STREQ(clone->GetIdentifierColumn(), "other");
-    EXPECT_EQ(clone->GetVersion(), 5);
-    EXPECT_STREQ(clone->GetUnit("unit only", nullptr), "m");
-    EXPECT_FALSE(clone->HasDefaultValue("unit only"));
-    Structures::_UUID uuid;
-    EXPECT_TRUE(clone->GetUuid(&uuid, nullptr));
-    EXPECT_EQ(std::memcmp(&uuid, clone == same ? &kSomeUuid : &zero, sizeof uuid), 0);
-    EXPECT_TRUE(clone->SetWidth("new", 1, nullptr));
-  }
-  EXPECT_EQ(schema->GetColumnCount(), 2u) << "a clone has its own columns";
-  EXPECT_EQ(Failure([&](IErrorCode** error) {
-              Ptr<ISchema> clone;
-              return schema->CloneWithUuid(nullptr, clone.Receive(), error);
-            }),
-            "Pointer of struct Data::Structures::_UUID must not be null!");
-  ISchema* out = same.Get();
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->Clone(&out, error); }),
-            "Pointer of struct Data::Interfaces::ISchema must be null in order to avoid memory "
-            "leaks!");
+  EXPECT_EQ(AllowedValues(*same, "x"), std::vector{allowed}) << "the very same object";
+  std::string json = JsonOf(*schema);
+  EXPECT_EQ(JsonOf(*same), json);
+  EXPECT_EQ(JsonOf(*renamed), json.replace(json.find("6b29fc40-ca47-1067-b31d-00dd010662da"), 36,
+                                           "00000000-0000-0000-0000-000000000000"));
+  EXPECT_TRUE(same->SetWidth("new", 1, nullptr));
+  EXPECT_TRUE(renamed->SetWidth("x", 1, nullptr));
+  EXPECT_EQ(schema->GetColumnCount(), 1u) << "a clone has its own columns";
+  EXPECT_EQ(schema->GetWidth("x", nullptr), -3);
 }
 
 TEST(Schema, KeepsTheOrderOfManyColumns) {
   const auto schema = NewSchema();
-  for (int i = 0; i < 5000; ++i)
-    EXPECT_TRUE(
-        schema->SetWidth(("column " + std::to_string(i * 7919 % 5000)).c_str(), i, nullptr));
-  const auto names = ColumnNames(*schema);
+  const auto name = [](int i) { return "column " + std::to_string(i * 7919 % 5000); };
+  for (int i = 0; i < 5000; ++i) EXPECT_TRUE(schema->SetWidth(name(i).c_str(), i, nullptr));
+  Ptr<ISchema> clone;
+  EXPECT_TRUE(schema->Clone(clone.Receive(), nullptr));
+  const auto names = ColumnNames(*clone);
   ASSERT_EQ(names.size(), 5000u);
-  for (std::size_t i = 0; i < names.size(); ++i)
-    ASSERT_EQ(schema->GetWidth(names[i].c_str(), nullptr), static_cast<int>(i)) << names[i];
+  for (int i = 0; i < 5000; ++i) {
+    ASSERT_EQ(names[i], name(i));
+    ASSERT_EQ(clone->GetWidth(names[i].c_str(), nullptr), i);
+  }
 }
 
 }  // namespace Data::tests
