@@ -133,7 +133,9 @@ std::string Of(ISchema& schema) {
 }
 template <class Document>
 requires requires(Document& document) { document.IsValid(); }
-std::string Of(Document& document) { return All(document.IsValid()) + Of(*document.GetContent()); }
+std::string Of(Document& document) {
+  return All(document.IsValid()) + Describe(document.GetContent());
+}
 
 template <class... Interfaces>
 std::string AsOneOf(IObject* object) {
