@@ -1,11 +1,12 @@
 #pragma once
 
-#include <cstddef>
-#include <cstring>
 #include <string_view>
 
-#include "Core/Failures.h"
+#include "Core/ImplementationOf.h"
+#include "Core/Ptr.h"
+#include "Core/VariantConversions.h"
 #include "Data/Interfaces/IString.h"
+#include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
 
@@ -13,20 +14,28 @@ namespace Data::impl {
 /// @throws std::runtime_error "Null pointer exception! Interface is not
 ///         accessible: struct Data::Interfaces::IString" without content
 template <class Interface>
-Interfaces::IString& ContentOf(Interface& document) {
-  Interfaces::IString* const content = document.GetContent();
+Core::Ptr<Interfaces::IString> ContentOf(Interface& document) {
+  Core::Ptr<Interfaces::IString> content(document.GetContent());
   if (!content) Core::ThrowNullInterface<Interfaces::IString>();
-  return *content;
+  return content;
 }
 
-/// The content of a document as its parser sees it: the stored bytes up to the
-/// first zero byte, which stands right behind the result.
-inline std::string_view ZeroTerminatedText(Interfaces::IString& content) {
-  const auto* data = static_cast<const char*>(content.GetData());
-  const void* end = data ? std::memchr(data, '\0', content.GetSize()) : nullptr;
-  return end ? std::string_view(data,
-                                static_cast<std::size_t>(static_cast<const char*>(end) - data))
-             : std::string_view("");
-}
+/// A content in UTF-8, for a parser. The content may hold its text in another form at the moment,
+/// or be an object of the caller's: then this is a copy. The content does not change.
+class DocumentText {
+ public:
+  explicit DocumentText(Interfaces::IString& content) : text_(Utf8Of(content)) {}
+
+  /// The text up to its first zero byte, which stands right behind it.
+  std::string_view View() const { return text_->GetUtf8(); }
+
+ private:
+  static Core::Ptr<MultiByteStringImpl> Utf8Of(Interfaces::IString& content) {
+    auto* const own = Core::ImplementationOf<MultiByteStringImpl>(&content);
+    return own ? own->AsUtf8() : MultiByteStringImpl::FromUtf8(Core::Utf8View(content));
+  }
+
+  Core::Ptr<MultiByteStringImpl> text_;
+};
 
 }  // namespace Data::impl

@@ -8,20 +8,28 @@
 
 namespace Data::impl {
 
+namespace {
+
+void ReadContent(Interfaces::IString& content, JsonTree& tree) {
+  const DocumentText text(content);
+  ReadJsonTree(JsonTextOf(text.View()), tree);
+}
+
+}  // namespace
+
 Core::Ptr<JsonDocumentImpl> JsonDocumentImpl::FromJson(std::string_view json) {
   return Core::Ptr<JsonDocumentImpl>::Adopt(
       new JsonDocumentImpl(MultiByteStringImpl::FromUtf8(json)));
 }
 
-bool JsonDocumentImpl::Check(Interfaces::IString& content) const {
-  return IsJson(JsonTextOf(content));
-}
+bool JsonDocumentImpl::Check(std::string_view text) const { return IsJson(JsonTextOf(text)); }
 
 bool JsonDocumentImpl::ToCompactString(Interfaces::IString** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
+    const DocumentText content(Content());
     TextBuffer compact;
-    AppendCompactJson(compact, JsonTextOf(Content()));
+    AppendCompactJson(compact, JsonTextOf(content.View()));
     *out = MultiByteStringImpl::FromUtf8(compact.View()).Detach();
   });
 }
@@ -30,8 +38,8 @@ bool JsonDocumentImpl::Equals(Interfaces::IJsonDocument* other) {
   return AreValidAndEqual<Interfaces::IJsonDocument>(
       *this, other, [](Interfaces::IString& left, Interfaces::IString& right) {
         JsonTree leftTree, rightTree;
-        ReadJsonTree(JsonTextOf(left), leftTree);
-        ReadJsonTree(JsonTextOf(right), rightTree);
+        ReadContent(left, leftTree);
+        ReadContent(right, rightTree);
         return AreEqual(leftTree, rightTree);
       });
 }

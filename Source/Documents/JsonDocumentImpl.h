@@ -17,7 +17,7 @@ struct JsonDocumentImpl final : TextDocumentBase<Interfaces::IJsonDocument> {
   bool Equals(Interfaces::IJsonDocument* other) override;
 
  protected:
-  bool Check(Interfaces::IString& content) const override;
+  bool Check(std::string_view text) const override;
 
  private:
   using TextDocumentBase::TextDocumentBase;

@@ -6,14 +6,15 @@
 #include <cstring>
 #include <string_view>
 
-#include "Documents/DocumentText.h"
+#include "Text/TextOrder.h"
 
 namespace Data::impl {
 
-/// As `ZeroTerminatedText`, behind the byte-order mark. Each byte of the mark is
-/// skipped on its own, so that a part of one does no harm either.
-inline std::string_view JsonTextOf(Interfaces::IString& content) {
-  std::string_view text = ZeroTerminatedText(content);
+/// The part of a text that is read as JSON: up to the first zero byte, without the byte-order mark.
+/// Each byte of the mark is skipped on its own, so that a part of one does no harm either.
+/// @param text  with a zero byte right behind it, as the result has
+inline std::string_view JsonTextOf(std::string_view text) {
+  text = UpToFirstZero(text);
   for (const char byte : {'\xEF', '\xBB', '\xBF'})
     if (text.starts_with(byte)) text.remove_prefix(1);
   return text;

@@ -3,7 +3,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "Core/VariantConversions.h"
 #include "Documents/TextDocumentBase.h"
 
 namespace Data::impl {
@@ -18,17 +17,16 @@ class SignatureDocument : public TextDocumentBase<Interface> {
     return AreValidAndEqual<Interface>(
         *this, other, [](Interfaces::IString& left, Interfaces::IString& right) {
           const std::uint64_t size = left.GetSize();
-          return size != 0 && size == right.GetSize() &&
-                 std::memcmp(left.GetData(), right.GetData(), size) != 0;
+          if (size == 0 || size != right.GetSize()) return false;
+          const void *const leftData = left.GetData(), *const rightData = right.GetData();
+          return leftData && rightData && std::memcmp(leftData, rightData, size) != 0;
         });
   }
 
  protected:
   explicit SignatureDocument(std::string_view signature) : signature_(signature) {}
 
-  bool Check(Interfaces::IString& content) const override {
-    return Core::Utf8View(content).starts_with(signature_);
-  }
+  bool Check(std::string_view text) const override { return text.starts_with(signature_); }
 
  private:
   std::string_view signature_;

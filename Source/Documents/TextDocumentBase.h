@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <new>
+#include <string_view>
 #include <utility>
 
 #include "Core/ObjectBase.h"
@@ -10,14 +12,31 @@
 
 namespace Data::impl {
 
+/// The answer to a question about documents. A failure on the way counts as "no", except a lack of
+/// memory, which is no answer.
+/// @throws std::bad_alloc
+template <class Question>
+bool IsTrue(Question&& question) {
+  try {
+    return question();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    return false;
+  }
+}
+
 /// What all documents share: a text, and whether it is well-formed.
 template <class Interface>
 class TextDocumentBase : public Core::ObjectBase<Interface> {
  public:
   void SetContent(const char* text, std::uint64_t length) override {
     if (length != 0) Core::CheckArgument(text);
-    content_ = MultiByteStringImpl::FromUtf8({text, static_cast<std::size_t>(length)});
-    isValid_ = IsWellFormed();
+    const std::string_view bytes(text, static_cast<std::size_t>(length));
+    // Checked before it is stored: without memory the document stays as it is.
+    const Core::Ptr<Interfaces::IString> content = MultiByteStringImpl::FromUtf8(bytes);
+    isValid_ = IsTrue([&] { return Check(Core::Utf8View(*content)); });
+    content_ = content;
   }
   Interfaces::IString* GetContent() override { return content_ ? content_.Checked() : nullptr; }
   bool IsValid() override { return isValid_; }
@@ -28,34 +47,27 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
   explicit TextDocumentBase(Core::Ptr<Interfaces::IString> validContent)
       : content_(std::move(validContent)), isValid_(true) {}
 
-  /// The check of this kind of document; what it throws counts as false.
-  virtual bool Check(Interfaces::IString& content) const = 0;
+  /// Whether a text is well-formed. Any exception but std::bad_alloc means that it is not.
+  /// @param text  with a zero byte right behind it
+  virtual bool Check(std::string_view text) const = 0;
 
   /// @throws std::runtime_error "Null pointer exception! ..." without content
   Interfaces::IString& Content() const { return *content_.Checked(); }
 
  private:
-  bool IsWellFormed() const noexcept {
-    try {
-      return Check(Content());
-    } catch (...) {
-      return false;
-    }
-  }
-
   Core::Ptr<Interfaces::IString> content_;
   bool isValid_ = false;
 };
 
-/// Whether two documents are valid and `areEqual` says so; what it throws counts as false.
+/// Whether two documents are valid and `areEqual` holds for their contents.
+/// @throws std::bad_alloc
 template <class Interface, class AreEqual>
-bool AreValidAndEqual(Interface& left, Interface* right, AreEqual&& areEqual) noexcept {
-  try {
-    return left.IsValid() && Core::CheckInterface(right)->IsValid() &&
-           areEqual(ContentOf(left), ContentOf(*right));
-  } catch (...) {
-    return false;
-  }
+bool AreValidAndEqual(Interface& left, Interface* right, AreEqual&& areEqual) {
+  return IsTrue([&] {
+    // A document of the caller's may release either of them when it is asked.
+    const Core::Ptr<Interface> heldLeft(&left), heldRight(Core::CheckInterface(right));
+    return left.IsValid() && right->IsValid() && areEqual(*ContentOf(left), *ContentOf(*right));
+  });
 }
 
 }  // namespace Data::impl

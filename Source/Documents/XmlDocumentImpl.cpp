@@ -3,26 +3,27 @@
 #include <memory>
 
 #include "Documents/XmlTree.h"
+#include "Text/TextOrder.h"
 
 namespace Data::impl {
 
 namespace {
 
-std::unique_ptr<XmlTree> Parse(Interfaces::IString& content) {
-  return std::make_unique<XmlTree>(ZeroTerminatedText(content));
+std::string NormalForm(Interfaces::IString& content) {
+  return std::make_unique<XmlTree>(DocumentText(content).View())->Print();
 }
 
 }  // namespace
 
-bool XmlDocumentImpl::Check(Interfaces::IString& content) const {
-  Parse(content);
+bool XmlDocumentImpl::Check(std::string_view text) const {
+  std::make_unique<XmlTree>(UpToFirstZero(text));
   return true;
 }
 
 bool XmlDocumentImpl::Equals(Interfaces::IXmlDocument* other) {
   return AreValidAndEqual<Interfaces::IXmlDocument>(
       *this, other, [](Interfaces::IString& left, Interfaces::IString& right) {
-        return Parse(left)->Print() == Parse(right)->Print();
+        return NormalForm(left) == NormalForm(right);
       });
 }
 

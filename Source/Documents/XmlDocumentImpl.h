@@ -9,7 +9,7 @@ struct XmlDocumentImpl final : TextDocumentBase<Interfaces::IXmlDocument> {
   bool Equals(Interfaces::IXmlDocument* other) override;
 
  protected:
-  bool Check(Interfaces::IString& content) const override;
+  bool Check(std::string_view text) const override;
 };
 
 }  // namespace Data::impl

@@ -1,5 +1,6 @@
 #include "Core/Guard.h"
 #include "Data/Exports.h"
+#include "Documents/DocumentText.h"
 #include "Documents/JsonText.h"
 #include "Documents/JsonToTable.h"
 #include "Documents/TableToJson.h"
@@ -12,8 +13,11 @@ bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** 
   return Core::Guarded(error, [&] {
     Core::CheckArgument(document);
     Core::CheckOutPointer(out);
+    // A document of the caller's may release itself when it is asked.
+    const Core::Ptr<IJsonDocument> held(document);
     if (!document->IsValid()) throw std::runtime_error("JsonDocument content is not valid");
-    HandOut<ITable>(ReadJsonTable(JsonTextOf(ContentOf(*document))), out);
+    const DocumentText content(*ContentOf(*document));
+    HandOut<ITable>(ReadJsonTable(JsonTextOf(content.View())), out);
   });
 }
 

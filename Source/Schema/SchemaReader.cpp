@@ -84,8 +84,7 @@ bool ReadTree(std::string_view text, JsonTree& tree) {
 /// right behind it.
 std::string_view TextOf(Interfaces::IString* content) {
   if (!content) return "";
-  content->GetUtf8();
-  return impl::JsonTextOf(*content);
+  return impl::JsonTextOf(Core::Utf8View(*content));
 }
 
 // -- Header --

@@ -53,6 +53,19 @@ Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::string_view te
   return FromUtf8(text.size(), copy, pool);
 }
 
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::AsUtf8() {
+  if (kind_ == Kind::Empty || kind_ == Kind::Utf8) return this;
+  auto copy = Core::MakePtr<MultiByteStringImpl>();
+  copy->isSecret_ = isSecret_;
+  if (kind_ == Kind::Wide) {
+    copy->SetWide(reinterpret_cast<const char16_t*>(buffer_), GetLength());
+  } else {
+    copy->SetMultiByte(buffer_, GetLength(), codePage_);
+  }
+  copy->GetUtf8();
+  return copy;
+}
+
 /// Room for a converted text and its terminator: on the stack if it is short.
 template <class Unit>
 class MultiByteStringImpl::Scratch {

@@ -39,6 +39,9 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   template <class Fill>
   static Core::Ptr<MultiByteStringImpl> SecretFromUtf8(std::size_t capacity, Fill&& fill);
 
+  /// The text in UTF-8 while this object stays as it is: the object itself, or a converted copy.
+  Core::Ptr<MultiByteStringImpl> AsUtf8();
+
   void SetWide(const char16_t* text, std::uint64_t length) override;
   void SetMultiByte(const char* text, std::uint64_t length, std::uint32_t codePage) override;
   void SetUtf8(const char* text, std::uint64_t length) override;
