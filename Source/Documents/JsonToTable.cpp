@@ -19,9 +19,16 @@ using Structures::_VARIANT;
 
 namespace {
 
-_VARIANT MakeTextCell(std::string_view text) {
+_VARIANT MakeCell() { return Core::MakeNull(); }
+_VARIANT MakeCell(bool value) { return Core::MakeInteger(ValueType::Bool, value); }
+_VARIANT MakeCell(std::int64_t value) { return Core::MakeInteger(ValueType::Int64, value); }
+/// Only for integers that no Int64 holds.
+_VARIANT MakeCell(std::uint64_t) { throw std::runtime_error("Unsupported variant type"); }
+_VARIANT MakeCell(double value) { return Core::MakeDouble(value); }
+_VARIANT MakeCell(const char* begin, std::size_t length, bool) {
+  const std::string_view text(begin, length);
   CalendarFields fields;
-  if (!ReadDateTime(text, fields)) return MakeTextValue(text);
+  if (!DetectDateTime(text, fields)) return MakeTextValue(text);
   return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields).Detach());
 }
 
@@ -32,20 +39,20 @@ class MemberColumns {
  public:
   explicit MemberColumns(TableImpl& table) : table_(table) {}
 
-  void StartObject() { place_ = 0; }
+  void StartObject() { next_ = 0; }
   ColumnImpl& Next(std::string_view name) {
-    if (place_ >= followers_.size()) followers_.resize(place_ + 1);
-    ColumnImpl*& follower = followers_[place_];
+    if (next_ >= followers_.size()) followers_.resize(next_ + 1);
+    ColumnImpl*& follower = followers_[next_];
     if (!follower || follower->Name() != name)
       follower = &table_.AddNamedColumn(name.substr(0, name.find('\0')));
-    place_ = static_cast<std::size_t>(follower->Index()) + 1;
+    next_ = static_cast<std::size_t>(follower->Index()) + 1;
     return *follower;
   }
 
  private:
   TableImpl& table_;
   std::vector<ColumnImpl*> followers_;  // of the start, then of each column
-  std::size_t place_ = 0;
+  std::size_t next_ = 0;
 };
 
 /// Handles the events of a text and fills a table. The table owns every cell
@@ -56,29 +63,13 @@ class TableBuilder {
 
   Core::Ptr<TableImpl> TakeTable() { return std::move(table_); }
 
-  bool Null() {
-    return depth_ != 0 ? nested_.Null() : Put([] { return Core::MakeNull(); });
-  }
-  bool Bool(bool value) {
-    return depth_ != 0 ? nested_.Bool(value)
-                       : Put([=] { return Core::MakeInteger(ValueType::Bool, value); });
-  }
-  bool Int64(std::int64_t value) {
-    return depth_ != 0 ? nested_.Int64(value)
-                       : Put([=] { return Core::MakeInteger(ValueType::Int64, value); });
-  }
-  bool Uint64(std::uint64_t value) {
-    return depth_ != 0
-               ? nested_.Uint64(value)
-               : Put([]() -> _VARIANT { throw std::runtime_error("Unsupported variant type"); });
-  }
-  bool Double(double value) {
-    return depth_ != 0 ? nested_.Double(value) : Put([=] { return Core::MakeDouble(value); });
-  }
-  bool String(const char* text, std::size_t length, bool) {
-    return depth_ != 0 ? nested_.String(text, length) : Put([=] {
-      return MakeTextCell({text, length});
-    });
+  bool Null() { return Scalar(&JsonWriter::Null); }
+  bool Bool(bool value) { return Scalar(&JsonWriter::Bool, value); }
+  bool Int64(std::int64_t value) { return Scalar(&JsonWriter::Int64, value); }
+  bool Uint64(std::uint64_t value) { return Scalar(&JsonWriter::Uint64, value); }
+  bool Double(double value) { return Scalar(&JsonWriter::Double, value); }
+  bool String(const char* text, std::size_t length, bool copy) {
+    return Scalar(&JsonWriter::String, text, length, copy);
   }
   bool Key(const char* name, std::size_t length, bool) {
     if (depth_ != 0) return nested_.Key(name, length);
@@ -87,23 +78,23 @@ class TableBuilder {
   }
 
   bool StartObject() {
-    if (StartsNested()) return nested_.StartObject();
+    if (EnterNested()) return nested_.StartObject();
     if (root_ == Root::None) StartTable(Root::Object, "JsonObject");
     StartRow();
     return true;
   }
   bool EndObject(std::size_t) {
-    if (depth_ != 0) return nested_.EndObject() && EndNested();
+    if (depth_ != 0) return nested_.EndObject() && LeaveNested();
     EndRow();
     return true;
   }
   bool StartArray() {
-    if (StartsNested()) return nested_.StartArray();
+    if (EnterNested()) return nested_.StartArray();
     if (root_ != Root::None) ThrowNotAnObject();
     StartTable(Root::Array, "JsonArray");
     return true;
   }
-  bool EndArray(std::size_t) { return depth_ == 0 || (nested_.EndArray() && EndNested()); }
+  bool EndArray(std::size_t) { return depth_ == 0 || (nested_.EndArray() && LeaveNested()); }
 
  private:
   enum class Root { None, Array, Object, Value };
@@ -128,12 +119,13 @@ class TableBuilder {
     row_ = nullptr;
   }
 
-  /// A value that is neither part of a nested one nor itself nested.
-  template <class MakeCell>
-  bool Put(MakeCell&& makeCell) {
+  /// A value without parts: of a nested value, or of a cell.
+  template <class... Value>
+  bool Scalar(bool (JsonWriter::*write)(Value...), Value... value) {
+    if (depth_ != 0) return (nested_.*write)(value...);
     if (root_ == Root::None) StartValueTable();
     if (!row_) ThrowNotAnObject();
-    Store(makeCell());
+    Store(MakeCell(value...));
     return true;
   }
 
@@ -152,8 +144,9 @@ class TableBuilder {
     row_->SetModified(1);
   }
 
-  /// Whether an array or object that begins is a value within a row.
-  bool StartsNested() {
+  /// Enters an array or object.
+  /// @return false for one that is not a value within a row
+  bool EnterNested() {
     if (!row_) return false;
     if (depth_++ == 0) {
       nestedText_.Clear();
@@ -161,7 +154,7 @@ class TableBuilder {
     }
     return true;
   }
-  bool EndNested() {
+  bool LeaveNested() {
     if (--depth_ == 0)
       Store(Core::MakeReference(ValueType::JsonDocument,
                                 JsonDocumentImpl::FromJson(nestedText_.View()).Detach()));

@@ -4,12 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "Core/ImplementationOf.h"
-#include "Core/VariantConversions.h"
-#include "Data/Interfaces/IColumn.h"
-#include "DateTime/DateTimeImpl.h"
 #include "Documents/JsonWriter.h"
-#include "Tables/TableFailures.h"
+#include "Tables/TableCursor.h"
 
 namespace Data::impl {
 
@@ -21,57 +17,46 @@ namespace {
 /// Writes rows of one table; the names of its columns are escaped once.
 class RowWriter {
  public:
-  explicit RowWriter(Interfaces::ITable& table);
+  explicit RowWriter(TableCursor& cursor);
 
-  void Add(Interfaces::IRow& row);
+  /// Adds the row that the cursor is at.
+  void AddRow();
   void Put(char byte) { text_.Put(byte); }
   Core::Ptr<JsonDocumentImpl> MakeDocument() const {
     return JsonDocumentImpl::FromJson(text_.View());
   }
 
  private:
-  struct Column {
-    std::string key;  // with what stands before and behind it: {"name":
-    std::string name;
-    std::int32_t index;
-  };
+  void AddCell(std::size_t column);
+  void AddReal(const _VARIANT& cell, std::size_t column);
 
-  void AddCell(const _VARIANT& cell, const Column& column);
-  void AddReal(const _VARIANT& cell, const Column& column);
-  void AddText(const _VARIANT& cell);
-  void AddDateTime(const _VARIANT& cell);
-
-  std::vector<Column> columns_;
+  TableCursor& cursor_;
+  std::vector<std::string> keys_;  // with what comes before and after: {"name":
   TextBuffer text_;
 };
 
-RowWriter::RowWriter(Interfaces::ITable& table) {
-  const std::int64_t count = table.GetColumnCount();
-  columns_.reserve(static_cast<std::size_t>(count));
-  for (std::int32_t i = 0; i < count; ++i) {
-    Interfaces::IColumn* const column = table.GetColumn(i);
-    Core::CheckInterface(column);
+RowWriter::RowWriter(TableCursor& cursor) : cursor_(cursor) {
+  keys_.reserve(cursor.ColumnCount());
+  for (std::size_t i = 0; i < cursor.ColumnCount(); ++i) {
     TextBuffer key;
     key.Put(i == 0 ? '{' : ',');
-    AppendJsonString(key, column->GetName());
+    AppendJsonString(key, cursor.ColumnName(i));
     key.Put(':');
-    columns_.push_back({std::string(key.View()), column->GetName(), column->GetIndex()});
+    keys_.emplace_back(key.View());
   }
 }
 
-void RowWriter::Add(Interfaces::IRow& row) {
-  const _VARIANT* const cells = row.GetCellAt(0);
-  const std::int64_t count = cells ? row.GetCellCount() : 0;
-  if (columns_.empty()) text_.Put('{');
-  for (const Column& column : columns_) {
-    text_.Append(column.key);
-    const bool hasCell = column.index >= 0 && column.index < count;
-    AddCell(hasCell ? cells[column.index] : Core::MakeNull(), column);
+void RowWriter::AddRow() {
+  if (keys_.empty()) text_.Put('{');
+  for (std::size_t i = 0; i < keys_.size(); ++i) {
+    text_.Append(keys_[i]);
+    AddCell(i);
   }
   text_.Put('}');
 }
 
-void RowWriter::AddCell(const _VARIANT& cell, const Column& column) {
+void RowWriter::AddCell(std::size_t column) {
+  const _VARIANT& cell = cursor_.Cell(column);
   if (Core::IsNull(cell) || Core::IsNullAddress(cell)) return text_.Append("null");
   switch (Core::KindOf(Core::TypeOf(cell))) {
     case ValueKind::SignedInteger:
@@ -82,55 +67,36 @@ void RowWriter::AddCell(const _VARIANT& cell, const Column& column) {
       return AddReal(cell, column);
     case ValueKind::Bool:
       return text_.Append(Core::ToBool(cell) ? "true" : "false");
-    case ValueKind::Text:
-      return AddText(cell);
-    case ValueKind::DateTime:
-      return AddDateTime(cell);
     default:
-      return AppendJsonString(text_, Core::ToText(cell));
+      cursor_.UseText(cell, [this](std::string_view text) { AppendJsonString(text_, text); });
   }
 }
 
-void RowWriter::AddReal(const _VARIANT& cell, const Column& column) {
+void RowWriter::AddReal(const _VARIANT& cell, std::size_t column) {
   if (!AppendJsonDouble(text_, Core::ToDouble(cell)))
-    throw std::runtime_error("Column " + column.name +
+    throw std::runtime_error("Column " + std::string(cursor_.ColumnName(column)) +
                              " holds a number that JSON cannot represent!");
-}
-
-// Nearly all objects in cells are the library's own, which give their text at once.
-
-void RowWriter::AddText(const _VARIANT& cell) {
-  auto* const own = Core::ImplementationOf<MultiByteStringImpl>(Core::ReferencedObject(cell));
-  AppendJsonString(text_, own ? Core::Utf8View(*own) : Core::GetStringView(cell));
-}
-
-void RowWriter::AddDateTime(const _VARIANT& cell) {
-  auto* const own = Core::ImplementationOf<DateTimeImpl>(Core::ReferencedObject(cell));
-  if (!own) return AppendJsonString(text_, Core::ToText(cell));
-  AppendJsonString(text_, Iso8601Text::DateTime(own->Fields()));
 }
 
 }  // namespace
 
 Core::Ptr<JsonDocumentImpl> WriteJsonTable(Interfaces::ITable& table) {
-  RowWriter writer(table);
+  TableCursor cursor(table);
+  RowWriter writer(cursor);
   writer.Put('[');
-  const std::int64_t count = table.GetRowCount();
-  for (std::int64_t i = 0; i < count; ++i) {
-    Interfaces::IRow* const row = table.GetRow(i);
-    Core::CheckInterface(row);
-    if (i != 0) writer.Put(',');
-    writer.Add(*row);
+  for (bool isFirst = true; cursor.NextRow(); isFirst = false) {
+    if (!isFirst) writer.Put(',');
+    writer.AddRow();
   }
   writer.Put(']');
   return writer.MakeDocument();
 }
 
 Core::Ptr<JsonDocumentImpl> WriteJsonRow(Interfaces::IRow& row) {
-  Interfaces::ITable* const table = row.GetTable();
-  Core::CheckInterface(table);
-  RowWriter writer(*table);
-  writer.Add(row);
+  TableCursor cursor(*Core::CheckInterface(row.GetTable()));
+  RowWriter writer(cursor);
+  cursor.MoveTo(row);
+  writer.AddRow();
   return writer.MakeDocument();
 }
 

@@ -1,7 +1,9 @@
-#include "Tables/NumberText.h"
+#include "Tables/ParsedNumber.h"
 
 #include <bit>
 #include <charconv>
+
+#include "Text/Characters.h"
 
 namespace Data::impl {
 
@@ -33,21 +35,21 @@ const char* ReadDigits(const char* p, const char* end, Digits& digits) {
   return p;
 }
 
-NumberText WithoutValue(ValueType type) { return {type, false, 0}; }
+ParsedNumber WithoutValue(ValueType type) { return {type, false, 0}; }
 
-NumberText LongInteger(std::string_view text) {
+ParsedNumber LongInteger(std::string_view text) {
   std::int64_t value = 0;
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (failure != std::errc()) return WithoutValue(ValueType::Int64);
   return {ValueType::Int64, true, static_cast<std::uint64_t>(value)};
 }
 
-NumberText Integer(std::string_view text, bool isNegative, Digits digits) {
+ParsedNumber Integer(std::string_view text, bool isNegative, Digits digits) {
   if (digits.count >= kExactDigits) return LongInteger(text);
   return {ValueType::Int64, true, isNegative ? 0 - digits.value : digits.value};
 }
 
-NumberText LongReal(std::string_view text) {
+ParsedNumber LongReal(std::string_view text) {
   double value = 0;
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (failure != std::errc() || end != text.data() + text.size())
@@ -56,7 +58,7 @@ NumberText LongReal(std::string_view text) {
 }
 
 /// With both factors exact, one multiplication or division rounds correctly.
-NumberText Real(std::string_view text, bool isNegative, Digits digits, std::ptrdiff_t exponent) {
+ParsedNumber Real(std::string_view text, bool isNegative, Digits digits, std::ptrdiff_t exponent) {
   if (digits.count > kExactDigits || digits.value > kLargestExactInteger ||
       exponent < -kLargestExactPower || exponent > kLargestExactPower)
     return LongReal(text);
@@ -67,7 +69,7 @@ NumberText Real(std::string_view text, bool isNegative, Digits digits, std::ptrd
 
 /// The rest of an exponent that is no number any more: it still looks like one
 /// while it holds nothing but digits, the text's only dot and one minus sign.
-NumberText OddExponent(const char* p, const char* end, bool hasDot, bool hasSign) {
+ParsedNumber OddExponent(const char* p, const char* end, bool hasDot, bool hasSign) {
   for (; p != end; ++p) {
     if (IsDigit(*p)) continue;
     if (*p == '.' && !hasDot) {
@@ -83,8 +85,8 @@ NumberText OddExponent(const char* p, const char* end, bool hasDot, bool hasSign
 
 /// @param p         behind the `e`
 /// @param fraction  number of digits behind the dot, or -1 without a dot
-NumberText WithExponent(std::string_view text, bool isNegative, Digits digits,
-                        std::ptrdiff_t fraction, const char* p) {
+ParsedNumber WithExponent(std::string_view text, bool isNegative, Digits digits,
+                          std::ptrdiff_t fraction, const char* p) {
   const char* const end = text.data() + text.size();
   const bool hasSign = p != end && *p == '-';
   p += hasSign;
@@ -98,13 +100,13 @@ NumberText WithExponent(std::string_view text, bool isNegative, Digits digits,
 
 }  // namespace
 
-NumberText ReadNumber(std::string_view text) noexcept {
+ParsedNumber ParseNumber(std::string_view text) noexcept {
   const char* p = text.data();
   const char* const end = p + text.size();
   const bool isNegative = p != end && *p == '-';
   Digits digits;
   p = ReadDigits(p + isNegative, end, digits);
-  if (p == end) return digits.count > 0 ? Integer(text, isNegative, digits) : NumberText();
+  if (p == end) return digits.count > 0 ? Integer(text, isNegative, digits) : ParsedNumber();
   std::ptrdiff_t fraction = -1;
   if (*p == '.') {
     const std::ptrdiff_t whole = digits.count;

@@ -8,7 +8,7 @@
 namespace Data::impl {
 
 /// A text read as a number.
-struct NumberText {
+struct ParsedNumber {
   /// What the text looks like: Int64, Double, or String for no number at all.
   Core::ValueType type = Core::ValueType::String;
   /// Whether a 64-bit integer or a finite double holds it. "1e", "1e999" and an
@@ -21,8 +21,6 @@ struct NumberText {
 /// Type and value of a trimmed text from one scan: an optional minus sign,
 /// digits with at most one dot, an exponent without a plus sign. Never depends
 /// on the locale; doubles are the nearest ones.
-NumberText ReadNumber(std::string_view text) noexcept;
-
-constexpr bool IsDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+ParsedNumber ParseNumber(std::string_view text) noexcept;
 
 }  // namespace Data::impl

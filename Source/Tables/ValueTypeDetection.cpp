@@ -1,8 +1,8 @@
 #include "Tables/ValueTypeDetection.h"
 
 #include "DateTime/Iso8601.h"
-#include "Tables/Csv/CsvText.h"
-#include "Tables/NumberText.h"
+#include "Tables/ParsedNumber.h"
+#include "Text/Characters.h"
 
 namespace Data::impl {
 
@@ -27,16 +27,16 @@ bool HasDateTimeShape(std::string_view text) {
 
 }  // namespace
 
-bool ReadDateTime(std::string_view text, CalendarFields& out) noexcept {
+bool DetectDateTime(std::string_view text, CalendarFields& out) noexcept {
   return HasDateTimeShape(text) && ReadIso8601(text, out) == Iso8601Result::Read;
 }
 
 ValueType DetectValueType(std::string_view text) noexcept {
-  text = TrimValue(text);
+  text = Trim(text);
   if (text.empty()) return ValueType::Unknown;
-  const ValueType type = ReadNumber(text).type;
+  const ValueType type = ParseNumber(text).type;
   CalendarFields dateTime;
-  return type == ValueType::String && ReadDateTime(text, dateTime) ? ValueType::DateTime : type;
+  return type == ValueType::String && DetectDateTime(text, dateTime) ? ValueType::DateTime : type;
 }
 
 }  // namespace Data::impl

@@ -11,7 +11,7 @@ namespace Data::impl {
 /// one: a date of three parts, however its time looks, or an hour and minute
 /// behind a `T`.
 /// @return false for any other text; `out` is then unspecified
-bool ReadDateTime(std::string_view text, CalendarFields& out) noexcept;
+bool DetectDateTime(std::string_view text, CalendarFields& out) noexcept;
 
 /// Classifies a text with space around it: Unknown for an empty one, Int64,
 /// Double, DateTime or String.

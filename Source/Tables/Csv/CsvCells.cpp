@@ -5,7 +5,7 @@
 #include "Core/VariantRecord.h"
 #include "DateTime/DateTimeImpl.h"
 #include "Tables/Csv/CsvText.h"
-#include "Tables/NumberText.h"
+#include "Tables/ParsedNumber.h"
 #include "Tables/ValueTypeDetection.h"
 #include "Text/MultiByteStringImpl.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 constexpr bool IsQuote(char c) { return c == kQuote; }
 
-std::size_t CountPairsOfQuotes(std::string_view text) {
+std::size_t CountDoubledQuotes(std::string_view text) {
   std::size_t pairs = 0;
   for (std::size_t at = text.find("\"\""); at != std::string_view::npos;
        at = text.find("\"\"", at + 2))
@@ -28,7 +28,7 @@ std::size_t CountPairsOfQuotes(std::string_view text) {
 
 /// Copies a text with one quote for each pair of them.
 /// @return the number of bytes written
-std::size_t CopyUnpaired(std::string_view text, char* out) {
+std::size_t UnescapeQuotes(std::string_view text, char* out) {
   char* end = out;
   while (!text.empty()) {
     const std::size_t pair = text.find("\"\"");
@@ -61,9 +61,9 @@ void FillWithText(_VARIANT& cell, std::string_view text, Core::ObjectPool* pool)
   Fill(cell, inlined.type, inlined.value[0], inlined.value[1]);
 }
 
-void FillWithUnpairedText(_VARIANT& cell, std::string_view text, std::size_t pairs,
-                          Core::ObjectPool* pool) {
-  const auto fill = [text](char* out) { return CopyUnpaired(text, out); };
+void FillWithUnescapedText(_VARIANT& cell, std::string_view text, std::size_t pairs,
+                           Core::ObjectPool* pool) {
+  const auto fill = [text](char* out) { return UnescapeQuotes(text, out); };
   const std::size_t size = text.size() - pairs;
   char inlined[Core::kInlineTextCapacity];
   if (size <= sizeof inlined) return FillWithText(cell, {inlined, fill(inlined)}, pool);
@@ -72,20 +72,20 @@ void FillWithUnpairedText(_VARIANT& cell, std::string_view text, std::size_t pai
 
 void FillWithQuotedText(_VARIANT& cell, std::string_view value, Core::ObjectPool* pool) {
   const std::string_view text = Trim(value, IsQuote);
-  const std::size_t pairs = CountPairsOfQuotes(text);
+  const std::size_t pairs = CountDoubledQuotes(text);
   if (pairs == 0) return FillWithText(cell, text, pool);
-  FillWithUnpairedText(cell, text, pairs, pool);
+  FillWithUnescapedText(cell, text, pairs, pool);
 }
 
 }  // namespace
 
 void ReadCell(std::string_view value, Core::ObjectPool* pool, _VARIANT& cell) {
   if (value.empty()) return;
-  const NumberText number = ReadNumber(value);
+  const ParsedNumber number = ParseNumber(value);
   if (number.hasValue)
     return Fill(cell, Core::MakeTag(number.type, Core::StorageForm::Value), number.word);
   CalendarFields dateTime;
-  if (number.type == ValueType::String && ReadDateTime(value, dateTime))
+  if (number.type == ValueType::String && DetectDateTime(value, dateTime))
     return FillWithObject(cell, ValueType::DateTime, MakeDateTime(dateTime, pool).Detach());
   FillWithQuotedText(cell, value, pool);
 }

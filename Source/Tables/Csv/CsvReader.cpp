@@ -9,6 +9,7 @@
 #include "Tables/Csv/CsvLayout.h"
 #include "Tables/Csv/CsvLines.h"
 #include "Tables/Csv/CsvText.h"
+#include "Text/TextOrder.h"
 
 namespace Data::impl {
 
@@ -32,9 +33,11 @@ std::string MakeUnnamedName() {
   return "Unnamed_" + std::string(std::begin(text), std::end(text));
 }
 
+/// A name ends at its first zero byte, as `AddColumn` reads it; a repeated one names the existing
+/// column, and lines with a value for both then have too many.
 void AddNamedColumns(TableImpl& table, const CsvLine& header) {
   header.ForEachValue(header.ValueCount(), [&](std::string_view value) {
-    const std::string_view name = TrimValue(value);
+    const std::string_view name = UpToFirstZero(Trim(value));
     if (name.empty()) {
       table.AddNamedColumn(MakeUnnamedName());
     } else {
@@ -54,10 +57,10 @@ std::string TooManyValues(std::size_t columns, std::size_t values, std::size_t l
       static_cast<int>(columns), static_cast<int>(values), static_cast<int>(line));
 }
 
-/// Turns lines into rows of a table whose columns stand.
+/// Turns lines into rows of a table whose columns are already defined.
 class RowBuilder {
  public:
-  RowBuilder(CsvTable& result, ExtraValues extraValues, std::size_t textSize)
+  RowBuilder(CsvResult& result, ExtraValues extraValues, std::size_t textSize)
       : table_(*result.table),
         problems_(result.problems),
         extraValues_(extraValues),
@@ -99,7 +102,7 @@ void RowBuilder::AddRow(const CsvLine& line) {
   _VARIANT* cell = table_.AppendBlankRow(&pool_).Cells();
   ColumnNote* note = notes_.data();
   line.ForEachValue(std::min(line.ValueCount(), notes_.size()), [&](std::string_view value) {
-    ReadCell(TrimValue(value), &pool_, *cell);
+    ReadCell(Trim(value), &pool_, *cell);
     const ValueType type = Core::TypeOf(*cell++);
     if (type == ValueType::Null) {
       note++->hasSeenNull = true;
@@ -118,12 +121,12 @@ void RowBuilder::Finish() const {
 
 }  // namespace
 
-CsvTable ReadCsv(std::string_view content, std::string_view separator, ExtraValues extraValues) {
+CsvResult ReadCsv(std::string_view content, std::string_view separator, ExtraValues extraValues) {
   const std::string_view text = TrimLine(WithoutByteOrderMark(content));
   if (separator.empty()) separator = DetectSeparator(text);
   const CsvLayout layout = DetectLayout(text, separator);
 
-  CsvTable result{Core::MakePtr<TableImpl>(), {}};
+  CsvResult result{Core::MakePtr<TableImpl>(), {}};
   CsvLines lines(text, separator);
   std::size_t number = 0;
   for (lines.Next(); number < layout.firstFullLine; ++number) lines.Next();

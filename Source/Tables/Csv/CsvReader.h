@@ -12,7 +12,7 @@ namespace Data::impl {
 /// What becomes of a line with more values than the table has columns.
 enum class ExtraValues { Fail, DropValues, DropLine };
 
-struct CsvTable {
+struct CsvResult {
   Core::Ptr<TableImpl> table;
   /// One message for each line that lost values or was left out.
   std::vector<std::string> problems;
@@ -24,6 +24,6 @@ struct CsvTable {
 /// @throws std::runtime_error "No lines detected in the csv content", "Csv file
 ///         does not have consistent usage of column separator between lines!,
 ///         Columns %d vs Values %d at line %d" (only for `ExtraValues::Fail`)
-CsvTable ReadCsv(std::string_view content, std::string_view separator, ExtraValues extraValues);
+CsvResult ReadCsv(std::string_view content, std::string_view separator, ExtraValues extraValues);
 
 }  // namespace Data::impl

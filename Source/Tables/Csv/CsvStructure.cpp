@@ -16,8 +16,8 @@ namespace {
 constexpr std::size_t kBlock = 64;
 /// Large enough to spread the cost of a call, small enough for the text and its
 /// positions to stay in the fastest caches.
-constexpr std::size_t kStretch = CsvStructure::kRoom - 8;
-static_assert(kStretch % kBlock == 0);
+constexpr std::size_t kChunk = CsvStructure::kRoom - 8;
+static_assert(kChunk % kBlock == 0);
 
 /// One bit per byte of a block, set where the byte is `c`.
 std::uint64_t BytesEqual(const char* block, char c) {
@@ -72,7 +72,7 @@ std::uint64_t CsvStructure::ScanLastBlock(std::size_t size) {
 }
 
 std::size_t* CsvStructure::ScanNext(std::size_t* out) {
-  const std::size_t end = next_ + std::min(kStretch, text_.size() - next_);
+  const std::size_t end = next_ + std::min(kChunk, text_.size() - next_);
   for (; end - next_ >= kBlock; next_ += kBlock)
     out = StorePositions(ScanBlock(text_.data() + next_), next_, out);
   if (next_ == end) return out;

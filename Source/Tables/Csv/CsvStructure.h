@@ -18,12 +18,12 @@ class CsvStructure {
   /// @param separator  not a quote; a line end to find nothing but line ends
   CsvStructure(std::string_view text, char separator) : text_(text), separator_(separator) {}
 
-  /// Room that `ScanNext` needs: as many positions as a stretch of text has
+  /// Room that `ScanNext` needs: as many positions as a chunk of text has
   /// bytes, and a few that are stored too much.
   static constexpr std::size_t kRoom = 4096 + 8;
 
   bool IsAtEnd() const { return next_ == text_.size(); }
-  /// Stores the positions that the next stretch of the text holds, perhaps none.
+  /// Stores the positions that the next chunk of the text holds, perhaps none.
   /// @param out  with `kRoom` entries to write
   /// @return the end of what was stored
   std::size_t* ScanNext(std::size_t* out);

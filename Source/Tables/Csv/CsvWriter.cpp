@@ -1,12 +1,9 @@
 #include "Tables/Csv/CsvWriter.h"
 
-#include <algorithm>
 #include <charconv>
 
-#include "Core/VariantConversions.h"
-#include "Data/Interfaces/IColumn.h"
-#include "Data/Interfaces/IRow.h"
 #include "Tables/Csv/CsvText.h"
+#include "Tables/TableCursor.h"
 
 namespace Data::impl {
 
@@ -17,11 +14,12 @@ namespace {
 
 class CsvWriter {
  public:
-  CsvWriter(std::string_view separator, bool alwaysQuote)
-      : separator_(separator), alwaysQuote_(alwaysQuote) {}
+  CsvWriter(TableCursor& cursor, std::string_view separator, bool alwaysQuote)
+      : cursor_(cursor), separator_(separator), alwaysQuote_(alwaysQuote) {}
 
-  void AddHeader(Interfaces::ITable& table);
-  void AddRow(const _VARIANT* cells, std::size_t count);
+  void AddHeader();
+  /// Adds the row that the cursor is at.
+  void AddRow();
   void EndLine() { text_ += kLineEnd; }
   std::string TakeText() { return std::move(text_); }
 
@@ -30,24 +28,23 @@ class CsvWriter {
   void AddText(std::string_view text);
   void AddInteger(std::int64_t value);
 
+  TableCursor& cursor_;
   std::string_view separator_;
   bool alwaysQuote_;
   std::string text_;
 };
 
-void CsvWriter::AddHeader(Interfaces::ITable& table) {
-  const auto count = static_cast<std::int32_t>(table.GetColumnCount());
-  for (std::int32_t i = 0; i < count; ++i) {
+void CsvWriter::AddHeader() {
+  for (std::size_t i = 0; i < cursor_.ColumnCount(); ++i) {
     if (i != 0) text_ += separator_;
-    text_ += table.GetColumn(i)->GetName();
+    text_ += cursor_.ColumnName(i);
   }
-  EndLine();
 }
 
-void CsvWriter::AddRow(const _VARIANT* cells, std::size_t count) {
-  for (std::size_t i = 0; i < count; ++i) {
+void CsvWriter::AddRow() {
+  for (std::size_t i = 0; i < cursor_.ColumnCount(); ++i) {
     if (i != 0) text_ += separator_;
-    AddCell(cells[i]);
+    AddCell(cursor_.Cell(i));
   }
 }
 
@@ -58,12 +55,11 @@ void CsvWriter::AddCell(const _VARIANT& cell) {
     case ValueType::Int64:
       return AddInteger(static_cast<std::int64_t>(cell.value[0]));
     case ValueType::String:
-      return AddText(Core::GetStringView(cell));
     case ValueType::JsonDocument:
     case ValueType::XmlDocument:
-      return AddText(Core::ToText(cell));
+      return cursor_.UseText(cell, [this](std::string_view text) { AddText(text); });
     default:
-      text_ += Core::ToText(cell);
+      cursor_.UseText(cell, [this](std::string_view text) { text_ += text; });
   }
 }
 
@@ -88,14 +84,13 @@ void CsvWriter::AddInteger(std::int64_t value) {
 }  // namespace
 
 std::string WriteCsv(Interfaces::ITable& table, std::string_view separator, bool alwaysQuote) {
-  CsvWriter writer(separator, alwaysQuote);
-  writer.AddHeader(table);
-  const std::int64_t columns = table.GetColumnCount(), rows = table.GetRowCount();
-  for (std::int64_t i = 0; i < rows; ++i) {
-    Interfaces::IRow& row = *table.GetRow(i);
-    const std::int64_t count = std::min(columns, row.GetCellCount());
-    writer.AddRow(row.GetCellAt(0), static_cast<std::size_t>(count));
-    if (i + 1 != rows) writer.EndLine();
+  TableCursor cursor(table);
+  CsvWriter writer(cursor, separator, alwaysQuote);
+  writer.AddHeader();
+  writer.EndLine();
+  for (bool isFirst = true; cursor.NextRow(); isFirst = false) {
+    if (!isFirst) writer.EndLine();
+    writer.AddRow();
   }
   return writer.TakeText();
 }

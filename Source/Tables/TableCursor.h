@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Core/ImplementationOf.h"
+#include "Core/Ptr.h"
+#include "Core/Variant.h"
+#include "Data/Interfaces/IColumn.h"
+#include "Data/Interfaces/IRow.h"
+#include "Data/Interfaces/ITable.h"
+#include "DateTime/DateTimeImpl.h"
+#include "Text/MultiByteStringImpl.h"
+
+namespace Data::impl {
+
+/// Goes through the rows of a table for a writer.
+///
+/// An object in a cell may be the caller's own and may change or release the table while it is
+/// asked for its text. So the cursor holds what it reads from, and looks at all positions again
+/// after each such call: rows that were removed are left out, the rest of a row that was removed
+/// while it is read is Null, and so is a column that was removed. Columns that were added are left
+/// out.
+class TableCursor {
+ public:
+  /// Stands before the first row.
+  explicit TableCursor(Interfaces::ITable& table);
+
+  /// The columns that the table had at first.
+  std::size_t ColumnCount() const { return columns_.size(); }
+  const char* ColumnName(std::size_t column) const { return columns_[column].object->GetName(); }
+
+  /// Moves to the next row.
+  /// @return false when there is none
+  bool NextRow();
+  /// Moves to a row of the table.
+  void MoveTo(Interfaces::IRow& row);
+
+  /// A cell of the row; valid until the next call of `UseText`.
+  const Structures::_VARIANT& Cell(std::size_t column) const {
+    const std::int32_t index = columns_[column].index;
+    return index >= 0 && index < cellCount_ ? cells_[index] : kNull;
+  }
+
+  /// Hands the display text of a cell of the row to `use`.
+  /// @throws what `Core::ToText` throws for a cell that is not what its type says
+  template <class Use>
+  void UseText(const Structures::_VARIANT& cell, Use&& use);
+
+ private:
+  struct Column {
+    Core::Ptr<Interfaces::IColumn> object;
+    std::int32_t index;
+  };
+
+  static constexpr Structures::_VARIANT kNull = Core::MakeNull();
+
+  std::string TextOfOtherObject(const Structures::_VARIANT& cell);
+  void LookAtCells();
+  void LookAgain();
+
+  Core::Ptr<Interfaces::ITable> table_;
+  std::vector<Column> columns_;
+  Core::Ptr<Interfaces::IRow> row_;
+  const Structures::_VARIANT* cells_ = nullptr;
+  std::int64_t cellCount_ = 0;
+  std::int64_t next_ = 0;  // index of the next row
+};
+
+template <class Use>
+void TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
+  using Core::ValueType;
+  Core::IObject* const object = Core::ReferencedObject(cell);
+  const ValueType type = Core::TypeOf(cell);
+  if (!object) {
+    const bool isInline = type == ValueType::String && HasForm(cell, Core::StorageForm::Value);
+    return isInline ? use(Core::InlineText(cell)) : use(Core::ToText(cell));
+  }
+  // Nearly all objects are the library's own strings and date-times, which call nobody.
+  if (type == ValueType::String)
+    if (auto* const text = Core::ImplementationOf<MultiByteStringImpl>(object))
+      return use(Core::Utf8View(*text));
+  if (type == ValueType::DateTime)
+    if (auto* const dateTime = Core::ImplementationOf<DateTimeImpl>(object))
+      return use(Iso8601Text::DateTime(dateTime->Fields()));
+  use(TextOfOtherObject(cell));
+}
+
+}  // namespace Data::impl
