@@ -166,6 +166,10 @@ LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IError
 /// separator between lines!, Columns %d vs Values %d at line %d" (lines count
 /// from 0, empty ones left out).
 ///
+/// A name in the header line ends at its first zero byte; an empty one becomes
+/// "Unnamed_" and a new UUID. A name that repeats is the column of that name:
+/// a line with values for both then has more values than columns.
+///
 /// Rows, texts and date-times of the table are allocated together from regions of
 /// up to 16 MB. A region is freed with the last object in it, so a cell or row
 /// that is kept for long keeps its region.

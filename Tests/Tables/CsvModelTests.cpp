@@ -83,12 +83,14 @@ bool IsHeader(const Pieces& values) {
   return hasText;
 }
 
-/// A repeated name maps to the existing column.
+/// A name ends at its first zero byte; a repeated one maps to the existing column.
 std::vector<std::string> NamesOf(const Pieces& header) {
   std::vector<std::string> names;
-  for (const auto value : header)
-    if (value.empty() || std::find(names.begin(), names.end(), value) == names.end())
-      names.emplace_back(value);
+  for (const auto value : header) {
+    const auto name = value.substr(0, value.find('\0'));
+    if (name.empty() || std::find(names.begin(), names.end(), name) == names.end())
+      names.emplace_back(name);
+  }
   return names;
 }
 
@@ -113,8 +115,7 @@ std::string Read(std::string_view text, std::string_view separator) {
   const auto names = hasHeader ? NamesOf(lines[first]) : NumberedNames(width);
   std::string shown;
   for (const auto& name : names)
-    shown +=
-        (shown.empty() ? "" : "|") + (name.empty() ? "Unnamed" : name.substr(0, name.find('\0')));
+    shown += (shown.empty() ? "" : "|") + (name.empty() ? "Unnamed" : name);
   for (std::size_t line = first + hasHeader; line < lines.size(); ++line) {
     if (lines[line].size() > names.size()) return "!";
     for (std::size_t i = 0; i < names.size(); ++i)
