@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IAllowedValue.h"
 
@@ -12,9 +12,11 @@ struct AllowedValueTexts {
   std::string displayName, description, category, helpUri;
 };
 
-struct AllowedValueImpl final : Core::ObjectBase<Interfaces::IAllowedValue> {
+struct AllowedValueImpl final : impl::ContainerBase<Interfaces::IAllowedValue> {
   AllowedValueImpl(Core::Variant value, Structures::ComparisonOperator comparison,
                    AllowedValueTexts texts);
+
+  void ReleaseItems(impl::Teardown& teardown) { teardown.Release(value_); }
 
   const char* GetDisplayName() override { return texts_.displayName.c_str(); }
   const char* GetDescription() override { return texts_.description.c_str(); }

@@ -12,25 +12,37 @@ namespace Data::impl {
 
 namespace {
 
-std::uint64_t CheckedProduct(std::uint64_t stride, std::uint64_t count) {
-  if (stride != 0 && count > UINT64_MAX / stride) throw std::length_error("vector too long");
-  return stride * count;
+using Buffer = std::vector<std::uint8_t>;
+
+[[noreturn]] void ThrowTooLong() { throw std::length_error("vector too long"); }
+
+/// stride * count as a number of bytes that a buffer can have.
+std::size_t LengthOf(std::uint64_t stride, std::uint64_t count) {
+  if (stride != 0 && count > Buffer().max_size() / stride) ThrowTooLong();
+  return static_cast<std::size_t>(stride * count);
 }
 
-void CheckLength(std::uint64_t length, const std::vector<std::uint8_t>& bytes) {
-  if (length > bytes.max_size()) throw std::length_error("vector too long");
-}
+/// Bytes to copy from. They may be a buffer's own, which move when it grows.
+class SourceBytes {
+ public:
+  SourceBytes(const void* bytes, const Buffer& buffer)
+      : bytes_(static_cast<const std::uint8_t*>(bytes)) {
+    const std::uint8_t* const begin = buffer.data();
+    isOwn_ = std::greater_equal<>()(bytes_, begin) && std::less<>()(bytes_, begin + buffer.size());
+    if (isOwn_) position_ = static_cast<std::size_t>(bytes_ - begin);
+  }
 
-/// The source may lie in these very bytes, which growth moves.
-void AppendBytes(std::vector<std::uint8_t>& bytes, const std::uint8_t* source,
-                 std::uint64_t length) {
-  const std::size_t size = bytes.size();
-  const std::uint8_t* const begin = bytes.data();
-  const bool isOwn = std::greater_equal<>()(source, begin) && std::less<>()(source, begin + size);
-  const std::size_t position = isOwn ? static_cast<std::size_t>(source - begin) : 0;
-  bytes.resize(size + length);
-  std::memmove(bytes.data() + size, isOwn ? bytes.data() + position : source, length);
-}
+  /// Copies to a position of the buffer, which may have grown since.
+  void CopyTo(Buffer& buffer, std::size_t position, std::size_t length) const {
+    const std::uint8_t* const from = isOwn_ ? buffer.data() + position_ : bytes_;
+    std::memmove(buffer.data() + position, from, length);
+  }
+
+ private:
+  const std::uint8_t* bytes_;
+  bool isOwn_;
+  std::size_t position_ = 0;
+};
 
 }  // namespace
 
@@ -38,13 +50,12 @@ ArrayImpl::ArrayImpl(std::vector<std::uint8_t> bytes)
     : stride_(1), count_(bytes.size()), bytes_(std::move(bytes)) {}
 
 void ArrayImpl::SetData(const void* source, std::uint64_t stride, std::uint64_t count) {
-  const std::uint64_t length = CheckedProduct(stride, count);
-  CheckLength(length, bytes_);
+  const std::size_t length = LengthOf(stride, count);
   if (length != 0) {
     Core::CheckArgument(source);
     // A copy first: the source may lie in this very buffer.
     const auto* first = static_cast<const std::uint8_t*>(source);
-    bytes_ = std::vector<std::uint8_t>(first, first + length);
+    bytes_ = Buffer(first, first + length);
   } else {
     bytes_.clear();
   }
@@ -53,9 +64,7 @@ void ArrayImpl::SetData(const void* source, std::uint64_t stride, std::uint64_t 
 }
 
 void ArrayImpl::Resize(std::uint64_t stride, std::uint64_t count) {
-  const std::uint64_t length = CheckedProduct(stride, count);
-  CheckLength(length, bytes_);
-  bytes_.resize(length);
+  bytes_.resize(LengthOf(stride, count));
   stride_ = stride;
   count_ = count;
 }
@@ -70,23 +79,28 @@ void* ArrayImpl::GetPointer(std::uint64_t offset, std::uint64_t size, Core::IErr
 }
 
 std::uint64_t ArrayImpl::Write(std::uint64_t offset, const void* source, std::uint64_t length) {
-  const std::uint64_t size = bytes_.size();
-  const std::uint64_t overwritten = std::min(size - offset, length);
-  if (offset < size && overwritten != 0) {
-    Core::CheckArgument(source);
-    std::memmove(bytes_.data() + offset, source, overwritten);
-  }
-  if (overwritten == length) return offset + length;
-  if (!source) return Append(nullptr, 0);
-  return Append(static_cast<const std::uint8_t*>(source) + overwritten, length - overwritten);
+  // By contract the difference wraps for an offset beyond the end, where nothing is overwritten.
+  const std::uint64_t inside = std::min(bytes_.size() - offset, length);
+  const bool overwrites = offset < bytes_.size() && inside != 0;
+  if (overwrites) Core::CheckArgument(source);
+  const SourceBytes bytes(source, bytes_);
+  std::uint64_t result = offset + length;
+  // Appending comes first: it may fail, and its bytes may be among those to be overwritten.
+  if (inside != length)
+    result = Append(source ? static_cast<const std::uint8_t*>(source) + inside : nullptr,
+                    length - inside);
+  if (overwrites) bytes.CopyTo(bytes_, offset, inside);
+  return result;
 }
 
 std::uint64_t ArrayImpl::Append(const void* source, std::uint64_t length) {
   if (!source) length = 0;
   if (length != 0) {
-    const std::uint64_t size = bytes_.size();
-    if (length > bytes_.max_size() - size) throw std::length_error("vector too long");
-    AppendBytes(bytes_, static_cast<const std::uint8_t*>(source), length);
+    const std::size_t size = bytes_.size();
+    if (length > bytes_.max_size() - size) ThrowTooLong();
+    const SourceBytes bytes(source, bytes_);
+    bytes_.resize(size + length);
+    bytes.CopyTo(bytes_, size, length);
   }
   count_ += length;
   stride_ = 1;

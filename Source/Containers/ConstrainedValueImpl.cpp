@@ -23,15 +23,10 @@ void CheckConstraints(const _VARIANT& value, const _VARIANT& min, const _VARIANT
   if (Core::Compare(min, max) >= 1) throw std::runtime_error("Min is bigger than Max!");
 }
 
-/// The value, or the bound that it lies beyond. Both comparisons come first: one
-/// of them may fail.
-Core::Variant Clamped(const _VARIANT& value, const _VARIANT& min, const _VARIANT& max) {
-  const int againstMin = Core::Compare(value, min), againstMax = Core::Compare(value, max);
-  return Core::Variant(againstMax == 1 ? max : againstMin == -1 ? min : value);
-}
-
-void CopyIfWanted(const _VARIANT& source, _VARIANT* destination) {
-  if (destination) Core::CopyVariant(&source, destination);
+Core::Variant DefinedCopy(const _VARIANT* record) {
+  Core::CheckArgument(record);
+  Core::CheckDefined(*record);
+  return Core::Variant(*record);
 }
 
 }  // namespace
@@ -39,39 +34,56 @@ void CopyIfWanted(const _VARIANT& source, _VARIANT* destination) {
 ConstrainedValueImpl::ConstrainedValueImpl(const _VARIANT& value, const _VARIANT& min,
                                            const _VARIANT& max) {
   CheckConstraints(value, min, max);
-  value_ = Clamped(value, min, max);
-  min_ = Core::Variant(min);
-  max_ = Core::Variant(max);
+  state_ = Clamped(Core::Variant(value), Core::Variant(min), Core::Variant(max));
 }
+
+/// The value is kept, or replaced by the bound that it lies beyond.
+ConstrainedValueImpl::State ConstrainedValueImpl::Clamped(Core::Variant value, Core::Variant min,
+                                                          Core::Variant max) {
+  // Both comparisons come first: one of them may fail.
+  const int againstMin = Core::Compare(value, min), againstMax = Core::Compare(value, max);
+  if (againstMax == 1) {
+    value = max;
+  } else if (againstMin == -1) {
+    value = min;
+  }
+  return {std::move(value), std::move(min), std::move(max)};
+}
+
+void ConstrainedValueImpl::ReleaseItems(Teardown& teardown) {
+  for (Core::Variant* item : {&state_.value, &state_.min, &state_.max}) teardown.Release(*item);
+}
+
+// Comparing may call code of the program, which may set this very value. So each operation
+// computes from copies, stores a whole new state, and releases the old one last.
 
 bool ConstrainedValueImpl::SetConstraints(const _VARIANT* min, const _VARIANT* max,
                                           Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    for (const _VARIANT* bound : {min, max}) {
-      Core::CheckArgument(bound);
-      Core::CheckDefined(*bound);
-    }
-    CheckConstraints(value_, *min, *max);
-    value_ = Clamped(value_, *min, *max);
-    min_ = Core::Variant(*min);
-    max_ = Core::Variant(*max);
+    Core::Variant newMin = DefinedCopy(min), newMax = DefinedCopy(max), value = state_.value;
+    CheckConstraints(value, newMin, newMax);
+    State state = Clamped(std::move(value), std::move(newMin), std::move(newMax));
+    std::swap(state_, state);
   });
 }
 
 bool ConstrainedValueImpl::SetValue(const _VARIANT* value, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    Core::CheckArgument(value);
-    Core::CheckDefined(*value);
-    if (Core::TypeOf(*value) != Core::TypeOf(value_)) ThrowValueTypeMismatch();
-    value_ = Clamped(*value, min_, max_);
+    Core::Variant newValue = DefinedCopy(value), min = state_.min, max = state_.max;
+    if (newValue.Type() != min.Type()) ThrowValueTypeMismatch();
+    State state = Clamped(std::move(newValue), std::move(min), std::move(max));
+    std::swap(state_, state);
   });
 }
 
 void ConstrainedValueImpl::GetConstraints(_VARIANT* min, _VARIANT* max) {
-  CopyIfWanted(min_, min);
-  CopyIfWanted(max_, max);
+  Core::Variant lower = state_.min, upper = state_.max;
+  if (min) std::swap<_VARIANT>(lower, *min);
+  if (max) std::swap<_VARIANT>(upper, *max);
 }
 
-void ConstrainedValueImpl::GetValue(_VARIANT* destination) { CopyIfWanted(value_, destination); }
+void ConstrainedValueImpl::GetValue(_VARIANT* destination) {
+  if (destination) Core::CopyVariant(&state_.value, destination);
+}
 
 }  // namespace Data::impl

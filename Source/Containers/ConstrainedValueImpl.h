@@ -1,15 +1,17 @@
 #pragma once
 
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IConstrainedValue.h"
 
 namespace Data::impl {
 
-struct ConstrainedValueImpl final : Core::ObjectBase<Interfaces::IConstrainedValue> {
+struct ConstrainedValueImpl final : ContainerBase<Interfaces::IConstrainedValue> {
   /// @throws std::runtime_error as `SetConstraints` fails
   ConstrainedValueImpl(const Structures::_VARIANT& value, const Structures::_VARIANT& min,
                        const Structures::_VARIANT& max);
+
+  void ReleaseItems(Teardown& teardown);
 
   bool SetConstraints(const Structures::_VARIANT* min, const Structures::_VARIANT* max,
                       Core::IErrorCode** error) override;
@@ -18,9 +20,13 @@ struct ConstrainedValueImpl final : Core::ObjectBase<Interfaces::IConstrainedVal
   void GetValue(Structures::_VARIANT* destination) override;
 
  private:
-  Core::Variant value_ = Core::Null;
-  Core::Variant min_ = Core::Null;
-  Core::Variant max_ = Core::Null;
+  /// A value and the range in which it lies; replaced as a whole.
+  struct State {
+    Core::Variant value, min, max;
+  };
+  static State Clamped(Core::Variant value, Core::Variant min, Core::Variant max);
+
+  State state_;
 };
 
 }  // namespace Data::impl

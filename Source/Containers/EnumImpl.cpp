@@ -38,7 +38,9 @@ bool EnumImpl::SelectOption(const char* text, Core::IErrorCode** error) {
 bool EnumImpl::GetOptions(Interfaces::IObjectList** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    *out = MakeStringList(options_).Detach();
+    auto list = Core::MakePtr<ObjectListImpl>();
+    for (const std::string& option : options_) list->AddText(option);
+    *out = list.Detach();
   });
 }
 

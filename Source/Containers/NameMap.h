@@ -10,8 +10,8 @@
 
 namespace Data::impl {
 
-/// Values by name, and the names by position in the order in which they were
-/// added. Nothing is ever removed, so addresses of names and values stay valid.
+/// Values by name, and names by index in the order in which they were added. Nothing is ever
+/// removed, and adding moves nothing: names and values stay at their addresses.
 template <class Value>
 class NameMap {
  public:
@@ -23,7 +23,8 @@ class NameMap {
 
   /// @pre the name is not there
   Value& Add(std::string_view name, Value value) {
-    order_.resize(entries_.size() + 1);  // first, so that a failure leaves no entry without place
+    // First, so that a failure to allocate leaves every entry with an index.
+    order_.resize(entries_.size() + 1);
     const auto added = entries_.emplace(name, std::move(value)).first;
     order_.back() = &*added;
     return added->second;
@@ -32,6 +33,12 @@ class NameMap {
   std::uint64_t Count() const { return entries_.size(); }
   const char* NameAt(std::uint64_t index) const { return order_[index]->first.c_str(); }
   const Value& ValueAt(std::uint64_t index) const { return order_[index]->second; }
+
+  /// Calls `use` with each value.
+  template <class Use>
+  void ForEachValue(const Use& use) {
+    for (auto& [name, value] : entries_) use(value);
+  }
 
  private:
   struct Hash {

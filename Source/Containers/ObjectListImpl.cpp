@@ -9,22 +9,29 @@ namespace Data::impl {
 ObjectListImpl::ObjectListImpl(std::vector<Core::Ptr<Core::IObject>> objects)
     : objects_(std::move(objects)) {}
 
+void ObjectListImpl::AddText(std::string_view text) {
+  objects_.push_back(MultiByteStringImpl::FromUtf8(text));
+}
+
+void ObjectListImpl::ReleaseItems(Teardown& teardown) {
+  for (auto& object : objects_) teardown.Release(object);
+}
+
 Core::IObject* ObjectListImpl::GetAt(std::uint64_t index) {
   if (index >= objects_.size()) return nullptr;
   if (!objects_[index]) Core::ThrowNullInterface<Core::IObject>();
   return objects_[index].Get();
 }
 
-void ObjectListImpl::Clear() {
-  // The list is empty before the objects go: the last release runs foreign code.
-  const auto released = std::exchange(objects_, {});
+void ObjectListImpl::Add(Core::IObject* object) {
+  // Before the list grows: adding the reference may call code that changes this list.
+  Core::Ptr<Core::IObject> added(object);
+  objects_.push_back(std::move(added));
 }
 
-Core::Ptr<ObjectListImpl> MakeStringList(const std::vector<std::string>& texts) {
-  std::vector<Core::Ptr<Core::IObject>> strings;
-  strings.reserve(texts.size());
-  for (const std::string& text : texts) strings.emplace_back(MultiByteStringImpl::FromUtf8(text));
-  return Core::MakePtr<ObjectListImpl>(std::move(strings));
+void ObjectListImpl::Clear() {
+  // The list is empty before the objects go: releasing one may run code of the program.
+  const auto released = std::exchange(objects_, {});
 }
 
 }  // namespace Data::impl

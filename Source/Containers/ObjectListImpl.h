@@ -1,20 +1,24 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 #include <vector>
 
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Ptr.h"
 #include "Data/Interfaces/IObjectList.h"
 
 namespace Data::impl {
 
-struct ObjectListImpl final : Core::ObjectBase<Interfaces::IObjectList> {
+struct ObjectListImpl final : ContainerBase<Interfaces::IObjectList> {
   ObjectListImpl() = default;
   explicit ObjectListImpl(std::vector<Core::Ptr<Core::IObject>> objects);
 
+  /// Appends a new string of UTF-8 text.
+  void AddText(std::string_view text);
+  void ReleaseItems(Teardown& teardown);
+
   Core::IObject* GetAt(std::uint64_t index) override;
-  void Add(Core::IObject* object) override { objects_.emplace_back(object); }
+  void Add(Core::IObject* object) override;
   bool IsEmpty() override { return objects_.empty(); }
   void Clear() override;
   std::uint64_t GetCount() override { return objects_.size(); }
@@ -22,8 +26,5 @@ struct ObjectListImpl final : Core::ObjectBase<Interfaces::IObjectList> {
  private:
   std::vector<Core::Ptr<Core::IObject>> objects_;
 };
-
-/// A list of new strings, one per UTF-8 text.
-Core::Ptr<ObjectListImpl> MakeStringList(const std::vector<std::string>& texts);
 
 }  // namespace Data::impl

@@ -20,6 +20,44 @@ void CheckConcrete(ValueType type) {
         static_cast<int>(type)));
 }
 
+/// Rejects a record that is not of the form, or refers to an object that is not of the interface,
+/// that its type stands for.
+void CheckForm(const _VARIANT& value) {
+  switch (Core::KindOf(Core::TypeOf(value))) {
+    case Core::ValueKind::Object:
+      Core::GetObject<Core::IObject>(value);
+      break;
+    case Core::ValueKind::List:
+      Core::GetObject<Interfaces::IObjectList>(value);
+      break;
+    case Core::ValueKind::Array:
+      Core::GetObject<Interfaces::IArray>(value);
+      break;
+    case Core::ValueKind::Text:
+      if (!Core::HasForm(value, Core::StorageForm::Value)) Core::ToStringObject(value);
+      break;
+    case Core::ValueKind::DateTime:
+      Core::GetDateTime(value);
+      break;
+    case Core::ValueKind::Document:
+      if (Core::TypeOf(value) == ValueType::JsonDocument) {
+        Core::GetJsonDocument(value);
+      } else {
+        Core::GetXmlDocument(value);
+      }
+      break;
+    case Core::ValueKind::Error:
+      Core::GetErrorCode(value);
+      break;
+    case Core::ValueKind::Address:
+      if (!Core::HasForm(value, Core::StorageForm::Pointer))
+        throw std::runtime_error("Must be pointer type!");
+      break;
+    default:
+      if (!Core::HasForm(value, Core::StorageForm::Value)) Core::ThrowMustBeValue();
+  }
+}
+
 void CheckType(const char* name, ValueType type, const _VARIANT& value) {
   Core::CheckDefined(value);
   const ValueType given = Core::TypeOf(value);
@@ -27,6 +65,7 @@ void CheckType(const char* name, ValueType type, const _VARIANT& value) {
     throw std::runtime_error(Core::StringFormat(
         "Types of Value and Property don't match! Property [%s] is of type %s, Value is of type %s",
         name, Core::GetValueTypeName(type).data(), Core::GetValueTypeName(given).data()));
+  CheckForm(value);
 }
 
 }  // namespace
@@ -38,17 +77,29 @@ PropertiesImpl::Property& PropertiesImpl::Find(const char* name) {
   return *property;
 }
 
+void PropertiesImpl::CheckIsNew(const char* name) {
+  if (properties_.Find(name))
+    throw std::runtime_error(Core::StringFormat("Property with name [%s] already exists!", name));
+}
+
+void PropertiesImpl::ReleaseItems(Teardown& teardown) {
+  properties_.ForEachValue([&](Property& property) {
+    teardown.Release(property.defaultValue);
+    teardown.Release(property.value);
+  });
+}
+
 bool PropertiesImpl::Register(const char* name, ValueType type, bool isRequired,
                               const _VARIANT* defaultValue, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckArgument(name);
     CheckConcrete(type);
-    if (properties_.Find(name))
-      throw std::runtime_error(Core::StringFormat("Property with name [%s] already exists!", name));
+    CheckIsNew(name);
     Property property{type, isRequired};
     if (defaultValue && !Core::IsNull(*defaultValue)) {
       CheckType(name, type, *defaultValue);
       property.defaultValue = Core::Variant(*defaultValue);
+      CheckIsNew(name);  // again: adding a reference may call code that registers it
     }
     properties_.Add(name, std::move(property));
   });
@@ -107,13 +158,13 @@ const char* PropertiesImpl::GetNameAt(std::uint64_t index) {
 bool PropertiesImpl::GetMissing(Interfaces::IObjectList** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    std::vector<std::string> missing;
+    auto missing = Core::MakePtr<ObjectListImpl>();
     for (std::uint64_t i = 0; i < properties_.Count(); ++i) {
       const Property& property = properties_.ValueAt(i);
       if (property.isRequired && property.Effective().IsNull())
-        missing.emplace_back(properties_.NameAt(i));
+        missing->AddText(properties_.NameAt(i));
     }
-    *out = MakeStringList(missing).Detach();
+    *out = missing.Detach();
   });
 }
 

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "Containers/NameMap.h"
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IProperties.h"
 
 namespace Data::impl {
 
-struct PropertiesImpl final : Core::ObjectBase<Interfaces::IProperties> {
+struct PropertiesImpl final : ContainerBase<Interfaces::IProperties> {
+  void ReleaseItems(Teardown& teardown);
+
   bool Register(const char* name, Structures::ValueType type, bool isRequired,
                 const Structures::_VARIANT* defaultValue, Core::IErrorCode** error) override;
   bool Set(const char* name, const Structures::_VARIANT* value, Core::IErrorCode** error) override;
@@ -30,12 +32,12 @@ struct PropertiesImpl final : Core::ObjectBase<Interfaces::IProperties> {
     Core::Variant defaultValue = Core::Null;
     Core::Variant value = Core::Null;
 
-    /// What it reads as: Null only without a value and a default, whose type
-    /// never is Null.
+    /// What it reads as: Null only without a value and a default, neither of which can be Null.
     const Core::Variant& Effective() const { return value.IsNull() ? defaultValue : value; }
   };
 
   Property& Find(const char* name);
+  void CheckIsNew(const char* name);
 
   NameMap<Property> properties_;
 };

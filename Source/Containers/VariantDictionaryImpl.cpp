@@ -18,21 +18,27 @@ void CheckRecord(const _VARIANT* record) {
 
 }  // namespace
 
+void VariantDictionaryImpl::ReleaseItems(Teardown& teardown) {
+  for (auto& entry : map_.Entries()) {
+    teardown.Release(entry.key);
+    teardown.Release(entry.value);
+  }
+}
+
 bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
                                 Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     CheckRecord(key);
     Core::CheckArgument(destination);
-    const Core::Variant* value = map_.Find(*key);
-    if (!value) Core::ThrowMissingKey();
-    Core::CopyVariant(value, destination);
+    Core::Variant value = map_.Get(*key);
+    std::swap<_VARIANT>(value, *destination);  // what the destination held is released last
   });
 }
 
 bool VariantDictionaryImpl::Contains(const _VARIANT* key, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     CheckRecord(key);
-    return map_.Find(*key) != nullptr;
+    return map_.Contains(*key);
   });
 }
 
@@ -46,16 +52,19 @@ bool VariantDictionaryImpl::Set(const _VARIANT* key, const _VARIANT* value,
 }
 
 bool VariantDictionaryImpl::Clear() {
-  const auto released = std::exchange(map_, {});
+  map_.Clear();
   return true;
 }
 
 bool VariantDictionaryImpl::GetKeys(Interfaces::IVariantList** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
+    const std::size_t count = map_.Entries().size();
     std::vector<Core::Variant> keys;
-    keys.reserve(map_.Entries().size());
-    for (const auto& entry : map_.Entries()) keys.push_back(entry.key);
+    keys.reserve(count);
+    // By index, because adding a reference may call code that changes this dictionary.
+    for (std::size_t i = 0; i < count && i < map_.Entries().size(); ++i)
+      keys.push_back(map_.Entries()[i].key);
     *out = Core::MakePtr<VariantListImpl>(std::move(keys)).Detach();
   });
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "Containers/Teardown.h"
 #include "Containers/VariantMap.h"
-#include "Core/ObjectBase.h"
 #include "Data/Interfaces/IVariantDictionary.h"
 
 namespace Data::impl {
 
-struct VariantDictionaryImpl final : Core::ObjectBase<Interfaces::IVariantDictionary> {
+struct VariantDictionaryImpl final : ContainerBase<Interfaces::IVariantDictionary> {
+  void ReleaseItems(Teardown& teardown);
+
   bool Get(const Structures::_VARIANT* key, Structures::_VARIANT* destination,
            Core::IErrorCode** error) override;
   bool Contains(const Structures::_VARIANT* key, Core::IErrorCode** error) override;
@@ -18,7 +20,7 @@ struct VariantDictionaryImpl final : Core::ObjectBase<Interfaces::IVariantDictio
   bool GetKeys(Interfaces::IVariantList** out, Core::IErrorCode** error) override;
 
  private:
-  VariantMap<Core::Variant> map_;
+  VariantMap map_;
 };
 
 }  // namespace Data::impl

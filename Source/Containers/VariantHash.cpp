@@ -1,8 +1,13 @@
 #include "Containers/VariantHash.h"
 
 #include <bit>
+#include <string>
 
+#include "Core/ImplementationOf.h"
+#include "Core/Variant.h"
 #include "Core/VariantComparison.h"
+#include "DateTime/DateTimeImpl.h"
+#include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
 
@@ -31,15 +36,31 @@ std::uint64_t HashReal(double value) {
   return HashWord(std::bit_cast<std::uint64_t>(value == 0 ? 0.0 : value));  // -0.0 equals 0.0
 }
 
-}  // namespace
-
-std::uint64_t HashText(std::string_view text) {
-  std::uint64_t hash = kOffsetBasis;
-  for (const char byte : text) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
-  return hash;
+/// Whether hashing, comparing or counting references to a key may run code of the program, which
+/// may change anything: the key is an object of another class than these.
+bool MayCallBack(const _VARIANT& key) {
+  IObject* object = ReferencedObject(key);
+  return object && !ImplementationOf<MultiByteStringImpl>(object) &&
+         !ImplementationOf<DateTimeImpl>(object);
 }
 
-std::uint64_t HashOf(const _VARIANT& key) {
+bool AreEqualTexts(std::string_view left, std::string_view right) {
+  return left == right || detail::CompareFolded(left, right) == 0;
+}
+
+bool AreTexts(const _VARIANT& left, const _VARIANT& right) {
+  return TypeOf(left) == ValueType::String && TypeOf(right) == ValueType::String &&
+         !IsNullAddress(left) && !IsNullAddress(right);
+}
+
+bool AreEqualHeld(const _VARIANT& left, const _VARIANT& right) {
+  if (!AreTexts(left, right)) return Compare(left, right) == 0;
+  // Copied, because reading the right text may change the left one.
+  const std::string leftText(GetStringView(left));
+  return AreEqualTexts(leftText, GetStringView(right));
+}
+
+std::uint64_t HashOfHeld(const _VARIANT& key) {
   switch (KindOf(TypeOf(key))) {
     case ValueKind::SignedInteger:
     case ValueKind::UnsignedInteger:
@@ -66,15 +87,30 @@ std::uint64_t HashOf(const _VARIANT& key) {
   return 0;
 }
 
+}  // namespace
+
+std::uint64_t HashText(std::string_view text) {
+  std::uint64_t hash = kOffsetBasis;
+  for (const char byte : text) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
+  return hash;
+}
+
+std::uint64_t HashOf(const _VARIANT& key) {
+  return MayCallBack(key) ? HashOfHeld(Variant(key)) : HashOfHeld(key);
+}
+
 bool EqualsNothing(const _VARIANT& key) { return !AreComparable(key, key); }
 
 bool AreEqualKeys(const _VARIANT& stored, const _VARIANT& key) {
   if (!AreComparable(stored, key)) return false;
-  const bool areTexts = TypeOf(stored) == ValueType::String && TypeOf(key) == ValueType::String;
-  if (!areTexts || IsNullAddress(stored) || IsNullAddress(key)) return Compare(stored, key) == 0;
+  if (MayCallBack(stored) || MayCallBack(key)) {
+    const Variant left(stored);  // first: adding a reference to the other may remove the stored key
+    const Variant right(key);
+    return AreEqualHeld(left, right);
+  }
+  if (!AreTexts(stored, key)) return Compare(stored, key) == 0;
   // Hashing has left both as UTF-8, so no string object is made for a short text.
-  const std::string_view left = GetStringView(stored), right = GetStringView(key);
-  return left == right || detail::CompareFolded(left, right) == 0;
+  return AreEqualTexts(GetStringView(stored), GetStringView(key));
 }
 
 }  // namespace Data::impl

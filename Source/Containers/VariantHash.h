@@ -5,8 +5,8 @@
 
 #include "Core/VariantRecord.h"
 
-/// Hash and equality of values as keys: of dictionaries and of a table's unique
-/// index.
+/// Hash and equality of values as keys: of dictionaries, of a table's unique index, of merged
+/// tables. While they call a program's own objects they hold references to them.
 namespace Data::impl {
 
 /// 64-bit FNV-1a over the bytes of a text; the same on every platform.
@@ -24,8 +24,7 @@ inline bool IsNullKey(const Structures::_VARIANT& key) {
 }
 
 /// Whether a key differs from every key, itself included, without ever failing:
-/// Null and Unknown by value. All of them share few hashes, so maps never look
-/// for them.
+/// Null and Unknown by value. They share a few hashes, so maps never search for them.
 bool EqualsNothing(const Structures::_VARIANT& key);
 
 /// Equality of two keys of equal hash: comparable, and `Core::Compare` gives 0.

@@ -6,6 +6,10 @@ namespace Data::impl {
 
 VariantListImpl::VariantListImpl(std::vector<Core::Variant> items) : items_(std::move(items)) {}
 
+void VariantListImpl::ReleaseItems(Teardown& teardown) {
+  for (Core::Variant& item : items_) teardown.Release(item);
+}
+
 bool VariantListImpl::GetAt(std::uint64_t index, Structures::_VARIANT* destination) {
   if (index >= items_.size()) return false;
   Core::CopyVariant(&items_[index], destination);
@@ -13,7 +17,9 @@ bool VariantListImpl::GetAt(std::uint64_t index, Structures::_VARIANT* destinati
 }
 
 void VariantListImpl::Add(const Structures::_VARIANT* value) {
-  items_.push_back(value ? Core::Variant(*value) : Core::Variant());
+  // Before the list grows: adding the reference may call code that changes this list.
+  Core::Variant item = value ? Core::Variant(*value) : Core::Variant();
+  items_.push_back(std::move(item));
 }
 
 void VariantListImpl::Clear() { const auto released = std::exchange(items_, {}); }

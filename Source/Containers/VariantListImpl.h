@@ -2,15 +2,17 @@
 
 #include <vector>
 
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IVariantList.h"
 
 namespace Data::impl {
 
-struct VariantListImpl final : Core::ObjectBase<Interfaces::IVariantList> {
+struct VariantListImpl final : ContainerBase<Interfaces::IVariantList> {
   VariantListImpl() = default;
   explicit VariantListImpl(std::vector<Core::Variant> items);
+
+  void ReleaseItems(Teardown& teardown);
 
   bool GetAt(std::uint64_t index, Structures::_VARIANT* destination) override;
   void Add(const Structures::_VARIANT* value) override;

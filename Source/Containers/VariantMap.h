@@ -1,8 +1,7 @@
 #pragma once
 
-#include <bit>
+#include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 #include "Containers/VariantHash.h"
@@ -10,84 +9,57 @@
 
 namespace Data::impl {
 
-/// A map from `_VARIANT` keys that only grows or is emptied. Entries stand in
-/// the order in which they were added; an open-addressed index of their
-/// positions finds them, and keeps their hashes so that growth hashes no key
-/// again.
-template <class Value>
+/// A hash map of values: entries are added, given another value, or all removed at once.
+///
+/// `entries_` holds the keys and values in the order in which they were added. `slots_` finds
+/// them: an open-addressed table with linear probing, a power of two in size and at most half
+/// full. A key's hash gives the slot where its search begins; the search goes from slot to slot
+/// until it meets an equal key or a free slot. Each slot keeps the hash of its entry, so that
+/// most other keys are told apart without a look at them and the table grows without hashing
+/// any key again.
+///
+/// Hashing and comparing keys, and counting references, may run code of the program, which may
+/// change this very map. So a change is made at once, between two such calls, what it removes is
+/// released after it, and a search looks at the table again after every comparison.
 class VariantMap {
  public:
   struct Entry {
     Core::Variant key;
-    Value value;
+    Core::Variant value;
   };
 
-  /// The value of an equal key, or null. Valid until the map grows.
+  /// The value of an equal key.
+  /// @throws std::out_of_range without one, and what hashing and comparing throw
+  Core::Variant Get(const Structures::_VARIANT& key) const;
   /// @throws what hashing and comparing throw
-  Value* Find(const Structures::_VARIANT& key) {
-    const std::uint64_t hash = HashOf(key);
-    if (EqualsNothing(key)) return nullptr;
-    return FindHashed(key, hash);
-  }
-
-  /// Gives an entry another value, or adds one.
-  /// @throws as `Find`; the map is then as before
-  void Set(const Structures::_VARIANT& key, Value value) {
-    const std::uint64_t hash = HashOf(key);
-    const bool isIndexed = !EqualsNothing(key);
-    if (isIndexed) {
-      if (Value* found = FindHashed(key, hash)) return std::swap(*found, value);
-      if (2 * (indexed_ + 1) > slots_.size()) Grow();
-    }
-    entries_.push_back({Core::Variant(key), std::move(value)});
-    if (isIndexed) Index(hash, entries_.size());
-  }
+  bool Contains(const Structures::_VARIANT& key) const;
+  /// Gives the entry of an equal key another value, or adds an entry.
+  /// @throws as `Contains`; the map is then as before
+  void Set(const Structures::_VARIANT& key, Core::Variant value);
+  void Clear();
 
   const std::vector<Entry>& Entries() const { return entries_; }
+  std::vector<Entry>& Entries() { return entries_; }
 
  private:
-  /// A power of two of them, at most half in use; place 0 marks a free one.
+  /// Refers to an entry by its number, counted from 1; 0 marks a free slot.
   struct Slot {
     std::uint64_t hash = 0;
-    std::uint64_t place = 0;  ///< position in the entries, from 1
+    std::uint64_t entry = 0;
   };
 
-  /// The first slot of a hash: its upper bits after a multiplication, since the
-  /// lower ones of similar keys are alike.
-  std::size_t FirstSlot(std::uint64_t hash) const {
-    return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15) >>
-                                    (64 - std::countr_zero(slots_.size())));
-  }
+  std::size_t FirstSlot(std::uint64_t hash) const;
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
-
-  Value* FindHashed(const Structures::_VARIANT& key, std::uint64_t hash) {
-    if (slots_.empty()) return nullptr;
-    for (std::size_t i = FirstSlot(hash); slots_[i].place != 0; i = NextSlot(i)) {
-      if (slots_[i].hash != hash) continue;
-      Entry& entry = entries_[slots_[i].place - 1];
-      if (AreEqualKeys(entry.key, key)) return &entry.value;
-    }
-    return nullptr;
-  }
-
-  void Index(std::uint64_t hash, std::uint64_t place) {
-    std::size_t i = FirstSlot(hash);
-    while (slots_[i].place != 0) i = NextSlot(i);
-    slots_[i] = {hash, place};
-    ++indexed_;
-  }
-
-  void Grow() {
-    const auto old =
-        std::exchange(slots_, std::vector<Slot>(slots_.empty() ? 16 : 2 * slots_.size()));
-    indexed_ = 0;
-    for (const Slot& slot : old)
-      if (slot.place != 0) Index(slot.hash, slot.place);
-  }
+  std::uint64_t Find(const Structures::_VARIANT& key) const;
+  std::uint64_t Find(const Structures::_VARIANT& key, std::uint64_t hash) const;
+  void Add(Entry entry, std::uint64_t hash);
+  void Occupy(Slot slot);
+  void Grow();
 
   std::vector<Entry> entries_;
   std::vector<Slot> slots_;
-  std::size_t indexed_ = 0;
+  std::size_t occupied_ = 0;  ///< slots; keys that equal nothing have none
+  std::uint64_t clears_ = 0;  ///< how often the map was cleared
 };
 
 }  // namespace Data::impl

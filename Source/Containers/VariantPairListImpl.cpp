@@ -1,5 +1,6 @@
 #include "Containers/VariantPairListImpl.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "Core/Guard.h"
@@ -8,14 +9,29 @@ namespace Data::impl {
 
 using Structures::_VARIANT;
 
+void VariantPairListImpl::ReleaseItems(Teardown& teardown) {
+  for (Pair& pair : pairs_) {
+    teardown.Release(pair.key);
+    teardown.Release(pair.value);
+  }
+}
+
+void VariantPairListImpl::CheckIndex(std::uint64_t index) const {
+  if (index >= pairs_.size()) throw std::runtime_error("Index out of bounds!");
+}
+
 bool VariantPairListImpl::GetAt(std::uint64_t index, _VARIANT* key, _VARIANT* value,
                                 Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckArgument(key);
     Core::CheckArgument(value);
-    if (index >= pairs_.size()) throw std::runtime_error("Index out of bounds!");
-    Core::CopyVariant(&pairs_[index].key, key);
-    Core::CopyVariant(&pairs_[index].value, value);
+    CheckIndex(index);
+    Core::Variant foundKey = pairs_[index].key;
+    CheckIndex(index);  // again: adding the key's reference may call code that changes this list
+    Core::Variant foundValue = pairs_[index].value;
+    // What the destinations held is released last.
+    std::swap<_VARIANT>(foundKey, *key);
+    std::swap<_VARIANT>(foundValue, *value);
   });
 }
 
@@ -26,7 +42,9 @@ bool VariantPairListImpl::Add(const _VARIANT* key, const _VARIANT* value,
       Core::CheckArgument(record);
       Core::CheckDefined(*record);
     }
-    pairs_.push_back({Core::Variant(*key), Core::Variant(*value)});
+    // Before the list grows: adding a reference may call code that changes this list.
+    Pair pair{Core::Variant(*key), Core::Variant(*value)};
+    pairs_.push_back(std::move(pair));
   });
 }
 

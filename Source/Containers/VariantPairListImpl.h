@@ -2,13 +2,15 @@
 
 #include <vector>
 
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IVariantPairList.h"
 
 namespace Data::impl {
 
-struct VariantPairListImpl final : Core::ObjectBase<Interfaces::IVariantPairList> {
+struct VariantPairListImpl final : ContainerBase<Interfaces::IVariantPairList> {
+  void ReleaseItems(Teardown& teardown);
+
   bool GetAt(std::uint64_t index, Structures::_VARIANT* key, Structures::_VARIANT* value,
              Core::IErrorCode** error) override;
   bool Add(const Structures::_VARIANT* key, const Structures::_VARIANT* value,
@@ -21,6 +23,9 @@ struct VariantPairListImpl final : Core::ObjectBase<Interfaces::IVariantPairList
   struct Pair {
     Core::Variant key, value;
   };
+
+  void CheckIndex(std::uint64_t index) const;
+
   std::vector<Pair> pairs_;
 };
 

@@ -24,6 +24,10 @@ class ObjectBase : public Interface {
   void Unlock() override { mutex_.unlock(); }
   void Destroy() override { delete this; }
 
+  /// Gives one reference back without destroying the object.
+  /// @return whether it was the last one: the caller then destroys the object
+  bool DropReference() { return references_.fetch_sub(1) <= 1; }
+
  protected:
   ObjectBase() = default;
   ObjectBase(const ObjectBase&) = delete;

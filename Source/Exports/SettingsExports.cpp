@@ -17,6 +17,7 @@ using Data::Structures::_VARIANT;
 namespace {
 
 std::vector<std::string> ReadOptions(IObjectList& list) {
+  const Core::Ptr<IObjectList> held(&list);  // reading an option may run code that releases it
   std::vector<std::string> options;
   const std::uint64_t count = list.GetCount();
   options.reserve(count);

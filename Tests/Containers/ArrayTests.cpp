@@ -86,6 +86,9 @@ TEST(Array, MayBeFilledFromItself) {
   EXPECT_EQ(std::memcmp(array->GetPointer(1020, 4, nullptr), "abcd", 4), 0);
   array->SetData(array->GetPointer(2, 4, nullptr), 2, 2);
   EXPECT_EQ(std::memcmp(array->GetData(), "cdab", 4), 0);
+  array->Write(2, array->GetPointer(1, 3, nullptr), 3);
+  EXPECT_EQ(std::memcmp(array->GetPointer(0, 5, nullptr), "cddab", 5), 0)
+      << "as the bytes were before";
 }
 
 TEST(Array, ImpossibleSizesThrow) {
@@ -93,7 +96,11 @@ TEST(Array, ImpossibleSizesThrow) {
   EXPECT_EQ(ThrownBy([&] { array->Resize(UINT64_MAX, 1); }), "vector too long");
   EXPECT_EQ(ThrownBy([&] { array->Resize(1ull << 33, 1ull << 33); }), "vector too long");
   EXPECT_EQ(ThrownBy([&] { array->SetData("", UINT64_MAX / 2, 3); }), "vector too long");
+  EXPECT_EQ(ThrownBy([&] { array->SetData("", 1ull << 63, 1); }), "vector too long");
+  EXPECT_EQ(ThrownBy([&] { array->Append("", 1ull << 63); }), "vector too long");
+  EXPECT_EQ(ThrownBy([&] { array->Write(2, "yz", 1ull << 63); }), "vector too long");
   EXPECT_EQ(array->GetSize(), 4u);
+  EXPECT_EQ(std::memcmp(array->GetData(), "abcd", 4), 0) << "what fails overwrites nothing";
 }
 
 }  // namespace Data::tests

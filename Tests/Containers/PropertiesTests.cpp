@@ -146,6 +146,52 @@ TEST(Properties, ChecksTheTypeOfAValue) {
   }
 }
 
+TEST(Properties, ChecksWhatAValueRefersTo) {
+  const Ptr<IObject> text(Core::MakeString("text").Get()), list(New(Data_CreateObjectList).Get());
+  const char* const mustBeReference =
+      "Must be reference type! Must implement Core::IObject interface!";
+  const auto typed = [](const char* name) {
+    return "Object does not implement "s + name + " interface!";
+  };
+  const auto untyped = [](const char* name) {
+    return "Cannot cast to desired interface: Interface: struct Core::IObject Implementation: "
+           "struct Data::Interfaces::"s +
+           name;
+  };
+  const struct {
+    Variant value;
+    std::string error;
+  } cases[] = {
+      {Reference(ValueType::IObject, text), ""},
+      {Reference(ValueType::Array, text), untyped("IArray")},
+      {Reference(ValueType::String, list), typed("Interfaces::IString")},
+      {Reference(ValueType::DateTime, text), typed("Interfaces::IDateTime")},
+      {Reference(ValueType::JsonDocument, text), typed("Interfaces::IJsonDocument")},
+      {Reference(ValueType::XmlDocument, text), typed("Interfaces::IXmlDocument")},
+      {Reference(ValueType::ErrorCode, text), typed("Core::IErrorCode")},
+      {Reference(ValueType::ObjectList, text), untyped("IObjectList")},
+      {Reference(ValueType::StringList, text), untyped("IObjectList")},
+      {Reference(ValueType::Int32, text), "Must be value type!"},
+      {Reference(ValueType::Pointer, text), "Must be pointer type!"},
+      {Address(ValueType::Pointer, 5), ""},
+      {Address(ValueType::Uuid, 5), "Must be value type!"},
+      {ByValue(ValueType::Array, 1), mustBeReference},
+      {ByValue(ValueType::IObject, 0), mustBeReference},
+  };
+  for (const auto& c : cases) {
+    const auto properties = New(Data_CreateProperties);
+    const std::string name(Core::GetValueTypeName(c.value.Type()));
+    EXPECT_EQ(Failure([&](auto e) {
+                return properties->Register("default", c.value.Type(), true, &c.value, e);
+              }),
+              c.error)
+        << name;
+    EXPECT_TRUE(properties->Register("a", c.value.Type(), true, nullptr, nullptr));
+    EXPECT_EQ(Failure([&](auto e) { return properties->Set("a", &c.value, e); }), c.error) << name;
+    EXPECT_EQ(properties->HasValue("a", nullptr), c.error.empty()) << name;
+  }
+}
+
 TEST(Properties, ReportsUnknownAndMissingNames) {
   const auto properties = NewProperties();
   auto& p = *properties;

@@ -1,0 +1,59 @@
+#include "Containers/Teardown.h"
+
+#include <typeinfo>
+
+#include "Containers/AllowedValueImpl.h"
+#include "Containers/ConfigurationImpl.h"
+#include "Containers/ConstrainedValueImpl.h"
+#include "Containers/ObjectListImpl.h"
+#include "Containers/PropertiesImpl.h"
+#include "Containers/VariantDictionaryImpl.h"
+#include "Containers/VariantListImpl.h"
+#include "Containers/VariantPairListImpl.h"
+
+namespace Data::impl {
+
+using Core::IObject;
+
+namespace {
+
+template <class... Containers>
+struct ClassList {
+  /// Calls `visit` with an object as the class it is.
+  /// @return false for an object of any other class
+  template <class Visit>
+  static bool VisitAsItsClass(IObject& object, const Visit& visit) {
+    const std::type_info* type = Core::ClassOf(object);
+    // These classes are internal to the library, so each has type information at one address.
+    return ((type == &typeid(Containers) && (visit(static_cast<Containers&>(object)), true)) ||
+            ...);
+  }
+};
+
+using Containers =
+    ClassList<ObjectListImpl, VariantListImpl, VariantDictionaryImpl, VariantPairListImpl,
+              ConfigurationImpl, PropertiesImpl, ConstrainedValueImpl, AllowedValueImpl>;
+
+}  // namespace
+
+void Teardown::Release(IObject* object) {
+  const bool isContainer = Containers::VisitAsItsClass(*object, [&](auto& container) {
+    if (!container.DropReference()) return;
+    container.nextInTeardown_ = std::exchange(next_, object);
+  });
+  if (!isContainer) object->Release();
+}
+
+void Teardown::End(IObject& container) noexcept {
+  Teardown teardown;
+  teardown.next_ = &container;
+  while (teardown.next_) {
+    Containers::VisitAsItsClass(*teardown.next_, [&](auto& ending) {
+      teardown.next_ = ending.nextInTeardown_;
+      ending.ReleaseItems(teardown);
+      delete &ending;
+    });
+  }
+}
+
+}  // namespace Data::impl

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Core/ObjectBase.h"
+#include "Core/Ptr.h"
+#include "Core/Variant.h"
+
+namespace Data::impl {
+
+/// Frees containers that hold each other, however deeply nested, without recursion.
+///
+/// If each container released its items as it ended, a chain of containers would take stack for
+/// every link. Instead the first one to end starts a teardown, which takes over the references
+/// that the container holds. An item that is a container of this library and ends as well joins
+/// a list that is linked through the containers themselves, so that nothing is allocated; any
+/// other item is released as usual. The teardown frees what is on the list until it is empty.
+class Teardown {
+ public:
+  /// Ends a container that has no references left. Its class is among those that Teardown.cpp
+  /// lists.
+  static void End(Core::IObject& container) noexcept;
+
+  /// Takes over the reference that an ending container holds.
+  void Release(Core::Ptr<Core::IObject>& object) {
+    if (object) Release(object.Detach());
+  }
+  void Release(Core::Variant& value) {
+    if (Core::ReferencedObject(value)) Release(Core::ReferencedObject(value.Detach()));
+  }
+
+ private:
+  void Release(Core::IObject* object);
+
+  Core::IObject* next_ = nullptr;  ///< the first container to be freed
+};
+
+/// `ObjectBase` for classes whose objects may hold each other. Each has an operation
+/// `void ReleaseItems(Teardown&)` that gives up every reference it holds.
+template <class Interface>
+class ContainerBase : public Core::ObjectBase<Interface> {
+ public:
+  void Destroy() override { Teardown::End(*this); }
+
+ private:
+  friend Teardown;
+
+  Core::IObject* nextInTeardown_ = nullptr;
+};
+
+}  // namespace Data::impl

@@ -1,0 +1,241 @@
+#include "Prelude.h"
+
+#include "Callers.h"
+
+/// Operations whose values, keys and destinations call the container back.
+namespace Data::tests {
+
+namespace {
+
+/// What a text of the program does at one of the calls that it gets.
+struct Reaction {
+  std::function<void()> react = [] {};
+  int callsLeft = 0;
+
+  void CountCall() {
+    if (callsLeft > 0 && --callsLeft == 0) react();
+  }
+};
+
+/// A text of a program's own that reacts to a call. The reaction may outlive it.
+class CallingText final : public CallersOwn<IString> {
+ public:
+  CallingText() {
+    onAddReference = onRelease = [shared = reaction] { shared->CountCall(); };
+  }
+
+  const char* text = "k";
+  const std::shared_ptr<Reaction> reaction = std::make_shared<Reaction>();
+
+  void SetWide(const char16_t*, std::uint64_t) override {}
+  void SetMultiByte(const char*, std::uint64_t, std::uint32_t) override {}
+  void SetUtf8(const char*, std::uint64_t) override {}
+  void* Clear() override { return nullptr; }
+  const char* GetMultiByte(std::uint32_t) override { return GetUtf8(); }
+  const char16_t* GetWide() override { return u""; }
+  const void* GetData() override { return GetUtf8(); }
+  std::uint64_t GetSize() override { return GetLength() + 1; }
+  const char* GetUtf8() override {
+    reaction->CountCall();
+    return text;
+  }
+  std::uint64_t GetLength() override {
+    reaction->CountCall();
+    return std::strlen(text);
+  }
+  std::int32_t Compare(IString* other, bool) override {
+    reaction->CountCall();
+    return std::strcmp(text, other->GetUtf8());
+  }
+};
+
+using Operations = std::vector<std::function<void()>>;
+
+/// Runs every operation with every other one inside it: once for each call that the operation
+/// makes to the text. Whatever happens in between, memory stays sound, every operation works
+/// afterwards and no reference is lost.
+/// @param make  the operations of a new container that holds the text
+void CallBackAtEveryCall(const std::function<Operations(const Ptr<CallingText>&)>& make) {
+  const std::size_t count = make(Core::MakePtr<CallingText>()).size();
+  for (std::size_t outer = 0; outer < count; ++outer) {
+    for (std::size_t inner = 0; inner < count; ++inner) {
+      bool hasReacted = true;
+      for (int call = 1; hasReacted; ++call) {
+        const auto text = Core::MakePtr<CallingText>();
+        {
+          const Operations operations = make(text);
+          *text->reaction = {operations[inner], call};
+          operations[outer]();
+          hasReacted = text->reaction->callsLeft == 0;
+          *text->reaction = {};
+          for (const auto& operation : operations) operation();
+        }
+        ASSERT_EQ(ReferencesTo(text), 1u) << outer << " calls " << inner << " at " << call;
+      }
+    }
+  }
+}
+
+/// A record that refers to the text.
+Variant Holding(const Ptr<CallingText>& text) { return Variant(Ptr<IString>(text.Get())); }
+
+}  // namespace
+
+TEST(Callbacks, Dictionary) {
+  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+    const auto d = New(Data_CreateVariantDictionary);
+    const Variant held = Holding(text), inlineKey("k"), number(1);
+    const auto get = [=](const Variant& key) {
+      return [=] {
+        Variant value = held;
+        d->Get(&key, &value, nullptr);
+      };
+    };
+    const auto set = [=](const Variant& key, const Variant& value) {
+      return [=] { EXPECT_TRUE(d->Set(&key, &value, nullptr)); };
+    };
+    const auto addMany = [=] {
+      for (int i = 0; i < 40; ++i) set(Variant(static_cast<std::int64_t>(d->GetCount())), held)();
+    };
+    const auto list = [=] {
+      Ptr<IVariantList> keys;
+      EXPECT_TRUE(d->GetKeys(keys.Receive(), nullptr));
+    };
+    const auto own = Core::MakeString("k");
+    const auto changeText = [=] {
+      text->text = "x";  // as long as before, for the call to the length comes later
+      own->SetUtf8("a text that needs another buffer than before", 44);
+    };
+    set(held, held)();
+    return {get(held),
+            get(inlineKey),
+            get(Variant(own)),
+            [=] { d->Contains(&held, nullptr); },
+            set(held, held),
+            set(inlineKey, number),
+            set(Variant(own), held),
+            list,
+            addMany,
+            changeText,
+            [=] { EXPECT_TRUE(d->Clear()); }};
+  });
+}
+
+TEST(Callbacks, Lists) {
+  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+    const auto objects = New(Data_CreateObjectList);
+    const auto values = New(Data_CreateVariantList);
+    const auto pairs = New(Data_CreateVariantPairList);
+    const Variant held = Holding(text);
+    const auto add = [=] {
+      objects->Add(text.Get());
+      values->Add(&held);
+      EXPECT_TRUE(pairs->Add(&held, &held, nullptr));
+    };
+    add();
+    return {add, [=] { objects->Clear(); }, [=] { values->Clear(); },
+            [=] { EXPECT_TRUE(pairs->Clear()); },
+            [=] {
+              Variant key = held, value = held;
+              values->GetAt(0, &value);
+              pairs->GetAt(0, &key, &value, nullptr);
+              pairs->GetAt(0, &key, &key, nullptr);
+            }};
+  });
+}
+
+TEST(Callbacks, ConfigurationAndProperties) {
+  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+    const auto c = New(Data_CreateConfiguration);
+    const auto p = New(Data_CreateProperties);
+    const Variant held = Holding(text), number(1);
+    EXPECT_TRUE(p->Register("a", ValueType::String, true, &held, nullptr));
+    return {[=] {
+              c->Set("a", &held);
+              EXPECT_TRUE(p->Set("a", &held, nullptr));
+            },
+            [=] { c->Set("a", &number); },
+            [=] {
+              const std::string name = std::to_string(p->GetCount());
+              c->Set(name.c_str(), &held);
+              p->Register(name.c_str(), ValueType::String, true, &held, nullptr);
+              EXPECT_STREQ(p->GetNameAt(p->GetCount() - 1), p->GetNameAt(p->GetCount() - 1));
+            },
+            [=] { EXPECT_TRUE(p->Reset("a", nullptr)); },
+            [=] {
+              Variant value = held;
+              c->Get("a", &value);
+              EXPECT_TRUE(p->Get("a", &value, nullptr));
+              EXPECT_TRUE(p->GetDefault("a", &value, nullptr));
+            }};
+  });
+}
+
+TEST(Callbacks, ConstrainedAndAllowedValues) {
+  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+    const Variant held = Holding(text), low("a"), high("z");
+    Ptr<IConstrainedValue> c;
+    Ptr<IAllowedValue> allowed;
+    EXPECT_TRUE(Data_CreateConstrainedValue(&held, &held, &high, c.Receive(), nullptr));
+    EXPECT_TRUE(Data_CreateAllowedValue(&held, ComparisonOperator::None, "", "", "", "",
+                                        allowed.Receive(), nullptr));
+    return {[=] { c->SetValue(&held, nullptr); }, [=] { c->SetValue(&low, nullptr); },
+            [=] { c->SetConstraints(&low, &high, nullptr); },
+            [=] { c->SetConstraints(&held, &held, nullptr); },
+            [=] {
+              Variant min = held, max = held;
+              c->GetConstraints(&min, &max);
+              c->GetValue(&min);
+              allowed->GetValue(&max);
+              Ptr<IString> shown;
+              EXPECT_TRUE(allowed->GetValueText(shown.Receive(), nullptr));
+            }};
+  });
+}
+
+TEST(Callbacks, Enum) {
+  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+    const auto options = std::make_shared<Ptr<IObjectList>>(New(Data_CreateObjectList));
+    const auto add = [=] {
+      if (const auto list = *options) list->Add(text.Get());
+    };
+    for (int i = 0; i < 3; ++i) add();
+    return {[=] {
+              Ptr<IEnum> created;
+              Data_CreateEnum(options->Get(), created.Receive(), nullptr);
+            },
+            add,
+            [=] {
+              if (const auto list = *options) list->Clear();
+            },
+            [=] { options->Reset(); }};
+  });
+}
+
+/// The value lies in the range whenever it can be seen.
+TEST(Callbacks, ConstrainedValueChangesItsRangeAtOnce) {
+  const auto text = Core::MakePtr<CallingText>();
+  text->text = "b";
+  const Variant held = Holding(text), low("a"), high("z");
+  Ptr<IConstrainedValue> c;
+  ASSERT_TRUE(Data_CreateConstrainedValue(&held, &low, &high, c.Receive(), nullptr));
+  std::string seen;
+  const auto look = [&] {
+    Variant value, min, max;
+    c->GetValue(&value);
+    c->GetConstraints(&min, &max);
+    seen = min.As<std::string>() + value.As<std::string>();
+  };
+  bool isLooking = false;
+  text->onRelease = [&] {
+    if (std::exchange(isLooking, true)) return;
+    look();
+    isLooking = false;
+  };
+  const Variant x("x");
+  ASSERT_TRUE(c->SetConstraints(&x, &high, nullptr));
+  text->onRelease = [] {};
+  EXPECT_EQ(seen, "xx");
+}
+
+}  // namespace Data::tests
