@@ -1,4 +1,5 @@
-// Turns delimited text into JSON, or into tidy CSV, and says on standard error what it found.
+// Converts delimited text into JSON, or into regular CSV, and reports what it found on standard
+// error.
 //
 //   CsvToJson airports.csv --output airports.json
 //   CsvToJson --bad-lines keep --format csv < survey.txt > survey.csv
@@ -77,7 +78,7 @@ Reading Parse(const std::string& text, const Options& options) {
   return reading;
 }
 
-// -- Telling --
+// -- Reporting --
 
 std::vector<std::size_t> CountNulls(const Ptr<ITable>& table) {
   std::vector<std::size_t> nulls(Data::Columns(table).size());
@@ -146,7 +147,7 @@ void WriteAll(const std::string& path, const Ptr<IString>& text) {
   if (!stream) throw std::runtime_error("Cannot write " + path);
 }
 
-// -- The program --
+// -- Command line --
 
 void Convert(const Options& options) {
   const Reading reading = Parse(ReadAll(options.input), options);
@@ -156,7 +157,7 @@ void Convert(const Options& options) {
 }
 
 void Describe(CLI::App& app, Options& options) {
-  app.allow_windows_style_options(false);  // what begins with a slash is a path everywhere
+  app.allow_windows_style_options(false);  // an argument that begins with a slash is a path
   app.add_option("input", options.input, "File to read; - is standard input")
       ->capture_default_str();
   app.add_option("-o,--output", options.output, "File to write; - is standard output")
