@@ -6,15 +6,16 @@
 #include <emmintrin.h>
 #endif
 
-/// ASCII reads the same in every page that matters, and most texts are nothing
-/// else. It is converted 16 characters at a time, at the speed of memory.
+/// Most text is ASCII, which is the same in every common code page. It is converted
+/// in blocks of 16 characters.
 namespace Data::Platform {
 
 constexpr std::size_t kAsciiBlock = 16;
 
 #if defined(__SSE2__)
 
-/// Converts a block, or returns false if not all of it is ASCII.
+/// Converts a block if all of it is ASCII.
+/// @return false if it is not; nothing is written then
 inline bool ConvertAsciiBlock(const char* in, char16_t* out) {
   const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in));
   if (_mm_movemask_epi8(bytes) != 0) return false;
@@ -27,15 +28,16 @@ inline bool ConvertAsciiBlock(const char* in, char16_t* out) {
 inline bool ConvertAsciiBlock(const char16_t* in, char* out) {
   const auto* from = reinterpret_cast<const __m128i*>(in);
   const __m128i low = _mm_loadu_si128(from), high = _mm_loadu_si128(from + 1);
-  const __m128i past = _mm_and_si128(_mm_or_si128(low, high), _mm_set1_epi16(~0x7F));
-  if (_mm_movemask_epi8(_mm_cmpeq_epi16(past, _mm_setzero_si128())) != 0xFFFF) return false;
+  const __m128i others = _mm_and_si128(_mm_or_si128(low, high), _mm_set1_epi16(~0x7F));
+  if (_mm_movemask_epi8(_mm_cmpeq_epi16(others, _mm_setzero_si128())) != 0xFFFF) return false;
   _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(low, high));
   return true;
 }
 
 #else
 
-/// Converts a block, or returns false if not all of it is ASCII.
+/// Converts a block if all of it is ASCII.
+/// @return false if it is not; nothing is written then
 template <class In, class Out>
 bool ConvertAsciiBlock(const In* in, Out* out) {
   unsigned all = 0;

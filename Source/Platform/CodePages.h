@@ -4,21 +4,20 @@
 #include <cstdint>
 #include <string_view>
 
-/// Conversion between UTF-16 and the byte encodings that Windows numbers as
-/// code pages; 65001 is UTF-8, 0 and 1 are the ANSI and the OEM page. Both
-/// systems give the same answers: best-fit characters, undefined bytes and
-/// broken double bytes included. Nothing is reported: a text always converts
-/// to something, and an unknown page to nothing.
+/// Conversion between UTF-16 and the code pages of Windows: 65001 is UTF-8, 0 and 1
+/// are the ANSI and the OEM page. Both systems give the same results, also for
+/// best-fit characters, undefined bytes and incomplete characters. Conversions never
+/// fail: every text converts to something, an unknown page to nothing.
 ///
-/// The caller provides a buffer of the largest size that can be needed; no
-/// terminator is written.
+/// The caller provides a buffer for the longest possible result; no terminator is
+/// written.
 namespace Data::Platform {
 
-/// The most UTF-16 units that `byteCount` bytes of any page can become.
+/// Maximum length in UTF-16 units of `byteCount` bytes in any page.
 constexpr std::size_t MaxWideLength(std::size_t byteCount) { return byteCount; }
 
-/// The most bytes that `unitCount` UTF-16 units can become in a page; 0 for an
-/// unknown one.
+/// Maximum length in bytes of `unitCount` UTF-16 units in a page; 0 for an unknown
+/// page.
 std::size_t MaxByteLength(std::uint32_t codePage, std::size_t unitCount);
 
 /// Converts to UTF-16.

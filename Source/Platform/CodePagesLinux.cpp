@@ -28,10 +28,10 @@ const DoubleBytePage* FindDoubleBytePage(std::uint32_t id) {
   return nullptr;
 }
 
-/// Converts a text: ASCII in blocks, anything else by `step`, which takes one
-/// character off the input and puts it to the output. A block that is not all
-/// ASCII goes through `step` as a whole, so that mixed text does not stumble
-/// over a changed mind at every word.
+/// Converts a text: ASCII in blocks, other text by `step`, which reads one character
+/// from its first argument and writes it to its third. A block that is not all ASCII
+/// goes through `step` as a whole, so that mixed text does not switch paths at every
+/// word.
 template <class In, class Out, class Step>
 std::size_t Convert(std::basic_string_view<In> text, Out* const out, Step step) {
   const In* in = text.data();
@@ -52,8 +52,8 @@ std::size_t Convert(std::basic_string_view<In> text, Out* const out, Step step) 
 
 unsigned Byte(char c) { return static_cast<unsigned char>(c); }
 
-/// One character, or one replacement for the longest beginning of a character
-/// that breaks off.
+/// Reads one character; a maximal ill-formed subpart becomes one replacement
+/// character.
 void StepFromUtf8(const char*& in, const char* end, char16_t*& to) {
   const unsigned lead = Byte(*in++);
   if (lead < 0x80) {
@@ -61,12 +61,13 @@ void StepFromUtf8(const char*& in, const char* end, char16_t*& to) {
     return;
   }
   const bool isLead = lead >= 0xC2 && lead <= 0xF4;
-  const int following = !isLead ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-  // The second byte rules out overlong forms, surrogates and values past U+10FFFF.
+  const int continuations = !isLead ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+  // The range of the second byte excludes overlong forms, surrogates and values above
+  // U+10FFFF.
   unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
   unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-  unsigned character = isLead ? lead & (0x3Fu >> following) : kReplacement;
-  for (int i = 0; i < following; ++i) {
+  unsigned character = isLead ? lead & (0x3Fu >> continuations) : kReplacement;
+  for (int i = 0; i < continuations; ++i) {
     if (in == end || Byte(*in) < lowest || Byte(*in) > highest) {
       character = kReplacement;
       break;
@@ -85,9 +86,9 @@ void StepFromUtf8(const char*& in, const char* end, char16_t*& to) {
 bool IsHighSurrogate(unsigned unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsLowSurrogate(unsigned unit) { return (unit & 0xFC00) == 0xDC00; }
 
-/// Puts the lowest six bits of each shift as a following byte.
+/// Writes one continuation byte for each shift: the lowest six bits after it.
 template <class... Shifts>
-void PutFollowing(char*& to, unsigned character, Shifts... shifts) {
+void PutContinuations(char*& to, unsigned character, Shifts... shifts) {
   ((*to++ = static_cast<char>(0x80 | (character >> shifts & 0x3F))), ...);
 }
 
@@ -97,15 +98,15 @@ void StepToUtf8(const char16_t*& in, const char16_t* end, char*& to) {
     *to++ = static_cast<char>(character);
   } else if (character < 0x800) {
     *to++ = static_cast<char>(0xC0 | character >> 6);
-    PutFollowing(to, character, 0);
+    PutContinuations(to, character, 0);
   } else if (IsHighSurrogate(character) && in != end && IsLowSurrogate(*in)) {
     character = (character - 0xD7C0) << 10 | (*in++ & 0x3FFu);
     *to++ = static_cast<char>(0xF0 | character >> 18);
-    PutFollowing(to, character, 12, 6, 0);
+    PutContinuations(to, character, 12, 6, 0);
   } else {
     if (IsHighSurrogate(character) || IsLowSurrogate(character)) character = kReplacement;
     *to++ = static_cast<char>(0xE0 | character >> 12);
-    PutFollowing(to, character, 6, 0);
+    PutContinuations(to, character, 6, 0);
   }
 }
 
@@ -124,7 +125,7 @@ std::size_t ToSingleBytes(const SingleBytePage& page, std::u16string_view text, 
   });
 }
 
-/// A lead byte takes any trail byte with it, save that it never takes a zero.
+/// A lead byte consumes the byte after it, valid or not, unless that is zero.
 std::size_t FromDoubleBytes(const DoubleBytePage& page, std::string_view bytes, char16_t* out) {
   return Convert(bytes, out, [&page](const char*& in, const char* end, char16_t*& to) {
     const unsigned first = Byte(*in++);
@@ -136,8 +137,8 @@ std::size_t FromDoubleBytes(const DoubleBytePage& page, std::string_view bytes, 
     const unsigned trail = in != end ? Byte(*in) : 0;
     if (trail != 0) ++in;
     const unsigned column = trail - DoubleBytePage::kFirstTrail;
-    const bool isPossible = column < DoubleBytePage::kTrailCount;
-    *to++ = isPossible ? page.pairs[(row - 1) * DoubleBytePage::kTrailCount + column] : page.broken;
+    const bool isTrail = column < DoubleBytePage::kTrailCount;
+    *to++ = isTrail ? page.pairs[(row - 1) * DoubleBytePage::kTrailCount + column] : page.broken;
   });
 }
 

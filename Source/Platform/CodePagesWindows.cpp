@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::uint32_t kUtf8 = CP_UTF8;
 
-/// The system counts in 32 bits, so that a longer text goes to it in pieces.
-constexpr std::size_t kPieceLength = std::size_t{1} << 24;
+/// The system's lengths are of type int, so longer texts are converted in chunks.
+constexpr std::size_t kChunkLength = std::size_t{1} << 24;
 
 std::uint32_t ResolveAlias(std::uint32_t codePage) {
   if (codePage == CP_ACP) return GetACP();
@@ -20,15 +20,14 @@ std::uint32_t ResolveAlias(std::uint32_t codePage) {
   return codePage;
 }
 
-/// Whether ASCII is known to be itself in a page, as it is in the common ones
-/// and is not in EBCDIC, UTF-7 and their like.
+/// Whether a page is known to extend ASCII, unlike EBCDIC, UTF-7 and others.
 bool ExtendsAscii(std::uint32_t page) {
   constexpr std::uint32_t ids[] = {437, 850, 852, 866, 874, 932, 936, 949, 950, 20866, kUtf8};
   return std::ranges::find(ids, page) != std::end(ids) || (page >= 1250 && page <= 1258) ||
          (page >= 28591 && page <= 28605);
 }
 
-/// Converts the ASCII that the text starts with and takes it off the text.
+/// Converts leading ASCII and removes it from the text.
 /// @return characters converted
 template <class Text, class Out>
 std::size_t TakeAscii(Text& text, Out* out) {
@@ -41,62 +40,63 @@ std::size_t TakeAscii(Text& text, Out* out) {
 }
 
 /// 0 for a page that the system does not have.
-std::size_t MostBytesPerCharacter(std::uint32_t page) {
+std::size_t MaxBytesPerCharacter(std::uint32_t page) {
   CPINFO info;
   return GetCPInfo(page, &info) ? info.MaxCharSize : 0;
 }
 
-std::size_t MostBytesPerUnit(std::uint32_t page) {
-  // A page that switches between character sets may need an escape sequence
-  // there and one back around a single character.
+std::size_t MaxBytesPerUnit(std::uint32_t page) {
+  // A page that switches character sets may need an escape sequence before and after
+  // a single character.
   constexpr std::size_t kWithEscapes = 8;
   if (page == kUtf8) return 3;
-  const std::size_t most = MostBytesPerCharacter(page);
+  const std::size_t most = MaxBytesPerCharacter(page);
   return most <= 2 ? most : kWithEscapes;
 }
 
-bool IsFollowingByte(char byte) { return (byte & 0xC0) == 0x80; }
+bool IsContinuation(char byte) { return (byte & 0xC0) == 0x80; }
 
-/// A place that no UTF-8 character lies across. Four following bytes in a row
-/// belong to no character together.
+/// The last position up to `at` that is not inside a UTF-8 character. Four
+/// continuation bytes in a row cannot belong to one character.
 std::size_t CutUtf8(std::string_view bytes, std::size_t at) {
   for (std::size_t back = 0; back < 4; ++back)
-    if (!IsFollowingByte(bytes[at - back])) return at - back;
+    if (!IsContinuation(bytes[at - back])) return at - back;
   return at;
 }
 
-/// A byte that is no lead byte always ends a character, and lead bytes after it
-/// pair up, so that an odd one out takes the byte behind the cut with it.
+/// The last position up to `at` that is not inside a double-byte character. A byte
+/// that is not a lead byte ends a character, and the lead bytes after it pair up: if
+/// their number is odd, the last one belongs to the byte at the cut.
 std::size_t CutDoubleBytes(std::uint32_t page, std::string_view bytes, std::size_t at) {
   std::size_t leads = 0;
   while (leads < at && IsDBCSLeadByteEx(page, static_cast<BYTE>(bytes[at - leads - 1]))) ++leads;
   return at - leads % 2;
 }
 
-/// Pages with longer characters or with shifts are back in their first state
-/// at the end of a line.
+/// Pages with longer characters or with shift states are in their initial state
+/// after each line.
 std::size_t CutAfterLine(std::string_view bytes, std::size_t at) {
   const std::size_t lineEnd = bytes.rfind('\n', at - 1);
   return lineEnd == std::string_view::npos ? at : lineEnd + 1;
 }
 
-std::size_t NextPiece(std::uint32_t page, std::string_view bytes) {
-  if (bytes.size() <= kPieceLength) return bytes.size();
-  if (page == kUtf8) return CutUtf8(bytes, kPieceLength);
-  if (MostBytesPerCharacter(page) <= 2) return CutDoubleBytes(page, bytes, kPieceLength);
-  return CutAfterLine(bytes, kPieceLength);
+std::size_t NextChunk(std::uint32_t page, std::string_view bytes) {
+  if (bytes.size() <= kChunkLength) return bytes.size();
+  if (page == kUtf8) return CutUtf8(bytes, kChunkLength);
+  if (MaxBytesPerCharacter(page) <= 2) return CutDoubleBytes(page, bytes, kChunkLength);
+  return CutAfterLine(bytes, kChunkLength);
 }
 
-std::size_t NextPiece(std::u16string_view text) {
-  if (text.size() <= kPieceLength) return text.size();
-  const bool isPair = IS_SURROGATE_PAIR(text[kPieceLength - 1], text[kPieceLength]);
-  return kPieceLength - (isPair ? 1 : 0);
+std::size_t NextChunk(std::u16string_view text) {
+  if (text.size() <= kChunkLength) return text.size();
+  const bool isPair = IS_SURROGATE_PAIR(text[kChunkLength - 1], text[kChunkLength]);
+  return kChunkLength - (isPair ? 1 : 0);
 }
 
 }  // namespace
 
 std::size_t MaxByteLength(std::uint32_t codePage, std::size_t unitCount) {
-  return unitCount * MostBytesPerUnit(ResolveAlias(codePage));
+  return unitCount * MaxBytesPerUnit(ResolveAlias(codePage));
 }
 
 std::size_t ToWide(std::uint32_t codePage, std::string_view bytes, char16_t* out) {
@@ -104,30 +104,30 @@ std::size_t ToWide(std::uint32_t codePage, std::string_view bytes, char16_t* out
   if (!IsValidCodePage(page)) return 0;
   std::size_t length = ExtendsAscii(page) ? TakeAscii(bytes, out) : 0;
   while (!bytes.empty()) {
-    const std::size_t piece = NextPiece(page, bytes);
+    const std::size_t chunk = NextChunk(page, bytes);
     const int units =
-        MultiByteToWideChar(page, 0, bytes.data(), static_cast<int>(piece),
-                            reinterpret_cast<wchar_t*>(out + length), static_cast<int>(piece));
+        MultiByteToWideChar(page, 0, bytes.data(), static_cast<int>(chunk),
+                            reinterpret_cast<wchar_t*>(out + length), static_cast<int>(chunk));
     if (units == 0) return 0;
     length += static_cast<std::size_t>(units);
-    bytes.remove_prefix(piece);
+    bytes.remove_prefix(chunk);
   }
   return length;
 }
 
 std::size_t ToMultiByte(std::uint32_t codePage, std::u16string_view text, char* out) {
   const std::uint32_t page = ResolveAlias(codePage);
-  const std::size_t most = MostBytesPerUnit(page);
+  const std::size_t most = MaxBytesPerUnit(page);
   if (most == 0) return 0;
   std::size_t length = ExtendsAscii(page) ? TakeAscii(text, out) : 0;
   while (!text.empty()) {
-    const std::size_t piece = NextPiece(text);
+    const std::size_t chunk = NextChunk(text);
     const int bytes = WideCharToMultiByte(page, 0, reinterpret_cast<const wchar_t*>(text.data()),
-                                          static_cast<int>(piece), out + length,
-                                          static_cast<int>(piece * most), nullptr, nullptr);
+                                          static_cast<int>(chunk), out + length,
+                                          static_cast<int>(chunk * most), nullptr, nullptr);
     if (bytes == 0) return 0;
     length += static_cast<std::size_t>(bytes);
-    text.remove_prefix(piece);
+    text.remove_prefix(chunk);
   }
   return length;
 }

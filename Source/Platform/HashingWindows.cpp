@@ -1,5 +1,5 @@
 #include <windows.h>
-// The next one needs the first.
+// Depends on the header above.
 #include <bcrypt.h>
 
 #include <algorithm>

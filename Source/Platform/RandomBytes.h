@@ -4,9 +4,9 @@
 
 namespace Data::Platform {
 
-/// Fills a buffer with bytes that nobody can foretell. Linux only: Windows has
-/// services of its own for each purpose.
-/// @throws std::system_error if the system has none to give
+/// Fills a buffer with cryptographically secure random bytes. Linux only: Windows has
+/// a service of its own for each purpose.
+/// @throws std::system_error if the system cannot provide them
 void FillWithRandomBytes(void* buffer, std::size_t size);
 
 }  // namespace Data::Platform

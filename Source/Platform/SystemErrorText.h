@@ -5,9 +5,9 @@
 
 namespace Data::Platform {
 
-/// The system's text for one of its status codes, UTF-8, as the system words
-/// and ends it; "<Error message could not be obtained from Ntdll.dll>" for a
-/// code that it does not know.
+/// The system's text for a status code as UTF-8, unchanged (it ends with a line
+/// break); "<Error message could not be obtained from Ntdll.dll>" for an unknown code.
+/// Windows only.
 std::string SystemErrorText(std::int32_t status);
 
 }  // namespace Data::Platform

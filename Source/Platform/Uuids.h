@@ -6,21 +6,22 @@
 
 namespace Data::Platform {
 
-/// Characters of an identifier's text: groups of 8, 4, 4, 4 and 12 hexadecimal
-/// digits with "-" between them.
+/// Length of the text form: groups of 8, 4, 4, 4 and 12 hexadecimal digits, separated
+/// by "-".
 constexpr std::size_t kUuidTextLength = 36;
 
-/// A new random identifier.
+/// Creates a random identifier.
+/// @throws std::system_error on Linux if the system has no random bytes
 void NewUuid(Structures::_UUID& uuid);
 
-/// Prints in lowercase.
+/// Prints lowercase digits.
 /// @param text  room for `kUuidTextLength` units; no terminator is written
-/// @return false if the system cannot print it
+/// @return false if the system fails
 bool UuidToText(const Structures::_UUID& uuid, char16_t* text);
 
-/// Reads digits of either case.
+/// Parses exactly this form, with digits of either case.
 /// @param text  zero-terminated
-/// @return false for any other form; `uuid` is left as it was
+/// @return false for any other text; `uuid` is then unchanged
 bool UuidFromText(const char* text, Structures::_UUID& uuid);
 
 }  // namespace Data::Platform

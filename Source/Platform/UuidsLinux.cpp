@@ -11,7 +11,7 @@ namespace {
 
 using Structures::_UUID;
 
-/// The order in which the 16 bytes are printed.
+/// The 16 bytes in the order in which they are printed.
 using Octets = std::array<std::uint8_t, 16>;
 
 Octets ToOctets(const _UUID& uuid) {
@@ -50,7 +50,7 @@ int DigitValue(char c) {
 
 void NewUuid(_UUID& uuid) {
   FillWithRandomBytes(&uuid, sizeof uuid);
-  // Version 4 in the variant of RFC 4122; the other 122 bits stay random.
+  // Version 4, variant of RFC 4122; the other 122 bits stay random.
   uuid.data3 = static_cast<std::uint16_t>((uuid.data3 & 0x0FFF) | 0x4000);
   uuid.data4[0] = static_cast<std::uint8_t>((uuid.data4[0] & 0x3F) | 0x80);
 }
@@ -69,7 +69,7 @@ bool UuidToText(const _UUID& uuid, char16_t* text) {
 bool UuidFromText(const char* text, _UUID& uuid) {
   Octets octets{};
   std::size_t digits = 0;
-  // A text that ends early fails at its terminator, which is neither dash nor digit.
+  // A shorter text fails at its terminator, which is neither a dash nor a digit.
   for (std::size_t position = 0; position < kUuidTextLength; ++position) {
     const char c = text[position];
     if (IsDash(position)) {
