@@ -1,9 +1,9 @@
-// Converts every single unit and 40,000 random texts of each code page through
-// the library's strings, both ways, and prints a digest of each batch. Builds
-// for different systems must print the same.
+// Converts every single unit and 40,000 random texts of each code page with the library's strings,
+// in both directions, and prints a digest of each batch. Builds for different systems must print
+// the same.
 //
 //   CodePageDigest              the digests of all pages
-//   CodePageDigest --full PAGE  the texts of one, to find where two builds part
+//   CodePageDigest --full PAGE  the texts of one page, to find a difference
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +19,7 @@
 namespace {
 
 constexpr std::uint32_t kUtf8 = 65001;
-// 0 and 1 stand for the ANSI and the OEM page.
+// 0 and 1 are the ANSI and the OEM page.
 constexpr std::uint32_t kPages[] = {437,   850,   852,   866,   874,   932,   936,   949,   950,
                                     1250,  1251,  1252,  1253,  1254,  1255,  1256,  1257,  1258,
                                     20866, 28591, 28592, 28593, 28594, 28595, 28596, 28597, 28598,
@@ -56,42 +56,7 @@ class Random {
   std::mt19937_64 engine_;
 };
 
-void AppendUtf8(std::string& text, unsigned character) {
-  const auto append = [&text](unsigned byte) { text += static_cast<char>(byte); };
-  if (character < 0x80) {
-    append(character);
-    return;
-  }
-  const int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-  append((0xFF00u >> (following + 1) & 0xFF) | character >> (6 * following));
-  for (int i = following - 1; i >= 0; --i) append(0x80 | (character >> (6 * i) & 0x3F));
-}
-
-/// Any character, those of each encoded length equally often.
-unsigned RandomCharacter(Random& random) {
-  switch (random.Below(4)) {
-    case 0:
-      return random.Between(1, 0x7F);
-    case 1:
-      return random.Between(0x80, 0x7FF);
-    case 2:
-      return random.Below(2) ? random.Between(0x800, 0xD7FF) : random.Between(0xE000, 0xFFFF);
-    default:
-      return random.Between(0x10000, 0x10FFFF);
-  }
-}
-
-/// Well-formed text, with runs of ASCII long enough for any fast path.
-std::string RandomUtf8(Random& random) {
-  std::string text;
-  const bool isMostlyAscii = random.Below(2);
-  for (unsigned left = random.Below(kLongestText); left > 0; --left)
-    AppendUtf8(text, isMostlyAscii && random.Below(30) ? random.Between(1, 0x7F)
-                                                       : RandomCharacter(random));
-  return text;
-}
-
-/// Broken double bytes and undefined bytes as often as sound text.
+/// Invalid double bytes and undefined bytes as often as valid text.
 std::string RandomBytes(Random& random) {
   std::string text;
   const auto append = [&text](unsigned byte) { text += static_cast<char>(byte); };
@@ -109,16 +74,15 @@ std::string RandomBytes(Random& random) {
   return text;
 }
 
-/// Characters of the page, any units, surrogate pairs, lone surrogates.
-std::u16string RandomUnits(Random& random, std::uint32_t page) {
-  const unsigned kind = random.Below(4);
-  if (kind == 0) return ToWide(page, page == kUtf8 ? RandomUtf8(random) : RandomBytes(random));
+/// Any units, runs of ASCII long enough for any fast path, surrogate pairs and lone surrogates.
+std::u16string RandomUnits(Random& random) {
   std::u16string text;
   const auto append = [&text](unsigned unit) { text += static_cast<char16_t>(unit); };
+  const unsigned kind = random.Below(3);
   for (unsigned left = random.Below(kLongestText); left > 0; --left) {
-    if (kind == 1) {
+    if (kind == 0) {
       append(random.Between(1, 0xFFFF));
-    } else if (kind == 2) {
+    } else if (kind == 1) {
       append(random.Below(30) ? random.Between(1, 0x7F) : random.Between(0x80, 0xFFFF));
     } else {
       append(random.Between(0xD800, 0xDBFF));
@@ -126,6 +90,11 @@ std::u16string RandomUnits(Random& random, std::uint32_t page) {
     }
   }
   return text;
+}
+
+/// UTF-8 is well-formed: Windows versions differ in what they make of other bytes.
+std::string RandomTextOf(std::uint32_t page, Random& random) {
+  return page == kUtf8 ? ToBytes(kUtf8, RandomUnits(random)) : RandomBytes(random);
 }
 
 /// The conversions of one page in one direction, digested (FNV-1a).
@@ -187,21 +156,15 @@ void PrintSingles(std::uint32_t page, bool full) {
   units.Print();
 }
 
-/// Every pair of bytes; for UTF-8 every character.
+/// Every pair of bytes; for UTF-8 every character beyond the first plane.
 void PrintPairs(std::uint32_t page, bool full) {
   Batch batch(page, "bytes, pairs", full);
-  if (page == kUtf8) {
-    for (unsigned character = 1; character <= 0x10FFFF; ++character) {
-      if (character == 0xD800) character = 0xE000;
-      std::string text;
-      AppendUtf8(text, character);
-      batch.AddBytes(text);
-    }
-  } else {
-    for (unsigned first = 1; first <= 0xFF; ++first)
-      for (unsigned second = 1; second <= 0xFF; ++second)
-        batch.AddBytes(Bytes(first) + Bytes(second));
-  }
+  const bool isUtf8 = page == kUtf8;
+  for (unsigned first = isUtf8 ? 0xD800 : 1; first <= (isUtf8 ? 0xDBFF : 0xFF); ++first)
+    for (unsigned second = isUtf8 ? 0xDC00 : 1; second <= (isUtf8 ? 0xDFFF : 0xFF); ++second)
+      batch.AddBytes(
+          isUtf8 ? ToBytes(kUtf8, {static_cast<char16_t>(first), static_cast<char16_t>(second)})
+                 : Bytes(first) + Bytes(second));
   batch.Print();
 }
 
@@ -210,30 +173,30 @@ void PrintRandomTexts(std::uint32_t page, bool full) {
   for (int i = 0; i < kBatches; ++i) {
     Batch bytes(page, "bytes, random", full), units(page, "units, random", full);
     for (int text = 0; text < kTextsPerBatch; ++text) {
-      bytes.AddBytes(page == kUtf8 ? RandomUtf8(random) : RandomBytes(random));
-      units.AddUnits(RandomUnits(random, page));
+      bytes.AddBytes(RandomTextOf(page, random));
+      units.AddUnits(text % 4 == 0 ? ToWide(page, RandomTextOf(page, random))
+                                   : RandomUnits(random));
     }
     bytes.Print();
     units.Print();
   }
 }
 
-void PrintPage(std::uint32_t page, bool full) {
-  PrintSingles(page, full);
-  PrintPairs(page, full);
-  PrintRandomTexts(page, full);
-}
-
-/// A few texts suffice where nothing is converted, and a system may search long
-/// for a page that it does not have.
+/// Nothing is converted, so a few texts suffice.
 void PrintUnknownPage(std::uint32_t page) {
   Random random(page);
   Batch batch(page, "unknown", false);
   for (int text = 0; text < 20; ++text) {
     batch.AddBytes(RandomBytes(random));
-    batch.AddUnits(RandomUnits(random, page));
+    batch.AddUnits(RandomUnits(random));
   }
   batch.Print();
+}
+
+void PrintPage(std::uint32_t page, bool full) {
+  PrintSingles(page, full);
+  PrintPairs(page, full);
+  PrintRandomTexts(page, full);
 }
 
 }  // namespace

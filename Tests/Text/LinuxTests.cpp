@@ -6,7 +6,7 @@
 #include "Text/Bytes.h"
 
 // What only Linux lets a test see: failures of the cryptography library, whose allocations a
-// program can take over, and the contents of freed memory.
+// program can replace; the contents of freed memory; the library's own conversion of UTF-8.
 namespace Data::tests {
 
 namespace {
@@ -149,6 +149,11 @@ TEST(SecureString, PlainTextsLeaveNoTraceInFreedMemory) {
       EXPECT_EQ(after.find("!\0!"s), after.npos) << c.what << ", " << size;
     }
   }
+}
+
+TEST(CodePages, ReplaceEachByteThatBeginsNoUtf8) {
+  for (const Case& c : Cases("CodePages.txt", "ill-formed UTF-8"))
+    EXPECT_EQ(std::u16string(MakeString(c[0])->GetWide()), MakeString(c[1])->GetWide()) << c.where;
 }
 
 }  // namespace Data::tests

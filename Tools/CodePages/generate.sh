@@ -1,6 +1,6 @@
 #!/bin/sh
-# Rebuilds Source/Platform/CodePages/CodePageTables*.cpp from the answers of the Windows
-# conversion functions as Wine provides them. Needs g++-mingw-w64-x86-64-posix and wine64.
+# Rebuilds Source/Platform/CodePages/CodePageTables*.cpp from the results of the Windows
+# conversion functions in Wine. Needs g++-mingw-w64-x86-64-posix and wine64.
 set -eu
 cd "$(dirname "$0")/../.."
 scratch=$PWD/build/codepages
