@@ -1,24 +1,163 @@
-// Any document gives a schema or an error, and a schema that was read can be written and read
-// again.
+// A schema made by a sequence of setters is cloned, written and read again; half of the documents
+// are damaged on the way. An input that starts with "{" is a document itself.
 
-#include <cstdlib>
-
-#include "Core/Ptr.h"
-#include "Data/Exports.h"
+#include "Data/Interfaces/IAllowedValue.h"
 #include "Data/Interfaces/IJsonDocument.h"
+#include "Data/Interfaces/IObjectList.h"
 #include "Data/Interfaces/ISchema.h"
+#include "Data/Interfaces/IString.h"
+#include "Data/Structures/Uuid.h"
+#include "Fuzz.h"
 
-using Core::Ptr;
-using namespace Data::Interfaces;
+using namespace Data::fuzz;
+
+namespace {
+
+constexpr const char* kNames[] = {"id", "name", "", "\xC3\xA4", "height"};
+
+class Steps {
+ public:
+  explicit Steps(Input& input) : input_(input) {
+    Data::Structures::_UUID uuid{};
+    Require(Data_CreateSchema(&uuid, "title", "", schema_.Receive(), nullptr));
+  }
+
+  Ptr<ISchema> Run() {
+    for (std::uint32_t left = input_.Below(24); left > 0 && !input_.IsEmpty(); --left) Step();
+    return schema_;
+  }
+  /// Whether every text that the writer makes of a value can be read back.
+  bool HasOnlyOwnValues() const { return hasOnlyOwnValues_; }
+
+ private:
+  void Step();
+  void SetTexts(const char* name);
+  void SetFlags(const char* name);
+  void AllowValue(const char* name);
+
+  Input& input_;
+  Ptr<ISchema> schema_;
+  Error error_;
+  bool hasOnlyOwnValues_ = true;
+};
+
+void Steps::SetTexts(const char* name) {
+  using Setter = bool (ISchema::*)(const char*, const char*, Core::IErrorCode**);
+  constexpr Setter kSetters[] = {&ISchema::SetColumnDescription,
+                                 &ISchema::SetUpdateExpression,
+                                 &ISchema::SetUnit,
+                                 &ISchema::SetInsertExpression,
+                                 &ISchema::SetDisplayName,
+                                 &ISchema::SetGroup,
+                                 &ISchema::SetHelpUri};
+  const Setter setter = kSetters[input_.Below(std::size(kSetters))];
+  Require((schema_.Get()->*setter)(name, input_.Text(20).c_str(), error_.Receive()));
+}
+
+void Steps::SetFlags(const char* name) {
+  using Setter = bool (ISchema::*)(const char*, bool, Core::IErrorCode**);
+  constexpr Setter kSetters[] = {&ISchema::SetAllowAnyValue, &ISchema::SetReadOnly,
+                                 &ISchema::SetVisible, &ISchema::SetDisplayAttribute,
+                                 &ISchema::SetNullable};
+  const Setter setter = kSetters[input_.Below(std::size(kSetters))];
+  Require((schema_.Get()->*setter)(name, input_.Flag(), error_.Receive()));
+}
+
+void Steps::AllowValue(const char* name) {
+  const Variant value = AnyValue(input_);
+  const auto comparison = static_cast<Data::Structures::ComparisonOperator>(input_.Below(8));
+  const std::string text = input_.Text(8);
+  Ptr<IAllowedValue> allowed;
+  if (Data_CreateAllowedValue(&value, comparison, text.c_str(), "", text.c_str(), "",
+                              allowed.Receive(), error_.Receive()))
+    Require(schema_->AddAllowedValue(name, allowed.Get(), error_.Receive()));
+  hasOnlyOwnValues_ = false;
+}
+
+void Steps::Step() {
+  const char* name = kNames[input_.Below(std::size(kNames))];
+  const auto type = static_cast<ValueType>(input_.Below(28));
+  switch (input_.Below(8)) {
+    case 0:
+    case 1:
+      schema_->AddColumn(name, type, static_cast<std::int8_t>(input_.Byte()), 2, error_.Receive());
+      break;
+    case 2:
+      SetTexts(name);
+      break;
+    case 3:
+      SetFlags(name);
+      break;
+    case 4:
+      AllowValue(name);
+      break;
+    case 5: {
+      const Variant value = AnyValue(input_);
+      schema_->SetDefaultValue(name, &value, error_.Receive());
+      hasOnlyOwnValues_ = false;
+      break;
+    }
+    case 6:
+      schema_->SetType(name, type, error_.Receive());
+      hasOnlyOwnValues_ = false;
+      break;
+    default:
+      schema_->SetIdentifierColumn(name);
+      schema_->SetTitle(input_.Text(12).c_str());
+  }
+}
+
+Ptr<IJsonDocument> DocumentOf(std::string_view text) {
+  const auto document = New(Data_CreateJsonDocument);
+  document->SetContent(text.data(), text.size());
+  return document;
+}
+
+std::string TextOf(const Ptr<ISchema>& schema) {
+  Ptr<IJsonDocument> document;
+  if (!schema->ToJson(document.Receive(), ' ', 1, nullptr)) return "";
+  return document->GetContent()->GetUtf8();
+}
+
+std::string Damaged(std::string text, Input& input) {
+  const std::size_t at = text.empty() ? 0 : (input.Byte() * 256u + input.Byte()) % text.size();
+  const std::size_t erased = input.Below(12);
+  return text.replace(at, erased, input.Text(12));
+}
+
+/// What was read once is written and read without a change.
+bool ReadAndCompare(std::string_view text) {
+  Ptr<ISchema> schema, again;
+  Error error;
+  const auto document = DocumentOf(text);
+  if (!Data_ParseSchema(document.Get(), schema.Receive(), error.Receive())) return false;
+  const std::string written = TextOf(schema);
+  if (written.empty()) return true;
+  Require(Data_ParseSchema(DocumentOf(written).Get(), again.Receive(), error.Receive()));
+  Require(TextOf(again) == written);
+  return true;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
-  Ptr<IJsonDocument> document, written;
-  Ptr<ISchema> schema, again;
-  Ptr<Core::IErrorCode> error;
-  Data_CreateJsonDocument(document.Receive());
-  document->SetContent(data, size);
-  if (!Data_ParseSchema(document.Get(), schema.Receive(), error.Receive())) return 0;
-  if (schema->ToJson(written.Receive(), ' ', 2, error.Receive()))
-    Data_ParseSchema(written.Get(), again.Receive(), error.Receive());
+  if (size > 0 && data[0] == '{') {
+    ReadAndCompare({data, size});
+    return 0;
+  }
+  Input input(data, size);
+  const bool isDamaged = input.Flag();
+  Steps steps(input);
+  const auto schema = steps.Run();
+  Ptr<ISchema> clone;
+  Require(schema->Clone(clone.Receive(), nullptr));
+  const std::string text = TextOf(schema);
+  Require(TextOf(clone) == text);
+  if (isDamaged) {
+    ReadAndCompare(Damaged(text, input));
+  } else if (!text.empty()) {
+    const bool isRead = ReadAndCompare(text);
+    Require(isRead || !steps.HasOnlyOwnValues());
+  }
   return 0;
 }

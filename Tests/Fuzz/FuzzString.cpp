@@ -1,0 +1,62 @@
+// A sequence of string operations: the text read in any form ends with a zero, lengths agree, and
+// comparison with itself is 0.
+
+#include "Data/Interfaces/IString.h"
+#include "Fuzz.h"
+
+using namespace Data::fuzz;
+
+namespace {
+
+std::u16string Units(Input& input) {
+  std::u16string units;
+  for (std::uint32_t left = input.Below(20); left > 0; --left)
+    units += static_cast<char16_t>(input.Byte() << 8 | input.Byte());
+  return units;
+}
+
+void Step(IString& text, IString& other, Input& input) {
+  constexpr std::uint32_t kPages[] = {65001, 1252, 932, 0, 12345};
+  const std::uint32_t page = kPages[input.Below(std::size(kPages))];
+  switch (input.Below(7)) {
+    case 0: {
+      const std::u16string units = Units(input);
+      return text.SetWide(units.data(), units.size());
+    }
+    case 1: {
+      const std::string bytes = input.Text(40);
+      return text.SetMultiByte(bytes.data(), bytes.size(), page);
+    }
+    case 2: {
+      const std::string bytes = input.Text(40);
+      text.SetUtf8(bytes.data(), bytes.size());
+      return Require(text.GetLength() == bytes.size() &&
+                     std::memcmp(text.GetData(), bytes.data(), bytes.size()) == 0);
+    }
+    case 3:
+      text.Clear();
+      return Require(text.GetLength() == 0);
+    case 4:
+      return Require(text.GetMultiByte(page) != nullptr);
+    case 5:
+      return Require(std::char_traits<char16_t>::length(text.GetWide()) <= text.GetLength());
+    default:
+      Require(text.GetUtf8()[text.GetLength()] == 0);
+      Require(text.Compare(&text, true) == 0);
+      Require(text.Compare(nullptr, true) == -1);
+      const int exact = text.Compare(&other, true);
+      if (exact == 0) Require(text.Compare(&other, false) == 0);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+  Input input(data, size);
+  const auto text = New(Data_CreateString), other = New(Data_CreateString);
+  while (!input.IsEmpty()) {
+    const bool isOther = input.Flag();
+    Step(isOther ? *other : *text, isOther ? *text : *other, input);
+  }
+  return 0;
+}
