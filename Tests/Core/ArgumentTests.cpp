@@ -1,4 +1,4 @@
-#include "Prelude.h"
+#include "CallersText.h"
 
 namespace Data::tests {
 
@@ -10,173 +10,141 @@ Interface* Disguised(const Ptr<Actual>& object) {
   return reinterpret_cast<Interface*>(object.Get());
 }
 
-/// An export that creates an object, given its argument.
-template <class Interface, class Make>
-auto Making(Make make) {
-  return [=](auto* argument, IErrorCode** error) {
-    Ptr<Interface> out;
-    return make(argument, out.Receive(), error);
-  };
-}
-
-Ptr<ISchema> SomeSchema() {
-  const Structures::_UUID uuid{};
-  Ptr<ISchema> schema;
-  EXPECT_TRUE(Data_CreateSchema(&uuid, "", "", schema.Receive(), nullptr));
-  return schema;
-}
-
-/// A call, given the argument in question.
-template <class Argument>
-struct Taking {
+/// An argument of a guarded call.
+struct Argument {
   const char* what;
-  std::function<bool(Argument*, IErrorCode**)> call;
+  std::string type;
+  bool isObject, mayBeNull;
+  /// The call with null, or else with an object of another interface.
+  std::function<bool(bool isNull, IErrorCode** error)> call;
 };
 
-/// The calls fail without the argument and, the message unchanged, leave nothing behind.
-template <class Argument>
-void ExpectNullFails(std::initializer_list<Taking<Argument>> calls) {
-  const std::string message = "Pointer of " + Core::TypeName<Argument>() + " must not be null!";
-  for (const auto& c : calls)
-    EXPECT_EQ(Failure([&](IErrorCode** error) { return c.call(nullptr, error); }), message)
-        << c.what;
-}
+enum class Nullable : bool { No, Yes };
 
-/// The same for an argument that is an object of another interface.
-template <class Interface>
-void ExpectWrongFails(std::initializer_list<Taking<Interface>> calls) {
-  // A dictionary passes for a list in a careless cast, a list for anything else.
-  const auto list = New(Data_CreateObjectList);
-  const auto dictionary = New(Data_CreateVariantDictionary);
-  auto* const wrong = std::is_same_v<Interface, IObjectList> ? Disguised<Interface>(dictionary)
-                                                             : Disguised<Interface>(list);
-  for (const auto& c : calls)
-    EXPECT_EQ(Failure([&](IErrorCode** error) { return c.call(wrong, error); }).find("Memory addr"),
-              0u)
-        << c.what;
+template <class T, Nullable nullable = Nullable::No, class Call>
+Argument Takes(const char* what, Call call) {
+  constexpr bool isObject = std::is_base_of_v<IObject, T>;
+  return {what, Core::TypeName<T>(), isObject, nullable == Nullable::Yes,
+          [=](bool isNull, IErrorCode** error) {
+            if (isNull) return call(static_cast<T*>(nullptr), error);
+            // A dictionary passes for a list in a careless cast, a list for anything else.
+            if constexpr (std::is_same_v<T, IObjectList>)
+              return call(Disguised<T>(New(Data_CreateVariantDictionary)), error);
+            else
+              return call(Disguised<T>(New(Data_CreateObjectList)), error);
+          }};
 }
-
-template <class Interface>
-void ExpectOnlyItsObjects(std::initializer_list<Taking<Interface>> calls) {
-  ExpectNullFails(calls);
-  ExpectWrongFails(calls);
+/// The argument of an export that creates an object.
+template <class T, class Interface>
+Argument Takes(const char* what, bool (*create)(T*, Interface**, IErrorCode**)) {
+  return Takes<T>(what, [=](T* argument, IErrorCode** error) {
+    return create(argument, Ptr<Interface>().Receive(), error);
+  });
 }
 
 }  // namespace
 
-TEST(Arguments, ThatAreObjectsAreChecked) {
+TEST(Arguments, AreNeitherNullNorOfAnotherInterface) {
   const auto base64 = New(Data_CreateEncodingInstanceBase64);
   const auto table = New(Data_CreateTable);
-  const auto schema = SomeSchema();
-  ExpectOnlyItsObjects<IObjectList>({{"an enumeration", Making<IEnum>(Data_CreateEnum)}});
-  ExpectOnlyItsObjects<IString>(
-      {{"a secure string", Making<ISecureString>(Data_CreateSecureString)}});
-  ExpectOnlyItsObjects<IArray>({
-      {"encoding",
-       [&](IArray* bytes, IErrorCode** error) {
-         Ptr<IArray> out;
-         return base64->Encode(bytes, out.Receive(), error);
-       }},
-      {"decoding",
-       [&](IArray* bytes, IErrorCode** error) {
-         Ptr<IArray> out;
-         return base64->Decode(bytes, out.Receive(), error);
-       }},
-  });
-  ExpectOnlyItsObjects<ITable>({
-      {"JSON", Making<IJsonDocument>(Data_TableToJson)},
-      {"CSV",
-       [](ITable* given, IErrorCode** error) {
-         Ptr<IString> out;
-         return Data_ConvertTableToCsv(given, ",", out.Receive(), false, error);
-       }},
-      {"a merge",
-       [&](ITable* right, IErrorCode** error) {
-         Ptr<ITable> out;
-         return table->Merge(right, "a", Structures::MergeMode::All, out.Receive(), error);
-       }},
-  });
-  ExpectOnlyItsObjects<IRow>({{"JSON of a row", Making<IJsonDocument>(Data_TableRowToJson)}});
-  ExpectOnlyItsObjects<IJsonDocument>({
-      {"a table", Making<ITable>(Data_JsonToTable)},
-      {"a schema", Making<ISchema>(Data_ParseSchema)},
-  });
-  ExpectOnlyItsObjects<IAllowedValue>(
-      {{"an allowed value", [&](IAllowedValue* value, IErrorCode** error) {
-          return schema->AddAllowedValue("a", value, error);
-        }}});
-  // Null is allowed.
-  ExpectWrongFails<IObjectList>({{"allowed values", [&](IObjectList* values, IErrorCode** error) {
-                                    return schema->SetAllowedValues("a", values, error);
-                                  }}});
-  ExpectWrongFails<IArray>({{"a key", [](IArray* key, IErrorCode** error) {
-                               Ptr<IHashing> out;
-                               return Data_CreateHashingInstanceHmacSha2(0, key, out.Receive(),
-                                                                         error);
-                             }}});
-  EXPECT_EQ(schema->GetColumnCount(), 0u) << "a failure adds no column";
-}
-
-TEST(Arguments, ThatAreTextsOrRecordsAreChecked) {
   const Variant value(1);
   const _UUID uuid{};
-  const auto table = New(Data_CreateTable);
-  const auto csv = [](const char* content, std::uint64_t size, IErrorCode** error) {
-    Ptr<ITable> out;
-    return Data_ParseCsv(content, size, out.Receive(), error);
+  Ptr<ISchema> schema;
+  ASSERT_TRUE(Data_CreateSchema(&uuid, "", "", schema.Receive(), nullptr));
+  const auto allowed = [&](const _VARIANT* record, const char* name, const char* description,
+                           const char* category, const char* link, IErrorCode** error) {
+    return Data_CreateAllowedValue(record, ComparisonOperator::None, name, description, category,
+                                   link, Ptr<IAllowedValue>().Receive(), error);
   };
-  const auto separated = [](const char* content, const char* separator, IErrorCode** error) {
-    Ptr<ITable> out;
-    return Data_ParseCsvWithSeparator(content, separator, out.Receive(), 1, error);
+  const auto describe = [](const _UUID* id, const char* title, const char* text,
+                           IErrorCode** error) {
+    return Data_CreateSchema(id, title, text, Ptr<ISchema>().Receive(), error);
   };
-  const auto allowed = [&](const _VARIANT* record, int nullText, IErrorCode** error) {
-    const char* texts[4] = {"", "", "", ""};
-    if (nullText >= 0) texts[nullText] = nullptr;
-    Ptr<IAllowedValue> out;
-    return Data_CreateAllowedValue(record, ComparisonOperator::None, texts[0], texts[1], texts[2],
-                                   texts[3], out.Receive(), error);
+  const auto separate = [](const char* text, const char* separator, IErrorCode** error) {
+    return Data_ParseCsvWithSeparator(text, separator, Ptr<ITable>().Receive(), 1, error);
   };
-  const auto schema = [](const _UUID* id, const char* title, const char* description,
-                         IErrorCode** error) {
-    Ptr<ISchema> out;
-    return Data_CreateSchema(id, title, description, out.Receive(), error);
+  const auto write = [](ITable* from, const char* separator, IErrorCode** error) {
+    return Data_ConvertTableToCsv(from, separator, Ptr<IString>().Receive(), false, error);
   };
-  ExpectNullFails<const char>({
-      {"CSV", [&](const char* text, IErrorCode** error) { return csv(text, 1, error); }},
-      {"CSV with problems",
-       [](const char* text, IErrorCode** error) {
-         Ptr<ITable> out;
-         Ptr<IObjectList> problems;
-         return Data_ParseCsvWithErrors(text, out.Receive(), problems.Receive(), 1, 0, error);
-       }},
-      {"CSV with a separator",
-       [&](const char* text, IErrorCode** error) { return separated(text, ",", error); }},
-      {"a separator",
-       [&](const char* text, IErrorCode** error) { return separated("a", text, error); }},
-      {"a separator to write",
-       [&](const char* text, IErrorCode** error) {
-         Ptr<IString> out;
-         return Data_ConvertTableToCsv(table.Get(), text, out.Receive(), false, error);
-       }},
-      {"ISO 8601", Making<IDateTime>(Data_CreateDateTimeFromIso8601)},
-      {"a title",
-       [&](const char* text, IErrorCode** error) { return schema(&uuid, text, "", error); }},
-      {"a description",
-       [&](const char* text, IErrorCode** error) { return schema(&uuid, "", text, error); }},
-      {"a display name",
-       [&](const char*, IErrorCode** error) { return allowed(&value, 0, error); }},
-      {"a description", [&](const char*, IErrorCode** error) { return allowed(&value, 1, error); }},
-      {"a category", [&](const char*, IErrorCode** error) { return allowed(&value, 2, error); }},
-      {"a link", [&](const char*, IErrorCode** error) { return allowed(&value, 3, error); }},
-  });
-  ExpectNullFails<const _UUID>(
-      {{"a UUID", [&](const _UUID* id, IErrorCode** error) { return schema(id, "", "", error); }}});
-  ExpectNullFails<const _VARIANT>(
-      {{"an allowed value",
-        [&](const _VARIANT* record, IErrorCode** error) { return allowed(record, -1, error); }}});
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return csv("a", 0, error); }),
-            "Size cannot be 0. We don't call strlen internally because data might not contain null "
-            "terminator!");
+  using Text = const char;
+  using Errors = IErrorCode**;
+  const Argument arguments[] = {
+      Takes("enumeration", Data_CreateEnum),
+      Takes("secure string", Data_CreateSecureString),
+      Takes("JSON", Data_TableToJson),
+      Takes("JSON of a row", Data_TableRowToJson),
+      Takes("table of JSON", Data_JsonToTable),
+      Takes("schema", Data_ParseSchema),
+      Takes("ISO 8601", Data_CreateDateTimeFromIso8601),
+      Takes<IArray>("encoding",
+                    [&](IArray* bytes, Errors error) {
+                      return base64->Encode(bytes, Ptr<IArray>().Receive(), error);
+                    }),
+      Takes<IArray>("decoding",
+                    [&](IArray* bytes, Errors error) {
+                      return base64->Decode(bytes, Ptr<IArray>().Receive(), error);
+                    }),
+      Takes<IArray, Nullable::Yes>("key",
+                                   [](IArray* key, Errors error) {
+                                     return Data_CreateHashingInstanceHmacSha2(
+                                         0, key, Ptr<IHashing>().Receive(), error);
+                                   }),
+      Takes<IAllowedValue>("allowed",
+                           [&](IAllowedValue* one, Errors error) {
+                             return schema->AddAllowedValue("a", one, error);
+                           }),
+      Takes<IObjectList, Nullable::Yes>("allowed values",
+                                        [&](IObjectList* list, Errors error) {
+                                          return schema->SetAllowedValues("a", list, error);
+                                        }),
+      Takes<ITable>("merge",
+                    [&](ITable* right, Errors error) {
+                      return table->Merge(right, "a", {}, Ptr<ITable>().Receive(), error);
+                    }),
+      Takes<Text>("CSV",
+                  [](Text* text, Errors error) {
+                    return Data_ParseCsv(text, 1, Ptr<ITable>().Receive(), error);
+                  }),
+      Takes<Text>("CSV with problems",
+                  [](Text* text, Errors error) {
+                    return Data_ParseCsvWithErrors(text, Ptr<ITable>().Receive(),
+                                                   Ptr<IObjectList>().Receive(), 1, 0, error);
+                  }),
+      Takes<Text>("text", [&](Text* text, Errors error) { return separate(text, ",", error); }),
+      Takes<Text>("separator",
+                  [&](Text* text, Errors error) { return separate("a", text, error); }),
+      Takes<ITable>("CSV of", [&](ITable* from, Errors error) { return write(from, ",", error); }),
+      Takes<Text>("between",
+                  [&](Text* text, Errors error) { return write(table.Get(), text, error); }),
+      Takes<const _UUID>(
+          "UUID", [&](const _UUID* id, Errors error) { return describe(id, "", "", error); }),
+      Takes<Text>("title", [&](Text* t, Errors error) { return describe(&uuid, t, "", error); }),
+      Takes<Text>("about", [&](Text* t, Errors error) { return describe(&uuid, "", t, error); }),
+      Takes<const _VARIANT>("value",
+                            [&](const _VARIANT* record, Errors error) {
+                              return allowed(record, "", "", "", "", error);
+                            }),
+      Takes<Text>("name", [&](Text* t, Errors e) { return allowed(&value, t, "", "", "", e); }),
+      Takes<Text>("about", [&](Text* t, Errors e) { return allowed(&value, "", t, "", "", e); }),
+      Takes<Text>("category", [&](Text* t, Errors e) { return allowed(&value, "", "", t, "", e); }),
+      Takes<Text>("link", [&](Text* t, Errors e) { return allowed(&value, "", "", "", t, e); }),
+  };
+  for (const Argument& c : arguments) {
+    const auto fails = [&](bool isNull) {
+      return Failure([&](IErrorCode** error) { return c.call(isNull, error); });
+    };
+    if (!c.mayBeNull) {
+      EXPECT_EQ(fails(true), "Pointer of " + c.type + " must not be null!") << c.what;
+    }
+    if (c.isObject) {
+      EXPECT_EQ(fails(false).find("Memory address ["), 0u) << c.what;
+    }
+  }
+  EXPECT_EQ(schema->GetColumnCount(), 0u) << "a failure adds no column";
+  EXPECT_EQ(
+      Failure([](Errors error) { return Data_ParseCsv("a", 0, Ptr<ITable>().Receive(), error); }),
+      "Size cannot be 0. We don't call strlen internally because data might not contain null "
+      "terminator!");
 }
 
 TEST(Arguments, OfAnotherInterfaceAreThrownOrUnequalWithoutAGuard) {
@@ -191,6 +159,29 @@ TEST(Arguments, OfAnotherInterfaceAreThrownOrUnequalWithoutAGuard) {
   const auto xml = New(Data_CreateXmlDocument);
   xml->SetContent("<a/>", 4);
   EXPECT_FALSE(xml->Equals(Disguised<IXmlDocument>(json)));
+}
+
+TEST(Arguments, MayThrowAnything) {
+  const struct {
+    std::function<void()> onRead;
+    std::uint32_t code;
+    const char* message;
+  } cases[] = {
+      {[] { throw 5; }, 1, "Uncaught exception"},
+      {[] { throw std::logic_error("a reason"); }, 2, "a reason"},
+      {[] { throw std::bad_alloc(); }, 2, "std::bad_alloc"},
+  };
+  for (const auto& c : cases) {
+    const auto text = Core::MakePtr<CallersText>("a");
+    text->onRead = c.onRead;
+    Ptr<ISecureString> out;
+    Ptr<IErrorCode> error;
+    EXPECT_FALSE(Data_CreateSecureString(text.Get(), out.Receive(), error.Receive())) << c.message;
+    ASSERT_TRUE(error) << c.message;
+    EXPECT_EQ(error->GetCode(), c.code) << c.message;
+    EXPECT_EQ(MessageOf(error), c.message);
+    EXPECT_FALSE(out) << c.message;
+  }
 }
 
 #if !defined(__SANITIZE_ADDRESS__)  // which rejects such an object before the library sees it

@@ -39,35 +39,24 @@ struct Call {
   std::function<bool(IObject** out, IErrorCode** error)> make;
 };
 
-template <class Interface, class Make>
-Call MakeCall(const char* what, Kind kind, Make make) {
-  return {what, kind, Core::TypeName<Interface>(), [=](IObject** out, IErrorCode** error) {
-            if (!out) return make(static_cast<Interface**>(nullptr), error);
-            auto* object = static_cast<Interface*>(*out);
-            const bool isMade = make(&object, error);
-            *out = object;
+/// @param arguments  the object of an operation, and all arguments but the last ones
+template <class Interface, Kind unguarded = Kind::Overwriting, class Function, class... Arguments>
+Call Creates(const char* what, Function function, Arguments... arguments) {
+  constexpr bool isGuarded = std::is_invocable_v<Function, Arguments..., Interface**, IErrorCode**>;
+  return {what, isGuarded ? Kind::Guarded : unguarded, Core::TypeName<Interface>(),
+          [=](IObject** out, IErrorCode** error) -> bool {
+            Interface* object = out ? static_cast<Interface*>(*out) : nullptr;
+            Interface** const address = out ? &object : nullptr;
+            bool isMade = out != nullptr;
+            if constexpr (isGuarded)
+              isMade = std::invoke(function, arguments..., address, error);
+            else if constexpr (std::is_invocable_r_v<bool, Function, Arguments..., Interface**>)
+              isMade = std::invoke(function, arguments..., address);
+            else
+              std::invoke(function, arguments..., address);
+            if (out) *out = object;
             return isMade;
           }};
-}
-/// @param arguments  the object of an operation, and all arguments but the last two
-template <class Interface, class Function, class... Arguments>
-Call Guarded(const char* what, Function function, Arguments... arguments) {
-  return MakeCall<Interface>(what, Kind::Guarded, [=](Interface** out, IErrorCode** error) {
-    return std::invoke(function, arguments..., out, error);
-  });
-}
-/// A call without an error argument.
-template <class Interface, Kind kind = Kind::Overwriting, class Function, class... Arguments>
-Call Unguarded(const char* what, Function function, Arguments... arguments) {
-  return MakeCall<Interface>(what, kind, [=](Interface** out, IErrorCode**) -> bool {
-    using Result = std::invoke_result_t<Function, Arguments..., Interface**>;
-    if constexpr (std::is_void_v<Result>) {
-      std::invoke(function, arguments..., out);
-      return out != nullptr;
-    } else {
-      return std::invoke(function, arguments..., out);
-    }
-  });
 }
 
 constexpr char kCsv[] = "id,name,at\n1,a name of some length,2024-01-01T10:00:00\n2,,\n";
@@ -111,7 +100,7 @@ struct Objects {
   Ptr<IValue> cell;
 };
 
-std::vector<Call> ExportsThatCreate(const Objects& with) {
+std::vector<Call> CallsThatCreate(const Objects& with) {
   const auto withProblems = [](ITable** out, IErrorCode** error) {
     Ptr<IObjectList> problems;
     return Data_ParseCsvWithErrors(kCsv, out, problems.Receive(), kSize, 0, error);
@@ -126,53 +115,6 @@ std::vector<Call> ExportsThatCreate(const Objects& with) {
   const auto delimited = [table = with.table](IString** out, IErrorCode** error) {
     return Data_ConvertTableToCsv(table.Get(), ",", out, true, error);
   };
-  return {
-      Unguarded<IArray>("array", Data_CreateArray),
-      Unguarded<IObjectList>("object list", Data_CreateObjectList),
-      Unguarded<IVariantList>("variant list", Data_CreateVariantList),
-      Guarded<IVariantDictionary>("dictionary", Data_CreateVariantDictionary),
-      Guarded<IVariantPairList>("pair list", Data_CreateVariantPairList),
-      Guarded<IConfiguration>("configuration", Data_CreateConfiguration),
-      Guarded<IProperties>("properties", Data_CreateProperties),
-      Guarded<IEnum>("enumeration", Data_CreateEnum, with.options.Get()),
-      Guarded<IConstrainedValue>("constrained", Data_CreateConstrainedValue, &with.one, &with.one,
-                                 &with.two),
-      Guarded<IAllowedValue>("allowed", Data_CreateAllowedValue, &with.value,
-                             ComparisonOperator::None, "", "", "", ""),
-      Unguarded<IString>("string", Data_CreateString),
-      Guarded<ISecureString>("secure string", Data_CreateSecureString, with.text.Get()),
-      Guarded<IEncoding>("Base64", Data_CreateEncodingInstanceBase64),
-      Guarded<IEncoding>("Base64 for URLs", Data_CreateEncodingInstanceBase64Url),
-      Guarded<IHashing>("MD5", Data_CreateHashingInstanceMD5),
-      Guarded<IHashing>("SHA-1", Data_CreateHashingInstanceSha1),
-      Guarded<IHashing>("SHA-2", Data_CreateHashingInstanceSha2, 2u),
-      Guarded<IHashing>("HMAC", Data_CreateHashingInstanceHmacSha2, 0u, with.key.Get()),
-      Unguarded<IString>("UUID as text", Data_UuidToString, &with.uuid),
-      Guarded<ITable>("table", Data_CreateTable),
-      Guarded<ITable>("table of CSV", Data_ParseCsv, kCsv, kSize),
-      Guarded<ITable>("table of CSV with problems", withProblems),
-      Guarded<IObjectList>("problems of CSV", problemsOf),
-      Guarded<ITable>("table of CSV with a separator", separated),
-      Guarded<IString>("CSV", delimited),
-      Unguarded<IJsonDocument>("JSON document", Data_CreateJsonDocument),
-      Unguarded<IXmlDocument>("XML document", Data_CreateXmlDocument),
-      Unguarded<IHtmlDocument>("HTML document", Data_CreateHtmlDocument),
-      Unguarded<IRtfDocument>("RTF document", Data_CreateRtfDocument),
-      Guarded<ITable>("table of JSON", Data_JsonToTable, with.json.Get()),
-      Guarded<IJsonDocument>("JSON of a table", Data_TableToJson, with.table.Get()),
-      Guarded<IJsonDocument>("JSON of a row", Data_TableRowToJson, with.table->GetRow(0)),
-      Guarded<ISchema>("schema", Data_CreateSchema, &with.uuid, "title", "description"),
-      Guarded<ISchema>("schema of JSON", Data_ParseSchema, with.schemaText.Get()),
-      Unguarded<IDateTime>("now", Data_CreateCurrentDateTime),
-      Unguarded<IDateTime>("the first date-time", Data_CreateMinimumDateTime),
-      Unguarded<IDateTime>("the last date-time", Data_CreateMaximumDateTime),
-      Guarded<IDateTime>("date-time of text", Data_CreateDateTimeFromIso8601, "2024"),
-      Unguarded<IDateTime>("date-time of seconds", Data_CreateDateTimeFromPosixTime, 0),
-      Unguarded<IDateTime>("date-time of ticks", Data_CreateDateTimeFromFileTime, 0u),
-  };
-}
-
-std::vector<Call> OperationsThatCreate(const Objects& with) {
   const auto schemaAsJson = [schema = with.schema](IJsonDocument** out, IErrorCode** error) {
     return schema->ToJson(out, ' ', 2, error);
   };
@@ -183,47 +125,83 @@ std::vector<Call> OperationsThatCreate(const Objects& with) {
   IRow* const row = table->GetRow(0);
   constexpr auto kAll = Structures::MergeMode::All;
   return {
-      Guarded<IObjectList>("rows", &ITable::GetRows, table),
-      Guarded<IObjectList>("found rows", &ITable::FindRows, table, "id", &with.one),
-      Guarded<ITable>("merge", &ITable::Merge, table, table, "id", kAll),
-      Guarded<ITable>("merge on two names", &ITable::MergeOn, table, table, "id", "id", kAll),
-      Guarded<ITable>("merge on columns", mergeOnColumns),
-      Guarded<IObjectList>("columns", &ITableHeader::GetColumns, table->GetHeader()),
-      Unguarded<IVariantList, Kind::Throwing>("values of a column", &IColumn::GetValues,
-                                              table->GetColumn(0)),
-      Unguarded<IString, Kind::Throwing>("text of a cell", &IRow::GetCellText, row, 1),
-      Unguarded<IValue, Kind::Throwing>("value of a cell", &IRow::GetValue, row, 1),
-      Unguarded<IString, Kind::Throwing>("text of a value", &IValue::GetText, with.cell.Get()),
-      Guarded<IVariantList>("keys", &IVariantDictionary::GetKeys,
+      Creates<IArray>("array", Data_CreateArray),
+      Creates<IObjectList>("object list", Data_CreateObjectList),
+      Creates<IVariantList>("variant list", Data_CreateVariantList),
+      Creates<IVariantDictionary>("dictionary", Data_CreateVariantDictionary),
+      Creates<IVariantPairList>("pair list", Data_CreateVariantPairList),
+      Creates<IConfiguration>("configuration", Data_CreateConfiguration),
+      Creates<IProperties>("properties", Data_CreateProperties),
+      Creates<IEnum>("enumeration", Data_CreateEnum, with.options.Get()),
+      Creates<IConstrainedValue>("constrained", Data_CreateConstrainedValue, &with.one, &with.one,
+                                 &with.two),
+      Creates<IAllowedValue>("allowed", Data_CreateAllowedValue, &with.value,
+                             ComparisonOperator::None, "", "", "", ""),
+      Creates<IString>("string", Data_CreateString),
+      Creates<ISecureString>("secure string", Data_CreateSecureString, with.text.Get()),
+      Creates<IEncoding>("Base64", Data_CreateEncodingInstanceBase64),
+      Creates<IEncoding>("Base64 for URLs", Data_CreateEncodingInstanceBase64Url),
+      Creates<IHashing>("MD5", Data_CreateHashingInstanceMD5),
+      Creates<IHashing>("SHA-1", Data_CreateHashingInstanceSha1),
+      Creates<IHashing>("SHA-2", Data_CreateHashingInstanceSha2, 2u),
+      Creates<IHashing>("HMAC", Data_CreateHashingInstanceHmacSha2, 0u, with.key.Get()),
+      Creates<IString>("UUID as text", Data_UuidToString, &with.uuid),
+      Creates<ITable>("table", Data_CreateTable),
+      Creates<ITable>("table of CSV", Data_ParseCsv, kCsv, kSize),
+      Creates<ITable>("table of CSV with problems", withProblems),
+      Creates<IObjectList>("problems of CSV", problemsOf),
+      Creates<ITable>("table of CSV with a separator", separated),
+      Creates<IString>("CSV", delimited),
+      Creates<IJsonDocument>("JSON document", Data_CreateJsonDocument),
+      Creates<IXmlDocument>("XML document", Data_CreateXmlDocument),
+      Creates<IHtmlDocument>("HTML document", Data_CreateHtmlDocument),
+      Creates<IRtfDocument>("RTF document", Data_CreateRtfDocument),
+      Creates<ITable>("table of JSON", Data_JsonToTable, with.json.Get()),
+      Creates<IJsonDocument>("JSON of a table", Data_TableToJson, with.table.Get()),
+      Creates<IJsonDocument>("JSON of a row", Data_TableRowToJson, with.table->GetRow(0)),
+      Creates<ISchema>("schema", Data_CreateSchema, &with.uuid, "title", "description"),
+      Creates<ISchema>("schema of JSON", Data_ParseSchema, with.schemaText.Get()),
+      Creates<IDateTime>("now", Data_CreateCurrentDateTime),
+      Creates<IDateTime>("the first date-time", Data_CreateMinimumDateTime),
+      Creates<IDateTime>("the last date-time", Data_CreateMaximumDateTime),
+      Creates<IDateTime>("date-time of text", Data_CreateDateTimeFromIso8601, "2024"),
+      Creates<IDateTime>("date-time of seconds", Data_CreateDateTimeFromPosixTime, 0),
+      Creates<IDateTime>("date-time of ticks", Data_CreateDateTimeFromFileTime, 0u),
+      Creates<IObjectList>("rows", &ITable::GetRows, table),
+      Creates<IObjectList>("found rows", &ITable::FindRows, table, "id", &with.one),
+      Creates<ITable>("merge", &ITable::Merge, table, table, "id", kAll),
+      Creates<ITable>("merge on two names", &ITable::MergeOn, table, table, "id", "id", kAll),
+      Creates<ITable>("merge on columns", mergeOnColumns),
+      Creates<IObjectList>("columns", &ITableHeader::GetColumns, table->GetHeader()),
+      Creates<IVariantList, Kind::Throwing>("values of a column", &IColumn::GetValues,
+                                            table->GetColumn(0)),
+      Creates<IString, Kind::Throwing>("text of a cell", &IRow::GetCellText, row, 1),
+      Creates<IValue, Kind::Throwing>("value of a cell", &IRow::GetValue, row, 1),
+      Creates<IString, Kind::Throwing>("text of a value", &IValue::GetText, with.cell.Get()),
+      Creates<IVariantList>("keys", &IVariantDictionary::GetKeys,
                             New(Data_CreateVariantDictionary)),
-      Guarded<IObjectList>("missing", &IProperties::GetMissing, New(Data_CreateProperties)),
-      Guarded<IObjectList>("options", &IEnum::GetOptions, with.enumeration.Get()),
-      Guarded<IString>("allowed value", &IAllowedValue::GetValueText, with.allowed.Get()),
-      Guarded<IString>("secure text", &ISecureString::GetText, with.secure.Get()),
-      Guarded<IArray>("encoded", &IEncoding::Encode, New(Data_CreateEncodingInstanceBase64),
+      Creates<IObjectList>("missing", &IProperties::GetMissing, New(Data_CreateProperties)),
+      Creates<IObjectList>("options", &IEnum::GetOptions, with.enumeration.Get()),
+      Creates<IString>("allowed value", &IAllowedValue::GetValueText, with.allowed.Get()),
+      Creates<IString>("secure text", &ISecureString::GetText, with.secure.Get()),
+      Creates<IArray>("encoded", &IEncoding::Encode, New(Data_CreateEncodingInstanceBase64),
                       with.key.Get()),
-      Guarded<IArray>("decoded", &IEncoding::Decode, New(Data_CreateEncodingInstanceBase64),
+      Creates<IArray>("decoded", &IEncoding::Decode, New(Data_CreateEncodingInstanceBase64),
                       with.key.Get()),
-      Guarded<IArray>("hash", &IHashing::Hash, New(Data_CreateHashingInstanceMD5), kCsv, kSize),
-      Guarded<IString>("compact JSON", &IJsonDocument::ToCompactString, with.json.Get()),
-      Guarded<IObjectList>("names", &ISchema::GetColumnNames, with.schema.Get()),
-      Guarded<IObjectList>("allowed values", &ISchema::GetAllowedValues, with.schema.Get(), "a"),
-      Guarded<IJsonDocument>("JSON of a schema", schemaAsJson),
-      Guarded<IJsonDocument>("JSON schema", &ISchema::GetJsonSchema, with.schema.Get()),
-      Guarded<ISchema>("clone with a UUID", &ISchema::CloneWithUuid, with.schema.Get(), &with.uuid),
-      Guarded<ISchema>("clone", &ISchema::Clone, with.schema.Get()),
-      Unguarded<IDateTime>("clone of a date-time", &IDateTime::Clone, with.date.Get()),
-      Unguarded<IString>("ISO 8601", &IDateTime::ToIso8601, with.date.Get()),
-      Unguarded<IString>("time", &IDateTime::ToIso8601Time, with.date.Get()),
-      Unguarded<IString>("date", &IDateTime::ToIso8601Date, with.date.Get()),
-      Unguarded<IString>("basic ISO 8601", &IDateTime::ToIso8601Basic, with.date.Get()),
+      Creates<IArray>("hash", &IHashing::Hash, New(Data_CreateHashingInstanceMD5), kCsv, kSize),
+      Creates<IString>("compact JSON", &IJsonDocument::ToCompactString, with.json.Get()),
+      Creates<IObjectList>("names", &ISchema::GetColumnNames, with.schema.Get()),
+      Creates<IObjectList>("allowed values", &ISchema::GetAllowedValues, with.schema.Get(), "a"),
+      Creates<IJsonDocument>("JSON of a schema", schemaAsJson),
+      Creates<IJsonDocument>("JSON schema", &ISchema::GetJsonSchema, with.schema.Get()),
+      Creates<ISchema>("clone with a UUID", &ISchema::CloneWithUuid, with.schema.Get(), &with.uuid),
+      Creates<ISchema>("clone", &ISchema::Clone, with.schema.Get()),
+      Creates<IDateTime>("clone of a date-time", &IDateTime::Clone, with.date.Get()),
+      Creates<IString>("ISO 8601", &IDateTime::ToIso8601, with.date.Get()),
+      Creates<IString>("time", &IDateTime::ToIso8601Time, with.date.Get()),
+      Creates<IString>("date", &IDateTime::ToIso8601Date, with.date.Get()),
+      Creates<IString>("basic ISO 8601", &IDateTime::ToIso8601Basic, with.date.Get()),
   };
-}
-
-std::vector<Call> CallsThatCreate(const Objects& with) {
-  std::vector<Call> calls = ExportsThatCreate(with);
-  for (Call& call : OperationsThatCreate(with)) calls.push_back(std::move(call));
-  return calls;
 }
 
 IObject* Created(const Call& call) {
@@ -271,6 +249,15 @@ TEST(Factories, CheckTheOutPointer) {
         << call.what;
     EXPECT_EQ(out, held.Get()) << call.what;
   }
+}
+
+TEST(Factories, ATextTooLongForARegionComesFromTheHeap) {
+  const std::string longText(20'000, 'x'), text = "a,b\n1," + longText + "\n2,short\n";
+  Ptr<ITable> table;
+  ASSERT_TRUE(Data_ParseCsv(text.data(), text.size(), table.Receive(), nullptr));
+  const Variant cell(*table->GetCellAt(0, 1));
+  table.Reset();
+  EXPECT_EQ(cell.As<std::string>(), longText);
 }
 
 }  // namespace Data::tests

@@ -94,24 +94,17 @@ TEST(Variant, CopyingARecord) {
 }
 
 TEST(Variant, ChecksThatARecordIsInitialized) {
-  const struct {
-    std::uint32_t type;
-    const char* thrown;
-  } cases[] = {
-      {0, ""},
-      {27, ""},
-      {MakeTag(ValueType::Array, StorageForm::Reference), ""},
-      {28, kUndefinedRecord},
-      {255, kUndefinedRecord},
-      {0xFFFF, kUndefinedRecord},
-      {0x10000 + 28, kUndefinedRecord},
-      {0xCCCCCCCC, kUndefinedRecord},
-  };
-  for (const auto& c : cases) {
-    const _VARIANT record{c.type, {0, 0}};
-    EXPECT_EQ(ThrownBy([&] { CheckInitialized(&record); }), c.thrown) << c.type;
+  for (const std::uint32_t type : {0u, 27u, MakeTag(ValueType::Array, StorageForm::Reference)}) {
+    const _VARIANT record{type, {0, 0}};
+    EXPECT_EQ(ThrownBy([&] { CheckInitialized(&record); }), "") << type;
   }
-  EXPECT_EQ(ThrownBy([&] { CheckInitialized(nullptr); }), "Cannot be nullptr!");
+  for (const std::uint32_t type : {28u, 255u, 0xFFFFu, 0x10000u + 28, 0xCCCCCCCCu}) {
+    const _VARIANT record{type, {0, 0}};
+    EXPECT_EQ(ThrownBy([&] { CheckInitialized(&record); }), kUndefinedRecord) << type;
+    EXPECT_EQ(ThrownBy([&] { CheckRecord(&record); }), kUndefinedRecord) << type;
+  }
+  EXPECT_EQ(ThrownBy([] { CheckInitialized(nullptr); }), "Cannot be nullptr!");
+  EXPECT_EQ(ThrownBy([] { CheckRecord(nullptr); }), kNullRecord);
 }
 
 TEST(Variant, ReadsAsCppValues) {
