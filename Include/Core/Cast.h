@@ -1,11 +1,8 @@
 #pragma once
 
-#include <cstring>
+#include <string_view>
 #include <type_traits>
 #include <typeinfo>
-#if __has_include(<cxxabi.h>)
-#include <cxxabi.h>
-#endif
 
 #include "Core/IObject.h"
 #include "Core/TypeName.h"
@@ -19,12 +16,13 @@ namespace detail {
 /// the given name. A library and a program that were built with different C++
 /// runtimes each carry their own type information for the same interface, so
 /// only the names can be compared.
-inline bool ChainHasName(const std::type_info& implementation, const char* name) {
+inline bool ChainHasName(const std::type_info& implementation, std::string_view name) {
   const std::type_info* type = &implementation;
-  while (std::strcmp(type->name(), name) != 0) {
-    if (std::strcmp(typeid(*type).name(), "N10__cxxabiv120__si_class_type_infoE") != 0)
-      return false;
-    type = static_cast<const abi::__si_class_type_info*>(type)->__base_type;
+  while (type->name() != name) {
+    const std::string_view kind = typeid(*type).name();
+    if (kind != "N10__cxxabiv120__si_class_type_infoE") return false;
+    // The ABI stores the address of the base class behind the `type_info`.
+    type = *reinterpret_cast<const std::type_info* const*>(type + 1);
   }
   return true;
 }
@@ -32,9 +30,9 @@ inline bool ChainHasName(const std::type_info& implementation, const char* name)
 
 }  // namespace detail
 
-/// The object as the interface `Target`, by a run-time type check that goes by
-/// the names of types; null when it does not implement it or is null. Adds no
-/// reference. The object must have been built by a compiler of this ABI.
+/// The object as the interface `Target`, by a run-time type check that compares
+/// the names of types; null for null and for an object that does not implement
+/// it. Adds no reference. The object must have been built by a compiler of this ABI.
 template <class Target, class Source>
 Target* InterfaceOf(Source* object) {
   static_assert(std::is_base_of_v<IObject, Target> && std::is_base_of_v<IObject, Source>);
@@ -48,9 +46,9 @@ Target* InterfaceOf(Source* object) {
   return nullptr;
 }
 
-/// Whether an object is known not to be of its interface. Nothing is known of one
-/// without type information, or of a class that repeats the slots without
-/// deriving from `IObject`, as other languages do.
+/// True if the object provably lacks the interface; false when that cannot be
+/// determined: for an object without type information, or of a class that repeats
+/// the slots without deriving from `IObject`, as other languages do.
 template <class Interface>
 bool IsOfAnotherInterface(Interface* object) {
   if (InterfaceOf<Interface>(object) == object) return false;

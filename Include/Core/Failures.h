@@ -7,8 +7,8 @@
 #include "Core/Cast.h"
 #include "Core/StringFormat.h"
 
-/// The failures that several parts of the library and its callers raise, each
-/// text written once. All are std::runtime_error.
+/// Failures that several parts of the library and its callers raise, each text
+/// written once. Where nothing else is said they are std::runtime_error.
 namespace Core {
 
 template <class T>
@@ -17,11 +17,6 @@ template <class T>
 }
 
 [[noreturn]] inline void ThrowCannotBeNull() { throw std::runtime_error("Cannot be nullptr!"); }
-
-[[noreturn]] inline void ThrowMustBeNull() {
-  throw std::runtime_error(
-      "Must be nullptr to prevent memory leaks. Maybe default constructor initialized the object?");
-}
 
 [[noreturn]] inline void ThrowInvalidAddress(const void* address) {
   throw std::runtime_error(StringFormat(
@@ -33,7 +28,7 @@ template <class T>
       address));
 }
 
-/// A lookup by name or key that finds nothing.
+/// A lookup by name or key that finds nothing: std::out_of_range.
 [[noreturn]] inline void ThrowMissingKey() {
   throw std::out_of_range("invalid unordered_map<K, T> key");
 }
@@ -56,8 +51,8 @@ void CheckArgument(T* argument) {
   if constexpr (std::is_base_of_v<IObject, T>) CheckInterface(argument);
 }
 
-/// Rejects an out-pointer that is null, or that still holds an object which the
-/// operation would overwrite and so leak.
+/// Rejects an out-pointer that is null, or that still holds an object, which the
+/// operation would overwrite and leak.
 template <class T>
 void CheckOutPointer(T** out) {
   if (!out)

@@ -6,6 +6,15 @@ namespace Core {
 
 /// Root of every interface: a reference-counted object with its own lock.
 ///
+/// Threads: counting references is atomic; nothing else of an object is
+/// synchronised unless its interface says so. Take `Lock` around every use of an
+/// object that several threads share. Reading it from several threads at once is
+/// safe where its interface says so.
+///
+/// Callbacks: an object that a caller implements may call the library from any of
+/// its operations, `Release` included, even the object that is calling it. An
+/// operation changes its own state first and releases what it drops last.
+///
 /// The slots of an interface are a binary contract. Slots 0 to 5 are the ones
 /// below, an interface's own operations start at slot 6. Objects are only ever
 /// reached through interface pointers; `delete` on one does not compile.

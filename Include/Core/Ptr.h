@@ -9,8 +9,9 @@
 
 namespace Core {
 
-/// Owns one reference to an object. Taking a raw pointer or copying adds a
-/// reference, destruction and reassignment give one back.
+/// Owns one reference to an object. Construction from a raw pointer and copying
+/// add a reference; destruction and assignment release one. Several threads may
+/// use copies of one `Ptr`, but not the same `Ptr` while one of them changes it.
 ///
 ///     Core::Ptr<ITable> table;
 ///     if (!Data_CreateTable(table.Receive(), error.Receive())) ...
@@ -45,8 +46,8 @@ class Ptr {
     return result;
   }
 
-  /// The address for an out-pointer argument. Gives back what was held, so the
-  /// out-pointer is null and nothing can leak.
+  /// The address for an out-pointer argument. Releases what was held, so the
+  /// out-pointer is null and nothing leaks.
   [[nodiscard]] T** Receive() {
     Reset();
     return &object_;
@@ -67,7 +68,7 @@ class Ptr {
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
   /// The pointer after a run-time type check of the object (`CheckInterface`), for
-  /// code that cannot trust the object to be alive still.
+  /// code that cannot be sure that the object is still alive.
   T* Checked() const { return CheckInterface(object_); }
 
   friend bool operator==(const Ptr& left, const Ptr& right) noexcept {

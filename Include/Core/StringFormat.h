@@ -14,7 +14,7 @@ namespace Core {
 [[gnu::format(gnu_printf, 1, 2)]]
 #endif
 /// The printf-style result as a new string. A format that the standard library
-/// rejects stops a debug build at the assertion and gives an empty text otherwise.
+/// rejects fails an assertion in debug builds and otherwise gives an empty text.
 inline std::string
 StringFormat(const char* format, ...) {
   va_list arguments;

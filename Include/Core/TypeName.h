@@ -1,13 +1,16 @@
 #pragma once
 
 #include <cstdlib>
-#include <cstring>
-#include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <typeinfo>
+
 #if __has_include(<cxxabi.h>)
-#include <cxxabi.h>
+// As in <cxxabi.h>, which declares much that no caller needs.
+namespace __cxxabiv1 {
+extern "C" char* __cxa_demangle(const char* mangled, char* buffer, std::size_t* size, int* status);
+}
 #endif
 
 namespace Core {
@@ -15,10 +18,19 @@ namespace Core {
 /// The undecorated name of a type: "Data::impl::TableImpl", "char".
 inline std::string UndecoratedName(const std::type_info& type) {
 #if __has_include(<cxxabi.h>)
-  int status = 0;
-  const std::unique_ptr<char, decltype(&std::free)> name(
-      abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
-  return name ? name.get() : type.name();
+  constexpr int kNoMemory = -1;
+  struct Demangled {
+    explicit Demangled(const char* mangled)
+        : text(__cxxabiv1::__cxa_demangle(mangled, nullptr, nullptr, &status)) {}
+    Demangled(const Demangled&) = delete;
+    Demangled& operator=(const Demangled&) = delete;
+    ~Demangled() { std::free(text); }
+    int status = 0;
+    char* text;
+  };
+  const Demangled name(type.name());
+  if (name.status == kNoMemory) throw std::bad_alloc();
+  return name.text ? name.text : type.name();
 #else
   const std::string name = type.name();  // decorated with its class key
   return name.starts_with("struct ") ? name.substr(7) : name;
@@ -34,14 +46,15 @@ std::string TypeName() {
   return (std::is_class_v<Plain> ? "struct " : "") + UndecoratedName(typeid(Plain));
 }
 
-/// The class of an object with virtual functions; null if it was compiled without
-/// type information.
+/// The class of an object with virtual functions; null if the object was compiled
+/// without type information.
 template <class T>
 const std::type_info* ClassOf(T& object) {
 #if __has_include(<cxxabi.h>)
-  // Its address stands before the virtual table, where `typeid` trusts it to be.
+  // The ABI stores its address just before the virtual table; `typeid` would not
+  // check it for null.
   const std::type_info* const* table = nullptr;
-  std::memcpy(&table, static_cast<const void*>(&object), sizeof table);
+  __builtin_memcpy(&table, static_cast<const void*>(&object), sizeof table);
   return table[-1];
 #else
   return &typeid(object);

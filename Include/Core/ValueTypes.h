@@ -10,7 +10,7 @@ namespace Core {
 
 using Data::Structures::ValueType;
 
-/// How a value is kept in its record: bits 16 to 31 of the tag.
+/// How a value is stored in its record: bits 16 to 31 of the tag.
 enum class StorageForm : std::uint32_t { Value = 0, Reference = 1, Pointer = 2 };
 
 /// How values of a type are converted, compared and hashed.
@@ -22,8 +22,8 @@ enum class ValueKind : std::uint8_t {
   Real,
   Bool,
   Address,
-  Object,  ///< any object, known by its address
-  List,    ///< as Object, but always comparable with its like
+  Object,  ///< any object, compared by address
+  List,    ///< as Object, but comparable in every storage form
   Array,
   Text,
   DateTime,
@@ -34,7 +34,7 @@ enum class ValueKind : std::uint8_t {
 struct ValueTypeTraits {
   std::string_view name;
   ValueKind kind;
-  StorageForm form;  ///< the normal one; short texts are kept by value
+  StorageForm form;  ///< the usual one; short texts are stored by value
 };
 
 /// Everything that depends on the type alone, indexed by its code.
@@ -88,7 +88,7 @@ constexpr bool IsPrimitive(ValueType type) {
   return kind >= ValueKind::SignedInteger && kind <= ValueKind::Bool;
 }
 
-/// Types that a value can really have: neither Unknown, Invalid, Null nor Reserved.
+/// The types of actual values: all but Unknown, Invalid, Null and Reserved.
 constexpr bool IsConcrete(ValueType type) { return KindOf(type) != ValueKind::None; }
 
 }  // namespace Core

@@ -15,7 +15,7 @@ inline constexpr NullValue Null{};
 
 namespace detail {
 
-/// The types that refer to one interface alone.
+/// The type code of an interface; `IObject` for one that has none of its own.
 template <class Object>
 constexpr ValueType ReferenceType() {
   if constexpr (std::derived_from<Object, Data::Interfaces::IArray>) return ValueType::Array;
@@ -43,9 +43,9 @@ constexpr ValueType IntegerType() {
 
 }  // namespace detail
 
-/// A `_VARIANT` that owns what it holds: copying adds a reference, destruction
-/// gives it back. It is the same 24 bytes, so `&value` goes wherever a
-/// `_VARIANT*` is asked for, to be read or to be filled.
+/// A `_VARIANT` that owns the object it refers to: copying adds a reference,
+/// destruction releases it. It has the same 24 bytes, so `&value` can be passed
+/// wherever a `_VARIANT*` is read or filled.
 ///
 ///     Core::Variant value;
 ///     if (dictionary->Get(&key, &value, error.Receive())) use(value.As<double>());
@@ -59,7 +59,7 @@ class Variant : public _VARIANT {
       : _VARIANT(MakeInteger(detail::IntegerType<T>(), static_cast<std::int64_t>(value))) {}
   Variant(double value) noexcept : _VARIANT(MakeDouble(value)) {}
   Variant(float value) noexcept : _VARIANT(MakeFloat(value)) {}
-  /// Text of up to 16 bytes is kept in the record, longer text in an `IString`.
+  /// Text of up to 16 bytes is stored in the record, longer text in an `IString`.
   Variant(std::string_view utf8)
       : _VARIANT(FitsInline(utf8) ? MakeInlineText(utf8)
                                   : MakeReference(ValueType::String, MakeString(utf8).Detach())) {}
@@ -69,17 +69,17 @@ class Variant : public _VARIANT {
       : _VARIANT{MakeTag(ValueType::Uuid, StorageForm::Value), {0, 0}} {
     std::memcpy(value, &uuid, sizeof uuid);
   }
-  /// The type is that of the object's interface, `IObject` for one without a type
-  /// of its own. A null pointer gives a null reference.
+  /// The type is that of the object's interface, or `IObject` for an interface
+  /// without a type code. A null pointer gives a null reference.
   template <class Object>
   Variant(Ptr<Object> object) noexcept
       : _VARIANT(MakeReference(detail::ReferenceType<Object>(), object.Detach())) {}
-  /// A list whose entries are all strings.
+  /// A list of strings.
   static Variant StringList(Ptr<Data::Interfaces::IObjectList> list) noexcept {
     return Adopt(MakeReference(ValueType::StringList, list.Detach()));
   }
 
-  /// A copy that shares the object of any record.
+  /// A copy of any record that shares its object.
   explicit Variant(const _VARIANT& other) : _VARIANT(other) { AddReferenceOf(*this); }
   Variant(const Variant& other) : Variant(static_cast<const _VARIANT&>(other)) {}
   Variant(Variant&& other) noexcept : _VARIANT(other.Detach()) {}

@@ -1,14 +1,17 @@
 #pragma once
 
 #include <algorithm>
-#include <string>
+#include <cstdint>
+#include <stdexcept>
+#include <string_view>
 
-#include "Core/VariantConversions.h"
+#include "Core/VariantNumbers.h"
+#include "Core/VariantObjects.h"
 
 namespace Core {
 
-/// Whether `Compare` knows an order for two values: both primitive, or of one
-/// type that has its own order, or both references (or both addresses) alike.
+/// Whether `Compare` has an order for two values: both are primitive, or both of
+/// one type with its own order, or both references of one type, or both addresses.
 inline bool AreComparable(const _VARIANT& left, const _VARIANT& right) {
   const ValueType type = TypeOf(left);
   if (IsPrimitive(type) && IsPrimitive(TypeOf(right))) return true;
@@ -53,8 +56,8 @@ inline int CompareFolded(std::string_view left, std::string_view right) {
 }
 
 /// Two texts as the left one's `Compare` orders them. A short text in the record
-/// is UTF-8, so on the left it needs no string object of its own; on the right
-/// it does, because the left string's encoding chooses the order.
+/// is UTF-8, so on the left it needs no string object; on the right it does,
+/// because the encoding of the left string decides the order.
 inline int CompareTexts(const _VARIANT& left, const _VARIANT& right) {
   if (HasForm(left, StorageForm::Value)) {
     if (HasForm(right, StorageForm::Value))
@@ -72,7 +75,7 @@ inline int CompareDateTimes(const _VARIANT& left, const _VARIANT& right) {
   return leftDate == rightDate ? 0 : Sign(leftDate->CompareTo(rightDate.Get()));
 }
 
-/// Equal documents are 0; otherwise the longer text is greater, texts of one
+/// 0 for equal documents; otherwise the longer text is greater, and texts of equal
 /// length are ordered case-sensitively.
 template <class Document>
 int CompareDocuments(const Ptr<Document>& left, const Ptr<Document>& right) {
@@ -86,9 +89,7 @@ int CompareDocuments(const Ptr<Document>& left, const Ptr<Document>& right) {
 
 inline int CompareErrors(const _VARIANT& left, const _VARIANT& right) {
   const auto leftError = GetErrorCode(left), rightError = GetErrorCode(right);
-  const std::string_view leftText(leftError->GetMessage(), leftError->GetMessageLength());
-  const std::string_view rightText(rightError->GetMessage(), rightError->GetMessageLength());
-  return Order(leftText, rightText);
+  return Order(MessageView(*leftError), MessageView(*rightError));
 }
 
 }  // namespace detail

@@ -11,8 +11,8 @@
 #include "Core/ValueTypes.h"
 #include "Data/Structures/Variant.h"
 
-/// The layout of a `_VARIANT` in one place: reading and writing its tag and
-/// payload, and the rules of copying one.
+/// The layout of a `_VARIANT` in one place: how its tag and payload are read and
+/// written, and how a record is copied.
 namespace Core {
 
 using Data::Structures::_VARIANT;
@@ -84,7 +84,7 @@ inline _VARIANT MakeInlineText(std::string_view text) {
     std::memcpy(&part, begin + at, sizeof part);
     return part;
   };
-  // Pieces of fixed size that overlap: their bytes agree where they do.
+  // Words of fixed size that overlap where the text is no multiple of them.
   static_assert(std::endian::native == std::endian::little);
   std::uint64_t first = 0, second = 0;
   if (size > 8) {
@@ -114,9 +114,9 @@ inline void ReleaseReferenceOf(const _VARIANT& variant) {
   if (IObject* object = ReferencedObject(variant)) object->Release();
 }
 
-/// Copies a record over one that is in use: the new object gains a reference
-/// before the old one gives its own back, so a record may be copied onto itself.
-/// An undefined record is copied as plain bytes.
+/// Copies a record over one that is in use. The new object gains its reference
+/// first and the old one loses its own last, so a record may be copied onto itself
+/// and `Release` may call back. An undefined record is copied as plain bytes.
 /// @throws std::runtime_error "Cannot be nullptr!"
 inline void CopyVariant(const _VARIANT* source, _VARIANT* destination) {
   if (!source || !destination) ThrowCannotBeNull();
@@ -141,6 +141,14 @@ inline void CheckDefined(const _VARIANT& variant) {
 inline void CheckInitialized(const _VARIANT* variant) {
   if (!variant) ThrowCannotBeNull();
   CheckDefined(*variant);
+}
+
+/// The same as a check of an argument.
+/// @throws std::runtime_error "Pointer of struct Data::Structures::_VARIANT must
+///         not be null!" or as `CheckDefined`
+inline void CheckRecord(const _VARIANT* argument) {
+  CheckArgument(argument);
+  CheckDefined(*argument);
 }
 
 }  // namespace Core

@@ -9,27 +9,35 @@
 #include "Data/Structures/Variant.h"
 #include "Data/Version.h"
 
-/// The whole boundary of the library: its exported functions by family. Names
-/// are undecorated.
+/// The exported functions by family; everything else is reached through the
+/// objects that they create. Names are undecorated.
 ///
-/// Common to all: an object arrives in an out-pointer with one reference that
-/// belongs to the caller, who gives it back with `Release` (in C++ receive it
-/// into a `Core::Ptr<>`). The result is true on success.
+/// Ownership: a new object arrives in an out-pointer with one reference, which
+/// belongs to the caller, who gives it back with `Release` (in C++, receive it
+/// into a `Core::Ptr<>`). Texts and records that the new object keeps are copied,
+/// with a reference to the object of a record. The result is true on success.
 ///
-/// Functions with a trailing `error` are guarded: nothing is thrown. On failure
+/// Threads: every function may be called by any number of threads at once, each
+/// with its own arguments. The library keeps no global state, starts no threads
+/// and takes its memory from the standard allocator.
+///
+/// Failures: a lack of memory is always a failure and never an answer. A failed
+/// function leaks nothing.
+///
+/// Functions with a trailing `error` are guarded: they never throw. On failure
 /// the result is false, the out-pointer is untouched and, if `error` is given
 /// and holds null, it receives the failure (`Core::IErrorCode`, released by the
-/// caller). A null argument fails with "Pointer of " + type + " must not be
-/// null!", an object that is not of the argument's interface with "Memory
+/// caller); without memory for that object it stays null. A null argument fails with "Pointer of "
+/// + type + " must not be null!", an object that is not of the argument's interface with "Memory
 /// address [%p] is invalid ...", a null out-pointer with "Pointer to a pointer of
 /// " + type + " must not be null! Address of return must be specified!", an
 /// out-pointer that still holds an object with "Pointer of " + type + " must be
-/// null in order to avoid memory leaks!". The type is named as in "struct
+/// null in order to avoid memory leaks!". Types are named as in "struct
 /// Data::Interfaces::ITable". The operations of objects check their arguments in
 /// the same way.
 ///
 /// Functions without `error` return false for a null out-pointer, overwrite
-/// whatever it held, and let an allocation failure pass as std::bad_alloc.
+/// whatever it held, and throw std::bad_alloc when there is no memory.
 
 #if !defined(LAYERDATA_API)
 #define LAYERDATA_API
@@ -92,10 +100,10 @@ LAYERDATA_API bool Data_CreateProperties(Data::Interfaces::IProperties** out,
 /// that is no text with "Cannot cast to desired interface: ...".
 LAYERDATA_API bool Data_CreateEnum(Data::Interfaces::IObjectList* options,
                                    Data::Interfaces::IEnum** out, Core::IErrorCode** error);
-/// A value that is kept inside [min, max]. A null record counts as `Null`.
+/// A value that is always moved into [min, max]. A null record counts as `Null`.
 /// Fails with "Types of Min/Max don't match!", "Types of Value and Constraints
 /// don't match!", "Min is bigger than Max!", "Variant type is undefined! ..." and
-/// what comparing the two throws.
+/// the failures of comparing two values (`Core::Compare`).
 LAYERDATA_API bool Data_CreateConstrainedValue(const Data::Structures::_VARIANT* value,
                                                const Data::Structures::_VARIANT* min,
                                                const Data::Structures::_VARIANT* max,
@@ -113,7 +121,7 @@ LAYERDATA_API bool Data_CreateAllowedValue(const Data::Structures::_VARIANT* val
 
 /// A new empty string, to be filled with one of its Set operations.
 LAYERDATA_API bool Data_CreateString(Data::Interfaces::IString** out);
-/// A text that is kept enciphered in memory.
+/// A text that is encrypted in memory.
 /// @param text  read as UTF-8, which converts it in place
 /// Fails with "SecureString: Encprytion failed!".
 LAYERDATA_API bool Data_CreateSecureString(Data::Interfaces::IString* text,
@@ -125,8 +133,10 @@ LAYERDATA_API bool Data_CreateEncodingInstanceBase64(Data::Interfaces::IEncoding
 /// An encoder of the URL-safe Base64 alphabet, never padded.
 LAYERDATA_API bool Data_CreateEncodingInstanceBase64Url(Data::Interfaces::IEncoding** out,
                                                         Core::IErrorCode** error);
+/// An object that computes MD5 hashes.
 LAYERDATA_API bool Data_CreateHashingInstanceMD5(Data::Interfaces::IHashing** out,
                                                  Core::IErrorCode** error);
+/// An object that computes SHA-1 hashes.
 LAYERDATA_API bool Data_CreateHashingInstanceSha1(Data::Interfaces::IHashing** out,
                                                   Core::IErrorCode** error);
 /// @param variant  0: SHA-256, 1: SHA-384, 2: SHA-512; any other creates nothing
@@ -156,7 +166,7 @@ LAYERDATA_API bool Data_UuidFromString(const char* text, Data::Structures::_UUID
 LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IErrorCode** error);
 /// Reads delimited text; the separator, the header line and the types of the
 /// cells are detected.
-/// @param content  in any byte encoding that keeps ASCII; need not be
+/// @param content  in any ASCII-compatible encoding; need not be
 ///                 zero-terminated; an initial UTF-8 byte-order mark is skipped
 /// @param size     in bytes; 0 fails with "Size cannot be 0. We don't call
 ///                 strlen internally because data might not contain null
@@ -183,19 +193,19 @@ LAYERDATA_API bool Data_ParseCsvWithErrors(const char* content, Data::Interfaces
                                            Data::Interfaces::IObjectList** errors, uint64_t size,
                                            int32_t keepRows, Core::IErrorCode** error);
 /// As `Data_ParseCsv` with a given separator of one or more bytes; an empty one
-/// counts as a comma.
+/// means a comma.
 LAYERDATA_API bool Data_ParseCsvWithSeparator(const char* content, const char* separator,
                                               Data::Interfaces::ITable** table, uint64_t size,
                                               Core::IErrorCode** error);
 /// A table as delimited text: the header line, then a line per row, no final
 /// line break.
-/// @param separator    one or more bytes; an empty one counts as a comma
-/// @param alwaysQuote  quotes every text cell, not only those that hold the separator
+/// @param separator    one or more bytes; an empty one means a comma
+/// @param alwaysQuote  quotes every text cell, not only those that contain the separator
 LAYERDATA_API bool Data_ConvertTableToCsv(Data::Interfaces::ITable* table, const char* separator,
                                           Data::Interfaces::IString** text, bool alwaysQuote,
                                           Core::IErrorCode** error);
-/// What a text would be as a cell: Unknown (empty), Int64, Double, DateTime or
-/// String. Never throws.
+/// The type that a text would have as a cell: Unknown (for an empty text), Int64,
+/// Double, DateTime or String. Never throws.
 /// @param size  in bytes
 LAYERDATA_API Data::Structures::ValueType Data_DetectValueType(const char* text, uint64_t size);
 
@@ -229,9 +239,9 @@ LAYERDATA_API bool Data_TableRowToJson(Data::Interfaces::IRow* row,
 LAYERDATA_API bool Data_CreateSchema(const Data::Structures::_UUID* uuid, const char* title,
                                      const char* description, Data::Interfaces::ISchema** out,
                                      Core::IErrorCode** error);
-/// Reads a layer schema document. Text that is not JSON gives an empty schema;
-/// what the document does not say is as `ISchema::AddColumn` sets it. A member
-/// that is null counts as not there.
+/// Reads a layer schema document. Text that is not JSON gives an empty schema.
+/// Attributes that the document omits are as `ISchema::AddColumn` sets them; a
+/// member that is null counts as omitted.
 /// Fails with "Member \"" + key + "\" of the layer schema document is missing!"
 /// (or "must be a string!", "must be an integer of 32 bits!" ...), "Parsing
 /// failed!" for the text of a default or allowed value that is no number,
@@ -242,7 +252,7 @@ LAYERDATA_API bool Data_ParseSchema(Data::Interfaces::IJsonDocument* document,
 
 // -- Date and time --
 
-/// Now, in UTC.
+/// The current time in UTC.
 LAYERDATA_API bool Data_CreateCurrentDateTime(Data::Interfaces::IDateTime** out);
 /// 0001-01-01T00:00:00.
 LAYERDATA_API bool Data_CreateMinimumDateTime(Data::Interfaces::IDateTime** out);

@@ -15,7 +15,7 @@
 #include "Data/Interfaces/IRow.h"
 #include "Data/Interfaces/ITable.h"
 
-/// Tables in the words of C++:
+/// Iteration over tables:
 ///
 ///     for (Data::Row row : Data::Rows(table))
 ///       if (!row.IsNull("height")) total += row.Get<double>("height");
@@ -23,12 +23,12 @@
 ///     for (Data::Interfaces::IColumn* column : Data::Columns(table))
 ///       std::cout << column->GetName() << '\n';
 ///
-/// Failures are those of the interfaces, thrown. A table must keep its rows and
-/// columns while it is walked through; cells may change.
+/// Failures are those of the interfaces, thrown. No row or column may be added or
+/// removed during an iteration; cells may change. Threads: as the table.
 namespace Data {
 
-/// A row, kept alive by this value. A column is meant by its position, its name
-/// or itself.
+/// A row, kept alive by this object. A column is given by its index, its name or
+/// its `IColumn`.
 class Row {
  public:
   explicit Row(Core::Ptr<Interfaces::IRow> row) : row_(std::move(row)) {}
@@ -95,8 +95,8 @@ class Row {
 
 namespace detail {
 
-/// What `at` gives for the positions from 0 up to a count. Iterators refer to
-/// the sequence.
+/// The results of `at` for the indexes from 0 up to a count. Iterators refer to
+/// the sequence, which must outlive them.
 template <class At>
 class Sequence {
  public:

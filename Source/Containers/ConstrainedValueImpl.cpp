@@ -24,8 +24,7 @@ void CheckConstraints(const _VARIANT& value, const _VARIANT& min, const _VARIANT
 }
 
 Core::Variant DefinedCopy(const _VARIANT* record) {
-  Core::CheckArgument(record);
-  Core::CheckDefined(*record);
+  Core::CheckRecord(record);
   return Core::Variant(*record);
 }
 

@@ -9,15 +9,6 @@ namespace Data::impl {
 
 using Structures::_VARIANT;
 
-namespace {
-
-void CheckRecord(const _VARIANT* record) {
-  Core::CheckArgument(record);
-  Core::CheckDefined(*record);
-}
-
-}  // namespace
-
 void VariantDictionaryImpl::ReleaseItems(Teardown& teardown) {
   for (auto& entry : map_.Entries()) {
     teardown.Release(entry.key);
@@ -28,7 +19,7 @@ void VariantDictionaryImpl::ReleaseItems(Teardown& teardown) {
 bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
                                 Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    CheckRecord(key);
+    Core::CheckRecord(key);
     Core::CheckArgument(destination);
     Core::Variant value = map_.Get(*key);
     std::swap<_VARIANT>(value, *destination);  // what the destination held is released last
@@ -37,7 +28,7 @@ bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
 
 bool VariantDictionaryImpl::Contains(const _VARIANT* key, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    CheckRecord(key);
+    Core::CheckRecord(key);
     return map_.Contains(*key);
   });
 }
@@ -45,8 +36,8 @@ bool VariantDictionaryImpl::Contains(const _VARIANT* key, Core::IErrorCode** err
 bool VariantDictionaryImpl::Set(const _VARIANT* key, const _VARIANT* value,
                                 Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    CheckRecord(key);
-    CheckRecord(value);
+    Core::CheckRecord(key);
+    Core::CheckRecord(value);
     map_.Set(*key, Core::Variant(*value));
   });
 }

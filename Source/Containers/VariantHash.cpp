@@ -3,7 +3,7 @@
 #include <bit>
 #include <string>
 
-#include "Core/ImplementationOf.h"
+#include "Core/ExactCast.h"
 #include "Core/Variant.h"
 #include "Core/VariantComparison.h"
 #include "DateTime/DateTimeImpl.h"
@@ -40,8 +40,7 @@ std::uint64_t HashReal(double value) {
 /// may change anything: the key is an object of another class than these.
 bool MayCallBack(const _VARIANT& key) {
   IObject* object = ReferencedObject(key);
-  return object && !ImplementationOf<MultiByteStringImpl>(object) &&
-         !ImplementationOf<DateTimeImpl>(object);
+  return object && !ExactCast<MultiByteStringImpl>(object) && !ExactCast<DateTimeImpl>(object);
 }
 
 bool AreEqualTexts(std::string_view left, std::string_view right) {

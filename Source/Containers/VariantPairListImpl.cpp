@@ -39,8 +39,7 @@ bool VariantPairListImpl::Add(const _VARIANT* key, const _VARIANT* value,
                               Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     for (const _VARIANT* record : {key, value}) {
-      Core::CheckArgument(record);
-      Core::CheckDefined(*record);
+      Core::CheckRecord(record);
     }
     // Before the list grows: adding a reference may call code that changes this list.
     Pair pair{Core::Variant(*key), Core::Variant(*value)};

@@ -8,7 +8,7 @@
 
 namespace Core::impl {
 
-/// Immutable, hence without a mutex.
+/// Immutable, so it has no mutex.
 struct ErrorCodeImpl final : IErrorCode {
   ErrorCodeImpl(std::string_view message, std::uint32_t code) : code_(code), message_(message) {}
   virtual ~ErrorCodeImpl() = default;

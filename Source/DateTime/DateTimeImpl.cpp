@@ -4,7 +4,7 @@
 #include <cstring>
 #include <limits>
 
-#include "Core/ImplementationOf.h"
+#include "Core/ExactCast.h"
 #include "Core/Variant.h"
 #include "DateTime/Iso8601Text.h"
 
@@ -154,7 +154,7 @@ std::int32_t DateTimeImpl::CompareByUnit(IDateTime* other, DateTimeUnit unit) {
 }
 
 std::int32_t DateTimeImpl::CompareTo(IDateTime* other) {
-  if (!Core::ImplementationOf<DateTimeImpl>(other)) Core::CheckInterface(other);
+  if (!Core::ExactCast<DateTimeImpl>(other)) Core::CheckInterface(other);
   const auto ticks = static_cast<std::int64_t>(ticks_);  // before code of the other runs
   return Order(ticks, static_cast<std::int64_t>(other->GetFileTime()));
 }

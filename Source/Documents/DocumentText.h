@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "Core/ImplementationOf.h"
+#include "Core/ExactCast.h"
 #include "Core/Ptr.h"
 #include "Core/VariantConversions.h"
 #include "Data/Interfaces/IString.h"
@@ -31,7 +31,7 @@ class DocumentText {
 
  private:
   static Core::Ptr<MultiByteStringImpl> Utf8Of(Interfaces::IString& content) {
-    auto* const own = Core::ImplementationOf<MultiByteStringImpl>(&content);
+    auto* const own = Core::ExactCast<MultiByteStringImpl>(&content);
     return own ? own->AsUtf8() : MultiByteStringImpl::FromUtf8(Core::Utf8View(content));
   }
 

@@ -40,7 +40,7 @@ bool Data_ParseCsv(const char* content, std::uint64_t size, ITable** table,
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(table);
     const auto text = CheckedContent(content, size);
-    HandOut<ITable>(ReadCsv(text, {}, ExtraValues::Fail).table, table);
+    *table = ReadCsv(text, {}, ExtraValues::Fail).table.Detach();
   });
 }
 
@@ -52,8 +52,8 @@ bool Data_ParseCsvWithErrors(const char* content, ITable** table, IObjectList** 
     const auto text = CheckedContent(content, size);
     auto result = ReadCsv(text, {}, keepRows > 0 ? ExtraValues::DropValues : ExtraValues::DropLine);
     auto problems = ListOf(result.problems);
-    HandOut<ITable>(std::move(result.table), table);
-    HandOut(std::move(problems), errors);
+    *table = result.table.Detach();
+    *errors = problems.Detach();
   });
 }
 
@@ -62,7 +62,7 @@ bool Data_ParseCsvWithSeparator(const char* content, const char* separator, ITab
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(table);
     const auto text = CheckedContent(content, size);
-    HandOut<ITable>(ReadCsv(text, CheckedSeparator(separator), ExtraValues::Fail).table, table);
+    *table = ReadCsv(text, CheckedSeparator(separator), ExtraValues::Fail).table.Detach();
   });
 }
 
@@ -72,7 +72,7 @@ bool Data_ConvertTableToCsv(ITable* table, const char* separator, IString** text
     Core::CheckOutPointer(text);
     Core::CheckArgument(table);
     const auto csv = WriteCsv(*table, CheckedSeparator(separator), alwaysQuote);
-    HandOut<IString>(MultiByteStringImpl::FromUtf8(csv), text);
+    *text = MultiByteStringImpl::FromUtf8(csv).Detach();
   });
 }
 

@@ -23,7 +23,7 @@ bool Data_CreateDateTimeFromIso8601(const char* text, IDateTime** out, Core::IEr
   return Core::Guarded(error, [&] {
     Core::CheckArgument(text);
     Core::CheckOutPointer(out);
-    HandOut<IDateTime>(MakeDateTime(FieldsOfIso8601(text)), out);
+    *out = MakeDateTime(FieldsOfIso8601(text)).Detach();
   });
 }
 

@@ -26,25 +26,14 @@ std::optional<HashAlgorithm> FindSha2(std::uint32_t variant) {
   }
 }
 
-template <class... Key>
-void CreateHashing(IHashing** out, HashAlgorithm algorithm, Key... key) {
-  HandOut<IHashing>(Core::MakePtr<HashingImpl>(algorithm, key...), out);
-}
-
 }  // namespace
 
 bool Data_CreateHashingInstanceMD5(IHashing** out, Core::IErrorCode** error) {
-  return Core::Guarded(error, [&] {
-    Core::CheckOutPointer(out);
-    CreateHashing(out, HashAlgorithm::Md5);
-  });
+  return CreateGuarded<HashingImpl>(out, error, HashAlgorithm::Md5);
 }
 
 bool Data_CreateHashingInstanceSha1(IHashing** out, Core::IErrorCode** error) {
-  return Core::Guarded(error, [&] {
-    Core::CheckOutPointer(out);
-    CreateHashing(out, HashAlgorithm::Sha1);
-  });
+  return CreateGuarded<HashingImpl>(out, error, HashAlgorithm::Sha1);
 }
 
 bool Data_CreateHashingInstanceSha2(std::uint32_t variant, IHashing** out,
@@ -52,7 +41,8 @@ bool Data_CreateHashingInstanceSha2(std::uint32_t variant, IHashing** out,
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
     // Callers rely on an unknown variant being no failure here.
-    if (const auto algorithm = FindSha2(variant)) CreateHashing(out, *algorithm);
+    if (const auto algorithm = FindSha2(variant))
+      *out = Core::MakePtr<HashingImpl>(*algorithm).Detach();
   });
 }
 
@@ -62,9 +52,9 @@ bool Data_CreateHashingInstanceHmacSha2(std::uint32_t variant, IArray* key, IHas
     Core::CheckOutPointer(out);
     const auto algorithm = FindSha2(variant);
     if (!algorithm) throw std::runtime_error("Hashing method is not supported!");
-    if (key)
-      CreateHashing(out, *algorithm, ArrayBytes(*Core::CheckInterface(key)));
-    else
-      CreateHashing(out, *algorithm);
+    auto hashing =
+        key ? Core::MakePtr<HashingImpl>(*algorithm, ArrayBytes(*Core::CheckInterface(key)))
+            : Core::MakePtr<HashingImpl>(*algorithm);
+    *out = hashing.Detach();
   });
 }

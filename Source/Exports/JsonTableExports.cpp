@@ -17,7 +17,7 @@ bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** 
     const Core::Ptr<IJsonDocument> held(document);
     if (!document->IsValid()) throw std::runtime_error("JsonDocument content is not valid");
     const DocumentText content(*ContentOf(*document));
-    HandOut<ITable>(ReadJsonTable(JsonTextOf(content.View())), out);
+    *out = ReadJsonTable(JsonTextOf(content.View())).Detach();
   });
 }
 
@@ -25,7 +25,7 @@ bool Data_TableToJson(ITable* table, IJsonDocument** out, Core::IErrorCode** err
   return Core::Guarded(error, [&] {
     Core::CheckArgument(table);
     Core::CheckOutPointer(out);
-    HandOut<IJsonDocument>(WriteJsonTable(*table), out);
+    *out = WriteJsonTable(*table).Detach();
   });
 }
 
@@ -33,6 +33,6 @@ bool Data_TableRowToJson(IRow* row, IJsonDocument** out, Core::IErrorCode** erro
   return Core::Guarded(error, [&] {
     Core::CheckArgument(row);
     Core::CheckOutPointer(out);
-    HandOut<IJsonDocument>(WriteJsonRow(*row), out);
+    *out = WriteJsonRow(*row).Detach();
   });
 }

@@ -12,7 +12,7 @@ bool Data_CreateSchema(const Structures::_UUID* uuid, const char* title, const c
     Core::CheckArgument(title);
     Core::CheckArgument(description);
     Core::CheckOutPointer(out);
-    impl::HandOut<ISchema>(Core::MakePtr<SchemaImpl>(SchemaHeader{*uuid, title, description}), out);
+    *out = Core::MakePtr<SchemaImpl>(SchemaHeader{*uuid, title, description}).Detach();
   });
 }
 
@@ -20,6 +20,6 @@ bool Data_ParseSchema(IJsonDocument* document, ISchema** out, Core::IErrorCode**
   return Core::Guarded(error, [&] {
     Core::CheckArgument(document);
     Core::CheckOutPointer(out);
-    impl::HandOut<ISchema>(ReadSchema(*document), out);
+    *out = ReadSchema(*document).Detach();
   });
 }

@@ -19,9 +19,7 @@ namespace {
 std::vector<std::string> ReadOptions(IObjectList& list) {
   const Core::Ptr<IObjectList> held(&list);  // reading an option may run code that releases it
   std::vector<std::string> options;
-  const std::uint64_t count = list.GetCount();
-  options.reserve(count);
-  for (std::uint64_t i = 0; i < count; ++i) {
+  for (std::uint64_t i = 0; i < list.GetCount(); ++i) {
     const auto option = Core::CastToInterface<IString>(list.GetAt(i));
     options.emplace_back(Core::Utf8View(*option));
   }
@@ -48,7 +46,7 @@ bool Data_CreateEnum(IObjectList* options, IEnum** out, Core::IErrorCode** error
   return Core::Guarded(error, [&] {
     Core::CheckArgument(options);
     Core::CheckOutPointer(out);
-    HandOut<IEnum>(Core::MakePtr<EnumImpl>(ReadOptions(*options)), out);
+    *out = Core::MakePtr<EnumImpl>(ReadOptions(*options)).Detach();
   });
 }
 
@@ -56,9 +54,9 @@ bool Data_CreateConstrainedValue(const _VARIANT* value, const _VARIANT* min, con
                                  IConstrainedValue** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    HandOut<IConstrainedValue>(Core::MakePtr<ConstrainedValueImpl>(
-                                   DefinedOrNull(value), DefinedOrNull(min), DefinedOrNull(max)),
-                               out);
+    *out = Core::MakePtr<ConstrainedValueImpl>(DefinedOrNull(value), DefinedOrNull(min),
+                                               DefinedOrNull(max))
+               .Detach();
   });
 }
 
@@ -72,7 +70,7 @@ bool Data_CreateAllowedValue(const _VARIANT* value, Structures::ComparisonOperat
     Core::CheckOutPointer(out);
     Core::CheckInitialized(value);
     AllowedValueTexts texts{displayName, description, category, helpUri};
-    HandOut<IAllowedValue>(
-        Core::MakePtr<AllowedValueImpl>(Core::Variant(*value), comparison, std::move(texts)), out);
+    *out = Core::MakePtr<AllowedValueImpl>(Core::Variant(*value), comparison, std::move(texts))
+               .Detach();
   });
 }

@@ -13,6 +13,6 @@ bool Data_CreateSecureString(IString* text, ISecureString** out, Core::IErrorCod
   return Core::Guarded(error, [&] {
     Core::CheckArgument(text);
     Core::CheckOutPointer(out);
-    HandOut<ISecureString>(Core::MakePtr<SecureString>(*text), out);
+    *out = Core::MakePtr<SecureString>(*text).Detach();
   });
 }

@@ -18,7 +18,7 @@ bool Data_UuidToString(const _UUID* uuid, IString** out) {
   if (!uuid || !out || !Platform::UuidToText(*uuid, text)) return false;
   auto string = Core::MakePtr<impl::MultiByteStringImpl>();
   string->SetWide(text, Platform::kUuidTextLength);
-  impl::HandOut<IString>(std::move(string), out);
+  *out = string.Detach();
   return true;
 }
 

@@ -116,8 +116,7 @@ bool SchemaImpl::GetAllowedValues(const char* name, IObjectList** out, IErrorCod
 bool SchemaImpl::SetDefaultValue(const char* name, const _VARIANT* value, IErrorCode** error) {
   return Guarded(error, [&] {
     CheckArgument(name);
-    CheckArgument(value);
-    Core::CheckDefined(*value);
+    Core::CheckRecord(value);
     Core::Variant copy(*value);
     Edit(name, [&](Column& column) { column.Set<attributes::DefaultValue>(std::move(copy)); });
   });

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "Containers/VariantListImpl.h"
+#include "Core/ExactCast.h"
 #include "Core/Guard.h"
-#include "Core/ImplementationOf.h"
 #include "Core/Variant.h"
 #include "Tables/TableFailures.h"
 #include "Tables/TableImpl.h"
@@ -23,7 +23,7 @@ ColumnImpl::ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* head
 
 ColumnImpl* ColumnImpl::Of(IColumn* column) {
   // Only this library makes columns, so there is no other class to ask for.
-  return Core::ImplementationOf<ColumnImpl>(column);
+  return Core::ExactCast<ColumnImpl>(column);
 }
 
 TableImpl& ColumnImpl::Table() const {

@@ -153,8 +153,7 @@ bool RowImpl::GetValue(std::int32_t index, IValue** out) {
 
 bool RowImpl::TrySetCellByName(const char* name, const _VARIANT* value, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
-    CheckArgument(value);
-    Core::CheckDefined(*value);
+    Core::CheckRecord(value);
     SetCellByName(name, value);
   });
 }

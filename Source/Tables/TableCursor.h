@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Core/ImplementationOf.h"
+#include "Core/ExactCast.h"
 #include "Core/Ptr.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IColumn.h"
@@ -80,10 +80,10 @@ void TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
   }
   // Nearly all objects are the library's own strings and date-times, which call nobody.
   if (type == ValueType::String)
-    if (auto* const text = Core::ImplementationOf<MultiByteStringImpl>(object))
+    if (auto* const text = Core::ExactCast<MultiByteStringImpl>(object))
       return use(Core::Utf8View(*text));
   if (type == ValueType::DateTime)
-    if (auto* const dateTime = Core::ImplementationOf<DateTimeImpl>(object))
+    if (auto* const dateTime = Core::ExactCast<DateTimeImpl>(object))
       return use(Iso8601Text::DateTime(dateTime->Fields()));
   use(TextOfOtherObject(cell));
 }

@@ -4,7 +4,7 @@
 #include <span>
 #include <stdexcept>
 
-#include "Core/ImplementationOf.h"
+#include "Core/ExactCast.h"
 #include "Platform/CodePages.h"
 #include "Platform/MemoryProtection.h"
 #include "Text/TextOrder.h"
@@ -218,7 +218,7 @@ std::uint64_t MultiByteStringImpl::GetLength() {
 
 std::int32_t MultiByteStringImpl::Compare(IString* other, bool caseSensitive) {
   if (!other) return -1;
-  if (Core::ImplementationOf<MultiByteStringImpl>(other)) return CompareWith(*other, caseSensitive);
+  if (Core::ExactCast<MultiByteStringImpl>(other)) return CompareWith(*other, caseSensitive);
   Core::CheckInterface(other);
   // Reading an object of the caller's own may change this string or release it.
   const Core::Ptr<IString> self(this), held(other);

@@ -4,7 +4,8 @@
 
 namespace Data::Structures {
 
-/// Precision of a date-time comparison, or the period that a date-time starts.
+/// The precision of a date-time comparison, or the period to whose start a
+/// date-time is rounded.
 enum class DateTimeUnit : int32_t {
   Year = 0,
   Month = 1,

@@ -7,10 +7,10 @@
 
 namespace Core {
 
-/// The object if it is exactly of this library's own class, else null: a single
-/// comparison, where asking for an interface walks through the bases.
+/// The object if its class is exactly this one of the library's own, else null: one
+/// comparison, where a cast to an interface walks through the base classes.
 template <class Implementation>
-Implementation* ImplementationOf(IObject* object) {
+Implementation* ExactCast(IObject* object) {
   const std::type_info* type = object ? ClassOf(*object) : nullptr;
   return type && *type == typeid(Implementation) ? static_cast<Implementation*>(object) : nullptr;
 }

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <bit>
+#include <compare>
+#include <cstdint>
+#include <stdexcept>
+
+#include "Core/VariantRecord.h"
+
+/// Conversions of a `_VARIANT` to numbers. All failures are std::runtime_error.
+namespace Core {
+
+[[noreturn]] inline void ThrowMustBeValue() { throw std::runtime_error("Must be value type!"); }
+
+namespace detail {
+
+inline void CheckHoldsNumber(const _VARIANT& variant) {
+  if (!HasForm(variant, StorageForm::Value)) ThrowMustBeValue();
+  if (TypeOf(variant) == ValueType::String)
+    throw std::runtime_error("String cannot be converted to the primitive type!");
+}
+
+inline double StoredDouble(const _VARIANT& variant) {
+  return std::bit_cast<double>(variant.value[0]);
+}
+inline float StoredFloat(const _VARIANT& variant) {
+  return std::bit_cast<float>(static_cast<std::uint32_t>(variant.value[0]));
+}
+
+/// Toward zero; INT64_MIN for NaN and what is out of range.
+inline std::int64_t Truncate(double value) {
+  return value >= -0x1p63 && value < 0x1p63 ? static_cast<std::int64_t>(value) : INT64_MIN;
+}
+
+/// The integer, extended from the width of its type.
+inline std::int64_t StoredInteger(const _VARIANT& variant) {
+  const std::uint64_t word = variant.value[0];
+  switch (TypeOf(variant)) {
+    case ValueType::Int16:
+      return static_cast<std::int16_t>(word);
+    case ValueType::UInt16:
+      return static_cast<std::uint16_t>(word);
+    case ValueType::Int32:
+      return static_cast<std::int32_t>(word);
+    case ValueType::UInt32:
+      return static_cast<std::uint32_t>(word);
+    case ValueType::Byte:
+      return static_cast<std::uint8_t>(word);
+    case ValueType::SByte:
+    case ValueType::Bool:
+      return static_cast<std::int8_t>(word);
+    default:
+      return static_cast<std::int64_t>(word);
+  }
+}
+
+}  // namespace detail
+
+/// The value as a 64-bit integer: Double and Float are truncated toward zero,
+/// every other value gives the first word of its payload as stored.
+/// @throws "Must be value type!", "String cannot be converted to the primitive type!"
+inline std::int64_t ToInt64(const _VARIANT& variant) {
+  detail::CheckHoldsNumber(variant);
+  if (TypeOf(variant) == ValueType::Double) return detail::Truncate(detail::StoredDouble(variant));
+  if (TypeOf(variant) == ValueType::Float) return detail::Truncate(detail::StoredFloat(variant));
+  return static_cast<std::int64_t>(variant.value[0]);
+}
+
+/// The value as a double. The low word of an Int128 is read as signed.
+/// @throws as `ToInt64`, and "Invalid value!" for a value that is no number
+inline double ToDouble(const _VARIANT& variant) {
+  detail::CheckHoldsNumber(variant);
+  const std::uint64_t low = variant.value[0], high = variant.value[1];
+  switch (TypeOf(variant)) {
+    case ValueType::UInt64:
+      return static_cast<double>(low);
+    case ValueType::Int16:
+    case ValueType::Int32:
+    case ValueType::Int64:
+    case ValueType::UInt16:
+    case ValueType::UInt32:
+    case ValueType::Byte:
+    case ValueType::SByte:
+    case ValueType::Bool:
+      return static_cast<double>(detail::StoredInteger(variant));
+    case ValueType::Double:
+      return detail::StoredDouble(variant);
+    case ValueType::Float:
+      return detail::StoredFloat(variant);
+    case ValueType::Int128:
+      return static_cast<double>(static_cast<std::int64_t>(high)) * 0x1p64 +
+             static_cast<double>(static_cast<std::int64_t>(low));
+    case ValueType::UInt128:
+      return static_cast<double>(high) * 0x1p64 + static_cast<double>(low);
+    default:
+      throw std::runtime_error("Invalid value!");
+  }
+}
+
+/// A signed 128-bit integer as its two words.
+struct WideInteger {
+  std::int64_t high;
+  std::uint64_t low;
+  auto operator<=>(const WideInteger&) const = default;
+};
+
+/// The 16 bytes of the payload as they stand.
+/// @throws "Must be value type!", "Cannot cast double to Int128! Not
+///         implemented", "Cannot cast float to Int128! Not implemented"
+inline WideInteger ToWideInteger(const _VARIANT& variant) {
+  if (!HasForm(variant, StorageForm::Value)) ThrowMustBeValue();
+  if (TypeOf(variant) == ValueType::Double)
+    throw std::runtime_error("Cannot cast double to Int128! Not implemented");
+  if (TypeOf(variant) == ValueType::Float)
+    throw std::runtime_error("Cannot cast float to Int128! Not implemented");
+  return {static_cast<std::int64_t>(variant.value[1]), variant.value[0]};
+}
+
+/// Whether a Bool is true: its byte is not zero.
+/// @throws "Must be value type!"
+inline bool ToBool(const _VARIANT& variant) {
+  if (!HasForm(variant, StorageForm::Value)) ThrowMustBeValue();
+  return (variant.value[0] & 0xFF) != 0;
+}
+
+}  // namespace Core

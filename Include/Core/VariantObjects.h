@@ -1,0 +1,147 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string_view>
+
+#include "Core/IErrorCode.h"
+#include "Core/Ptr.h"
+#include "Core/VariantRecord.h"
+#include "Data/Exports.h"
+#include "Data/Interfaces/IDateTime.h"
+#include "Data/Interfaces/IJsonDocument.h"
+#include "Data/Interfaces/IString.h"
+#include "Data/Interfaces/IXmlDocument.h"
+
+/// Conversions of a `_VARIANT` to the object it refers to and to its text. All
+/// failures are std::runtime_error.
+namespace Core {
+
+/// The object that a record refers to, as an interface; null for a Null record
+/// and a null address.
+/// @throws "Must be reference type! Must implement Core::IObject interface!",
+///         "Cannot cast to desired interface: Interface: struct Core::IObject
+///         Implementation: " + name
+template <class Interface>
+Ptr<Interface> GetObject(const _VARIANT& variant) {
+  if (IsNull(variant) || IsNullAddress(variant)) return nullptr;
+  IObject* object = ReferencedObject(variant);
+  if (!object)
+    throw std::runtime_error("Must be reference type! Must implement Core::IObject interface!");
+  if (auto* target = InterfaceOf<Interface>(object)) return Ptr<Interface>(target);
+  throw std::runtime_error("Cannot cast to desired interface: Interface: " + TypeName<IObject>() +
+                           " Implementation: " + TypeName<Interface>());
+}
+
+namespace detail {
+
+/// The typed getters differ only in the type they check and in their texts.
+template <class Interface>
+Ptr<Interface> GetTypedObject(const _VARIANT& variant, ValueType type, const char* mustBeType,
+                              const char* doesNotImplement) {
+  if (IsNull(variant)) return nullptr;
+  if (TypeOf(variant) != type) throw std::runtime_error(mustBeType);
+  if (IsNullAddress(variant)) return nullptr;
+  IObject* object = ReferencedObject(variant);
+  if (!object)
+    throw std::runtime_error(
+        "Must be reference type! Meaning: Must implement Core::IObject interface");
+  if (auto* target = InterfaceOf<Interface>(object)) return Ptr<Interface>(target);
+  throw std::runtime_error(doesNotImplement);
+}
+
+}  // namespace detail
+
+/// The typed getters: null for a Null record or a null reference.
+inline Ptr<Data::Interfaces::IJsonDocument> GetJsonDocument(const _VARIANT& variant) {
+  return detail::GetTypedObject<Data::Interfaces::IJsonDocument>(
+      variant, ValueType::JsonDocument,
+      "Must be json type! Meaning: Must implement Data::IJsonDocument interface",
+      "Object does not implement Interfaces::IJsonDocument interface!");
+}
+inline Ptr<Data::Interfaces::IXmlDocument> GetXmlDocument(const _VARIANT& variant) {
+  return detail::GetTypedObject<Data::Interfaces::IXmlDocument>(
+      variant, ValueType::XmlDocument,
+      "Must be xml type! Meaning: Must implement Data::IXmlDocument interface",
+      "Object does not implement Interfaces::IXmlDocument interface!");
+}
+inline Ptr<Data::Interfaces::IDateTime> GetDateTime(const _VARIANT& variant) {
+  return detail::GetTypedObject<Data::Interfaces::IDateTime>(
+      variant, ValueType::DateTime,
+      "Must be datetime type! Meaning: Must implement Data::IDateTime interface",
+      "Object does not implement Interfaces::IDateTime interface!");
+}
+inline Ptr<IErrorCode> GetErrorCode(const _VARIANT& variant) {
+  return detail::GetTypedObject<IErrorCode>(
+      variant, ValueType::ErrorCode,
+      "Must be ErrorCode type! Meaning: Must implement Core::IErrorCode interface",
+      "Object does not implement Core::IErrorCode interface!");
+}
+
+/// A text as an object; the caller's bytes are copied.
+inline Ptr<Data::Interfaces::IString> MakeString(std::string_view utf8) {
+  Ptr<Data::Interfaces::IString> text;
+  Data_CreateString(text.Receive());
+  text->SetUtf8(utf8.data(), utf8.size());
+  return text;
+}
+
+/// The text as UTF-8, which the string converts itself to; valid until it changes.
+/// Empty for an object of the caller's own that returns null for its text.
+inline std::string_view Utf8View(Data::Interfaces::IString& text) {
+  const char* utf8 = text.GetUtf8();
+  if (!utf8) return {};
+  return {utf8, static_cast<std::size_t>(text.GetLength())};
+}
+
+/// The message of an error; empty for an object of the caller's own that returns
+/// null for it.
+inline std::string_view MessageView(IErrorCode& error) {
+  const char* message = error.GetMessage();
+  if (!message) return {};
+  return {message, static_cast<std::size_t>(error.GetMessageLength())};
+}
+
+/// The text of a String, or the content of a JsonDocument or XmlDocument, without
+/// a copy: valid while the record and the object stay unchanged. No reference is
+/// held: the record must keep the object alive during the call.
+/// Empty for a null reference and a document without content.
+/// @throws "Must be string, json or xml!"
+inline std::string_view GetStringView(const _VARIANT& variant) {
+  const ValueType type = TypeOf(variant);
+  if (type == ValueType::String && HasForm(variant, StorageForm::Value)) return InlineText(variant);
+  Data::Interfaces::IString* text = nullptr;
+  if (!HasForm(variant, StorageForm::Reference))
+    throw std::runtime_error("Must be string, json or xml!");
+  if (type == ValueType::String) {
+    text = InterfaceOf<Data::Interfaces::IString>(ReferencedObject(variant));
+    if (!text && ReferencedObject(variant))
+      throw std::runtime_error("Object does not implement Interfaces::IString interface!");
+  } else if (type == ValueType::JsonDocument) {
+    if (const auto document = GetJsonDocument(variant)) text = document->GetContent();
+  } else if (type == ValueType::XmlDocument) {
+    if (const auto document = GetXmlDocument(variant)) text = document->GetContent();
+  } else {
+    throw std::runtime_error("Must be string, json or xml!");
+  }
+  return text ? Utf8View(*text) : std::string_view();
+}
+
+/// A String as an object: a new one for a text stored by value, null for Null and
+/// for a null reference.
+/// @throws "Object does not implement Interfaces::IString interface!", "Variant
+///         is neither null nor value type string nor reference type string!"
+inline Ptr<Data::Interfaces::IString> ToStringObject(const _VARIANT& variant) {
+  if (IsNull(variant) || IsNullAddress(variant)) return nullptr;
+  if (IObject* object = ReferencedObject(variant)) {
+    if (auto* text = InterfaceOf<Data::Interfaces::IString>(object))
+      return Ptr<Data::Interfaces::IString>(text);
+    throw std::runtime_error("Object does not implement Interfaces::IString interface!");
+  }
+  if (TypeOf(variant) == ValueType::String && HasForm(variant, StorageForm::Value))
+    return MakeString(InlineText(variant));
+  throw std::runtime_error(
+      "Variant is neither null nor value type string nor reference type string!");
+}
+
+}  // namespace Core
