@@ -39,7 +39,8 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   template <class Fill>
   static Core::Ptr<MultiByteStringImpl> SecretFromUtf8(std::size_t capacity, Fill&& fill);
 
-  /// The text in UTF-8 while this object stays as it is: the object itself, or a converted copy.
+  /// The text as UTF-8 without converting this object: the object itself if it holds
+  /// UTF-8, otherwise a converted copy.
   Core::Ptr<MultiByteStringImpl> AsUtf8();
 
   void SetWide(const char16_t* text, std::uint64_t length) override;

@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include "CallersText.h"
 #include "Prelude.h"
 
@@ -5,18 +7,26 @@ namespace Data::tests {
 
 namespace {
 
-constexpr std::uint32_t kUtf8 = 65001;
-
-Ptr<IString> WideString(std::u16string_view text) {
+/// The text as a string that holds it in a form: "utf8", "wide" or the number of a code page.
+Ptr<IString> StringOf(std::string_view text, const std::string& form = "utf8") {
   const auto string = New(Data_CreateString);
-  string->SetWide(text.data(), text.size());
+  if (form == "utf8") {
+    string->SetUtf8(text.data(), text.size());
+  } else if (form == "wide") {
+    const auto source = MakeString(text);
+    const char16_t* units = source->GetWide();
+    string->SetWide(units, source->GetLength());
+  } else {
+    string->SetMultiByte(text.data(), text.size(), static_cast<std::uint32_t>(std::stoul(form)));
+  }
   return string;
 }
 
-Ptr<IString> MultiByteString(std::string_view text, std::uint32_t codePage) {
-  const auto string = New(Data_CreateString);
-  string->SetMultiByte(text.data(), text.size(), codePage);
-  return string;
+/// Reads the string in a form and returns the address of the text.
+const void* Read(IString& string, const std::string& form) {
+  if (form == "utf8") return string.GetUtf8();
+  if (form == "wide") return string.GetWide();
+  return string.GetMultiByte(static_cast<std::uint32_t>(std::stoul(form)));
 }
 
 /// The bytes that the string holds, terminator included.
@@ -29,18 +39,14 @@ std::u16string WideText(IString& string) {
   return {text, string.GetLength()};
 }
 
-std::string RepeatedText(std::string_view part, std::size_t times) {
-  std::string text;
-  for (std::size_t i = 0; i < times; ++i) text += part;
-  return text;
-}
-
 /// The same text in each form that a string can hold.
 std::vector<Ptr<IString>> InEveryForm(const std::string& utf8) {
-  const auto wide = MakeString(utf8), in1252 = MakeString(utf8);
-  wide->GetWide();
-  in1252->GetMultiByte(1252);
-  return {MakeString(utf8), wide, in1252};
+  std::vector<Ptr<IString>> strings;
+  for (const char* const form : {"utf8", "wide", "1252"}) {
+    strings.push_back(MakeString(utf8));
+    Read(*strings.back(), form);
+  }
+  return strings;
 }
 
 int Sign(std::int32_t order) { return (order > 0) - (order < 0); }
@@ -61,17 +67,16 @@ TEST(String, IsEmptyWhenNewAndWhenCleared) {
   }
 }
 
-TEST(String, StoresWhatIsSetWithATerminator) {
-  const auto string = New(Data_CreateString);
-  string->SetWide(u"abc", 3);
-  EXPECT_EQ(string->GetLength(), 3u);
-  EXPECT_EQ(Stored(*string), "a\0b\0c\0\0\0"s);
-  string->SetMultiByte("a\x80", 2, 1252);
-  EXPECT_EQ(string->GetLength(), 2u);
-  EXPECT_EQ(Stored(*string), "a\x80\0"s);
-  string->SetUtf8("a\0b", 3);
-  EXPECT_EQ(string->GetLength(), 3u) << "an embedded zero counts";
-  EXPECT_EQ(Stored(*string), "a\0b\0"s);
+TEST(String, StoresWhatIsSetAndConvertsItInPlace) {
+  for (const Case& c : Cases("Text.txt", "strings")) {
+    const auto string = StringOf(c[1], c.fields[0]);
+    std::string form = c.fields[0];
+    for (std::istringstream forms(c.fields[2]); forms >> form;)
+      EXPECT_EQ(Read(*string, form), string->GetData()) << c.where;
+    EXPECT_EQ(Stored(*string), c[3]) << c.where;
+    EXPECT_EQ(std::to_string(string->GetLength()), c[4]) << c.where;
+  }
+  const auto string = MakeString("text");
   string->SetUtf8(nullptr, 0);
   EXPECT_EQ(Stored(*string), "\0"s) << "an empty text is not an empty string";
   string->SetWide(nullptr, 0);
@@ -91,58 +96,18 @@ TEST(String, RejectsWhatItCannotStore) {
 }
 
 TEST(String, SetsRangesOfItsOwnText) {
-  for (const std::size_t repeats : {1u, 50u}) {
-    const std::string text = RepeatedText("0123456789", repeats);
+  for (const std::size_t length : {0u, 500u}) {
+    const std::string text = std::string(length, 'a') + "0123456789";
     const auto string = MakeString(text);
-    const char* own = string->GetUtf8();
-    string->SetUtf8(own + 3, text.size() - 3);
+    string->SetUtf8(string->GetUtf8() + 3, text.size() - 3);
     EXPECT_EQ(string->GetUtf8(), text.substr(3));
-    own = string->GetUtf8();
-    string->SetMultiByte(own, text.size() - 3, 1252);
+    string->SetMultiByte(string->GetUtf8(), text.size() - 3, 1252);
     EXPECT_EQ(string->GetMultiByte(0), text.substr(3));
   }
-  // A byte text read as UTF-16 units needs a larger buffer than it lies in.
+  // Bytes that are read as UTF-16 units need a larger buffer than they are in.
   const auto string = MakeString(std::string(96, 'x'));
   string->SetWide(reinterpret_cast<const char16_t*>(string->GetUtf8()), 48);
   EXPECT_EQ(WideText(*string), std::u16string(48, u'\x7878'));
-}
-
-TEST(String, ConvertsInPlaceToWhatIsRead) {
-  const auto string = WideString(u"abc");
-  EXPECT_STREQ(string->GetUtf8(), "abc");
-  EXPECT_EQ(Stored(*string), "abc\0"s);
-  EXPECT_STREQ(string->GetMultiByte(1252), "abc");
-  EXPECT_EQ(string->GetSize(), 4u);
-  EXPECT_EQ(WideText(*string), u"abc");
-  EXPECT_EQ(string->GetSize(), 8u);
-}
-
-TEST(String, ReadsEveryEncodingFromEveryOther) {
-  const std::u16string wide = u"Bär, 1 €";
-  const std::string utf8 = "B\xC3\xA4r, 1 \xE2\x82\xAC", in1252 = "B\xE4r, 1 \x80",
-                    in28605 = "B\xE4r, 1 \xA4";
-  EXPECT_EQ(WideString(wide)->GetUtf8(), utf8);
-  EXPECT_EQ(WideString(wide)->GetMultiByte(1252), in1252);
-  EXPECT_EQ(WideString(wide)->GetMultiByte(kUtf8), utf8);
-  EXPECT_EQ(WideText(*MakeString(utf8)), wide);
-  EXPECT_EQ(MakeString(utf8)->GetMultiByte(28605), in28605);
-  EXPECT_EQ(WideText(*MultiByteString(in1252, 1252)), wide);
-  EXPECT_EQ(MultiByteString(in1252, 1252)->GetUtf8(), utf8);
-  EXPECT_EQ(WideText(*MultiByteString(utf8, kUtf8)), wide);
-  EXPECT_EQ(MultiByteString(utf8, kUtf8)->GetUtf8(), utf8);
-
-  const auto invalid = MakeString("a\xFFz");
-  EXPECT_STREQ(invalid->GetUtf8(), "a\xFFz") << "not converted, not checked";
-  EXPECT_STREQ(invalid->GetMultiByte(kUtf8), "a\xEF\xBF\xBDz") << "converted through UTF-16";
-}
-
-TEST(String, MultiByteTextIsGivenAsItIsForAnyCodePage) {
-  const auto string = MultiByteString("B\xE4r", 1252);
-  EXPECT_STREQ(string->GetMultiByte(kUtf8), "B\xE4r");
-  EXPECT_STREQ(string->GetMultiByte(932), "B\xE4r");
-  EXPECT_EQ(WideText(*string), u"Bär") << "still in its own code page";
-  EXPECT_STREQ(string->GetMultiByte(850), "B\x84r");
-  EXPECT_EQ(WideText(*string), u"Bär") << "the new code page is the one it was converted to";
 }
 
 TEST(String, ConversionEndsAtTheFirstZero) {
@@ -151,40 +116,26 @@ TEST(String, ConversionEndsAtTheFirstZero) {
     const auto string = MakeString(text);
     EXPECT_EQ(string->GetLength(), text.size());
     EXPECT_EQ(WideText(*string), std::u16string(before, u'a'));
-    const auto wide = WideString(std::u16string(text.begin(), text.end()));
-    EXPECT_EQ(wide->GetUtf8(), std::string(before, 'a'));
-    EXPECT_EQ(wide->GetLength(), before);
+    string->SetWide(std::u16string(text.begin(), text.end()).data(), text.size());
+    EXPECT_EQ(string->GetUtf8(), std::string(before, 'a'));
+    EXPECT_EQ(string->GetLength(), before);
   }
 }
 
-TEST(String, UnknownCodePageGivesAnEmptyText) {
-  const auto string = WideString(u"abc");
-  EXPECT_STREQ(string->GetMultiByte(54321), "");
-  EXPECT_EQ(string->GetSize(), 1u);
-  const auto unreadable = MultiByteString("abc", 54321);
-  EXPECT_STREQ(unreadable->GetMultiByte(1252), "abc");
-  EXPECT_STREQ(unreadable->GetUtf8(), "");
-}
-
+// Around the lengths where the way of storing changes, with characters of few and of many bytes.
 TEST(String, ConvertsTextsOfAnyLength) {
-  // Around the sizes where the way of storing changes, with the most and the
-  // least bytes that a character can need.
   for (const std::size_t length : {1u, 15u, 16u, 31u, 32u, 33u, 255u, 256u, 257u, 5000u}) {
-    const struct {
-      std::string utf8;
-      std::u16string wide;
-    } cases[] = {
-        {std::string(length, 'q'), std::u16string(length, u'q')},
-        {RepeatedText("\xE2\x82\xAC", length), std::u16string(length, u'€')},
-        {std::string(length, 'q') + "\xC3\xA4", std::u16string(length, u'q') + u'ä'},
-    };
-    for (const auto& c : cases) {
-      const auto string = MakeString(c.utf8);
-      EXPECT_EQ(WideText(*string), c.wide) << length;
-      EXPECT_EQ(string->GetUtf8(), c.utf8) << length;
-      EXPECT_EQ(string->GetSize(), c.utf8.size() + 1) << length;
-      string->SetUtf8(c.utf8.data(), 1);
-      EXPECT_EQ(string->GetSize(), 2u) << length;
+    for (const std::u16string& wide : {std::u16string(length, u'q'), std::u16string(length, u'€'),
+                                       std::u16string(length, u'q') + u'€'}) {
+      const auto string = New(Data_CreateString);
+      string->SetWide(wide.data(), wide.size());
+      const std::string utf8 = string->GetUtf8();
+      const auto most = static_cast<std::size_t>(std::ranges::count(wide, u'€'));
+      EXPECT_EQ(string->GetSize(), wide.size() + 2 * most + 1);
+      EXPECT_EQ(WideText(*string), wide) << length;
+      EXPECT_EQ(string->GetMultiByte(1252),
+                std::string(wide.size() - most, 'q') + std::string(most, '\x80'));
+      EXPECT_EQ(string->GetUtf8(), utf8) << length;
     }
   }
 }
@@ -222,16 +173,13 @@ TEST(String, ComparesUnitsAtEveryPosition) {
 }
 
 TEST(String, CompareConvertsTheOtherText) {
-  const auto left = MultiByteString("\x80", 1252), right = WideString(u"€");
+  const auto left = StringOf("\x80", "1252"), right = StringOf("€", "wide");
   EXPECT_EQ(left->Compare(right.Get(), true), 0);
   EXPECT_EQ(Stored(*right), "\x80\0"s);
   EXPECT_EQ(left->Compare(left.Get(), true), 0) << "against itself";
-}
-
-TEST(String, CompareOrdersPairsByTheEncoding) {
-  const char *const pair = "\xF0\x9F\x98\x80", *const last = "\xEF\xBF\xBD";
-  EXPECT_LT(InEveryForm(pair)[1]->Compare(MakeString(last).Get(), true), 0) << "by surrogates";
-  EXPECT_GT(MakeString(pair)->Compare(InEveryForm(last)[1].Get(), true), 0) << "by UTF-8";
+  // A pair of surrogates sorts before U+FFFD, its UTF-8 after it.
+  EXPECT_LT(StringOf("😀", "wide")->Compare(StringOf("\xEF\xBF\xBD").Get(), true), 0);
+  EXPECT_GT(StringOf("😀")->Compare(StringOf("\xEF\xBF\xBD", "wide").Get(), true), 0);
 }
 
 TEST(String, ComparesWithZerosAndWithNothing) {
@@ -240,7 +188,7 @@ TEST(String, ComparesWithZerosAndWithNothing) {
   EXPECT_EQ(string->Compare(nullptr, true), -1);
   EXPECT_EQ(none->Compare(nullptr, true), -1);
   EXPECT_EQ(none->Compare(MakeString("12345").Get(), true), -5);
-  EXPECT_EQ(none->Compare(WideString(u"12345").Get(), false), -5);
+  EXPECT_EQ(none->Compare(StringOf("12345", "wide").Get(), false), -5);
   EXPECT_EQ(none->Compare(none.Get(), true), 0);
   EXPECT_EQ(string->Compare(none.Get(), true), 1);
   EXPECT_EQ(MakeString("")->Compare(none.Get(), true), 0);
