@@ -4,9 +4,6 @@ namespace Data::tests {
 
 namespace {
 
-constexpr std::string_view kLettersAndDigits =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
-
 /// An encoder and a model of it, bit by bit.
 struct Model {
   const char* name;
@@ -44,22 +41,24 @@ struct Model {
   }
 };
 
+const std::string kLettersAndDigits =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
 const Model kModels[] = {
-    {"Base64", Data_CreateEncodingInstanceBase64, std::string(kLettersAndDigits) + "+/", true},
-    {"Base64Url", Data_CreateEncodingInstanceBase64Url, std::string(kLettersAndDigits) + "-_",
-     false},
+    {"Base64", Data_CreateEncodingInstanceBase64, kLettersAndDigits + "+/", true},
+    {"Base64Url", Data_CreateEncodingInstanceBase64Url, kLettersAndDigits + "-_", false},
 };
 
-std::string Encode(IEncoding& encoding, std::string_view bytes) {
-  Ptr<IArray> text;
-  EXPECT_TRUE(encoding.Encode(ArrayOf(bytes).Get(), text.Receive(), nullptr));
-  return BytesOf(*text);
+std::string Converted(decltype(&IEncoding::Encode) operation, IEncoding& encoding,
+                      std::string_view input) {
+  Ptr<IArray> output;
+  EXPECT_TRUE(std::invoke(operation, encoding, ArrayOf(input).Get(), output.Receive(), nullptr));
+  return BytesOf(*output);
 }
-
+std::string Encode(IEncoding& encoding, std::string_view bytes) {
+  return Converted(&IEncoding::Encode, encoding, bytes);
+}
 std::string Decode(IEncoding& encoding, std::string_view text) {
-  Ptr<IArray> bytes;
-  EXPECT_TRUE(encoding.Decode(ArrayOf(text).Get(), bytes.Receive(), nullptr));
-  return BytesOf(*bytes);
+  return Converted(&IEncoding::Decode, encoding, text);
 }
 
 std::string RandomBytes(std::size_t size) {
@@ -104,36 +103,31 @@ TEST(Encoding, StopsExactlyAtAnyByteAtAnyPosition) {
   for (const Model& model : kModels) {
     const auto encoding = New(model.create);
     const std::string text = model.Encode(RandomBytes(96));
-    for (std::size_t position = 0; position < text.size(); ++position) {
-      for (int byte = 0; byte < 256; ++byte) {
-        // All bytes at the ends of the blocks, some at the others.
-        if (position % 16 != 0 && position % 16 != 15 && byte % 17 != 11) continue;
+    for (std::size_t position = 0; position < text.size(); ++position)
+      // All bytes at the ends of the blocks, some elsewhere.
+      for (int byte = 0; byte < 256; byte += (position + 1) % 16 < 2 ? 1 : 17) {
         std::string changed = text;
         changed[position] = static_cast<char>(byte);
         ASSERT_EQ(Decode(*encoding, changed), model.Decode(changed))
             << model.name << ", byte " << byte << " at " << position;
       }
-    }
   }
 }
 
 TEST(Encoding, ReadsAsManyBytesAsTheArrayCountsElements) {
   const auto base64 = New(Data_CreateEncodingInstanceBase64);
-  const auto array = New(Data_CreateArray);
-  const auto failure = [&](IArray* input) {
-    return Failure([&](IErrorCode** error) {
-      Ptr<IArray> text;
-      return base64->Encode(input, text.Receive(), error);
-    });
-  };
+  const auto array = New(Data_CreateArray), tooShort = New(Data_CreateArray);
   array->SetData("Manx", 2, 2);
+  tooShort->SetData("", 0, 5);
   Ptr<IArray> text;
   EXPECT_TRUE(base64->Encode(array.Get(), text.Receive(), nullptr));
   EXPECT_EQ(BytesOf(*text), "TWE=");
-  array->SetData("", 0, 5);
-  EXPECT_EQ(failure(array.Get()), "Offset or size are not in data bounds") << "five without a byte";
-  EXPECT_EQ(failure(Core::MakePtr<CallersArray>(nullptr).Get()),
-            "Offset or size are not in data bounds");
+  for (const Ptr<IArray>& input : {tooShort, Ptr<IArray>(Core::MakePtr<CallersArray>(nullptr))})
+    EXPECT_EQ(Failure([&](IErrorCode** error) {
+                Ptr<IArray> none;
+                return base64->Encode(input.Get(), none.Receive(), error);
+              }),
+              "Offset or size are not in data bounds");
 }
 
 TEST(Encoding, SurvivesAnArrayThatReleasesItselfAndTheEncoder) {
