@@ -329,8 +329,9 @@ TEST(Schema, KeepsTheOrderOfManyColumns) {
   const auto names = ColumnNames(*clone);
   ASSERT_EQ(names.size(), 5000u);
   for (int i = 0; i < 5000; ++i) {
-    ASSERT_EQ(names[i], name(i));
-    ASSERT_EQ(clone->GetWidth(names[i].c_str(), nullptr), i);
+    const std::string& found = names[static_cast<std::size_t>(i)];
+    ASSERT_EQ(found, name(i));
+    ASSERT_EQ(clone->GetWidth(found.c_str(), nullptr), i);
   }
 }
 

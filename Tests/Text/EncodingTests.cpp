@@ -71,7 +71,7 @@ std::string RandomBytes(std::size_t size) {
 }  // namespace
 
 TEST(Encoding, EncodesAndPadsTheLastGroup) {
-  for (const std::size_t i : {0, 1}) {
+  for (const std::size_t i : {0u, 1u}) {
     const auto encoding = New(kModels[i].create);
     for (const Case& c : Cases("Text.txt", "base64")) {
       EXPECT_EQ(Encode(*encoding, c[0]), c[1 + i]) << c.where;

@@ -25,8 +25,8 @@ std::string Digest(IHashing& hashing, std::string_view data) {
   Ptr<IArray> digest;
   EXPECT_TRUE(hashing.Hash(data.data(), data.size(), digest.Receive(), nullptr));
   std::string text;
-  for (const unsigned char byte : BytesOf(*digest))
-    for (const int digit : {byte >> 4, byte & 0xF}) text += "0123456789abcdef"[digit];
+  for (const char byte : BytesOf(*digest))
+    for (const int digit : {(byte >> 4) & 0xF, byte & 0xF}) text += "0123456789abcdef"[digit];
   return text;
 }
 

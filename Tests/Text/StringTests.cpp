@@ -143,8 +143,8 @@ TEST(String, ConvertsTextsOfAnyLength) {
 TEST(String, ComparesTextsInTheEncodingOfTheFirst) {
   for (const Case& c : Cases("Text.txt", "comparisons")) {
     const int exact = std::stoi(c.fields[2]), folded = std::stoi(c.fields[3]);
-    for (const std::size_t i : {0, 1, 2})
-      for (const std::size_t j : {0, 1, 2}) {
+    for (const std::size_t i : {0u, 1u, 2u})
+      for (const std::size_t j : {0u, 1u, 2u}) {
         const auto left = InEveryForm(c.fields[0])[i], right = InEveryForm(c.fields[1])[j];
         EXPECT_EQ(Sign(left->Compare(right.Get(), true)), exact) << c.where;
         EXPECT_EQ(Sign(left->Compare(right.Get(), false)), folded) << c.where;
@@ -162,7 +162,7 @@ TEST(String, ComparesUnitsAtEveryPosition) {
       changed[at] = c;
       const int exact = c < 'm' ? -1 : 1, folded = c == 'M' ? 0 : exact;
       const auto lefts = InEveryForm(changed), rights = InEveryForm(text);
-      for (const std::size_t i : {0, 1, 2}) {
+      for (const std::size_t i : {0u, 1u, 2u}) {
         EXPECT_EQ(lefts[i]->Compare(rights[i].Get(), true), exact) << c << " at " << at;
         EXPECT_EQ(lefts[i]->Compare(rights[i].Get(), false), folded) << c << " at " << at;
       }
@@ -195,7 +195,7 @@ TEST(String, ComparesWithZerosAndWithNothing) {
 }
 
 TEST(String, ComparesWithATextOfACallersOwn) {
-  for (const std::size_t form : {0, 1, 2}) {
+  for (const std::size_t form : {0u, 1u, 2u}) {
     const auto with = [&](const char* text, std::function<void(Ptr<IString>&)> onRead) {
       auto string = InEveryForm(std::string(100, 'm'))[form];
       auto other = Core::MakePtr<CallersText>(text);
