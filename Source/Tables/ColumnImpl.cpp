@@ -21,10 +21,7 @@ ColumnImpl::ColumnImpl(std::string name, TableImpl* table, TableHeaderImpl* head
                        std::int32_t index)
     : name_(std::move(name)), table_(table), header_(header), index_(index) {}
 
-ColumnImpl* ColumnImpl::Of(IColumn* column) {
-  // Only this library makes columns, so there is no other class to ask for.
-  return Core::ExactCast<ColumnImpl>(column);
-}
+ColumnImpl* ColumnImpl::Of(IColumn* column) { return Core::ExactCast<ColumnImpl>(column); }
 
 TableImpl& ColumnImpl::Table() const {
   if (!table_) Core::ThrowNullInterface<ITable>();
@@ -41,7 +38,10 @@ void ColumnImpl::SetName(const char* name) {
 bool ColumnImpl::GetValues(IVariantList** out) {
   Core::CheckOutPointer(out);
   const auto values = Core::MakePtr<VariantListImpl>();
-  for (const auto& row : Table().Rows()) values->Add(&row->Cell(*this));
+  const Ptr<TableImpl> table(&Table());
+  const Ptr<ColumnImpl> held(this);
+  // Copying a cell may change the table: each row is looked up by its position.
+  for (std::size_t i = 0; i < table->RowCount(); ++i) values->Add(&table->Rows()[i]->Cell(*this));
   *out = Ptr<IVariantList>(values).Detach();
   return true;
 }
@@ -75,9 +75,12 @@ bool ColumnImpl::BelongsTo(ITable* table) { return table_ && table == table_; }
 
 void ColumnImpl::Fill(const _VARIANT* value) {
   CheckArgument(value);
-  // The value may be one of the cells about to be written.
-  const Core::Variant copy(*value);
-  for (const auto& row : Table().Rows()) row->Write(*this, copy);
+  const Ptr<TableImpl> table(&Table());
+  const Ptr<ColumnImpl> held(this);
+  const Core::Variant copy(*value);  // the value may be one of the cells
+  // A write may change the table: each row is looked up by its position.
+  for (std::size_t i = 0; IsOf(table.Get()) && i < table->RowCount(); ++i)
+    table->Rows()[i]->Write(*this, copy);
 }
 
 }  // namespace Data::impl

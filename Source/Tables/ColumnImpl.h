@@ -47,33 +47,31 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
   const std::string& Name() const { return name_; }
   void Rename(std::string name) { name_ = std::move(name); }
 
-  /// Position in the table; its readers never wait for each other.
+  /// Position in the table.
   std::int32_t Index() const { return index_.load(std::memory_order_relaxed); }
   void SetIndex(std::int32_t index) { index_.store(index, std::memory_order_relaxed); }
-  /// Adds 1 and starts over at the smallest index after the largest.
+  /// Adds 1; the largest index wraps to the smallest.
   void RaiseIndex() { index_.fetch_add(1, std::memory_order_relaxed); }
   ColumnImpl* ColumnAtDistance(std::int32_t distance);
 
-  ValueType DeclaredType() const { return type_; }
-  bool HasTable() const { return table_ != nullptr; }
   bool IsOf(const TableImpl* table) const { return table_ == table; }
 
-  /// Takes note of a value written into one of the cells.
+  /// Updates the type and the null-seen flag for a value written into a cell.
   void NoteValue(ValueType type) {
     if (type == ValueType::Null)
       hasSeenNull_ = 1;
     else
       type_ = type;
   }
-  /// Takes note of many values at once, for code that fills cells in place.
-  /// @param lastNonNull  type of the last value written that was not Null; Null
-  ///                     if there was none
+  /// As `NoteValue` for many values, for code that fills cells in place.
+  /// @param lastNonNull  type of the last value that was not Null; Null if there
+  ///                     was none
   void NoteValues(ValueType lastNonNull, bool nullSeen) {
     if (lastNonNull != ValueType::Null) type_ = lastNonNull;
     if (nullSeen) hasSeenNull_ = 1;
   }
 
-  /// Cuts the column off its table, and off the header when that goes too.
+  /// Detaches the column from its table, or from its header.
   void LeaveTable() { table_ = nullptr; }
   void LeaveHeader() { header_ = nullptr; }
 
@@ -83,9 +81,9 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
   std::string name_;
   TableImpl* table_;
   TableHeaderImpl* header_;
-  /// Atomic because an insertion before other columns raises one for ever: that
-  /// loop must be one the compiler may not assume to end, and other threads may
-  /// still ask.
+  /// Atomic because an insertion before other columns increments one forever: the
+  /// compiler must not assume that this loop ends, and other threads may still
+  /// read the index.
   std::atomic<std::int32_t> index_;
   std::uint32_t width_ = 0;
   std::uint32_t decimals_ = 0;

@@ -2,6 +2,8 @@
 
 #include <cstring>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "Core/Guard.h"
 #include "Core/Variant.h"
@@ -20,10 +22,10 @@ using Structures::_VARIANT;
 
 namespace {
 
-/// Columns that are added tend not to come alone.
+/// Columns are usually added several at a time.
 constexpr std::size_t kSpareCells = 4;
 
-/// Cells in a block of its own, by class: 4, 5, 6, 7, 8, 10, 12, 14, 16, 20 ...
+/// The number of cells in a block, by size class: 4, 5, 6, 7, 8, 10, 12, 14, 16, 20 ...
 constexpr std::size_t RoomOf(std::uint8_t roomClass) {
   return (std::size_t{4} + roomClass % 4) << roomClass / 4;
 }
@@ -75,11 +77,12 @@ void RowImpl::InsertCell(std::size_t index) noexcept {
   ++cellCount_;
 }
 
-void RowImpl::RemoveCell(std::size_t index) noexcept {
-  if (index >= cellCount_) return;
-  const Core::Variant removed = Core::Variant::Adopt(cells_[index]);
+_VARIANT RowImpl::RemoveCell(std::size_t index) noexcept {
+  if (index >= cellCount_) return Core::MakeNull();
+  const _VARIANT removed = cells_[index];
   --cellCount_;
   std::memmove(cells_ + index, cells_ + index + 1, (cellCount_ - index) * sizeof(_VARIANT));
+  return removed;
 }
 
 // -- Finding --
@@ -99,7 +102,7 @@ ColumnImpl& RowImpl::OwnColumn(IColumn* column) const {
   return Table().OwnColumn(column);
 }
 
-_VARIANT& RowImpl::Cell(const ColumnImpl& column) {
+_VARIANT& RowImpl::Cell(const ColumnImpl& column) const {
   _VARIANT* cell = CellOrNull(column.Index());
   if (!cell) ThrowColumnOutOfRange(column.Index(), cellCount_);
   return *cell;
@@ -139,7 +142,7 @@ bool RowImpl::GetCellOfColumn(IColumn* column, _VARIANT* out) {
 
 bool RowImpl::GetCellText(std::int32_t index, IString** out) {
   Core::CheckOutPointer(out);
-  *out = Core::MakeString(Core::ToText(Cell(Table().ColumnAt(index)))).Detach();
+  *out = ValueImpl::TextOf(Cell(Table().ColumnAt(index))).Detach();
   return true;
 }
 
@@ -174,19 +177,44 @@ void RowImpl::SetCellOfColumn(IColumn* column, const _VARIANT* value) {
 }
 
 void RowImpl::SetCells(const _VARIANT* values, std::uint64_t count) {
-  const auto& columns = Table().Header().Columns();
-  if (count > columns.size()) ThrowCannotSetCell();
+  if (count > Table().ColumnCount()) ThrowCannotSetCell();
   CheckValues(values, count);
-  for (std::size_t i = 0; i < count; ++i) Write(*columns[i], values[i]);
+  const bool callsBack =
+      AnyCallsBack(values, count) || AnyCallsBack(cells_, cellCount_) || table_->IndexCallsBack();
+  const Ptr<RowImpl> held = HeldIf(callsBack, this);
+  // The values may be cells of this table.
+  std::vector<Core::Variant> copies;
+  if (callsBack) copies = std::vector<Core::Variant>(values, values + count);
+  for (std::size_t i = 0; i < count; ++i)
+    Write(Table().ColumnAt(static_cast<std::int64_t>(i)), callsBack ? copies[i] : values[i]);
 }
 
 void RowImpl::Write(ColumnImpl& column, const _VARIANT& value) {
+  if (table_->IsIndexed(column) || impl::CallsBack(value)) return WriteHeld(column, value);
   _VARIANT& cell = Cell(column);
-  const bool isIndexed = table_->IsIndexed(column);
-  if (isIndexed) table_->RemoveFromIndex(*this);
-  Core::CopyVariant(&value, &cell);
-  if (isIndexed) table_->AddToIndex(*this);
-  column.NoteValue(Core::TypeOf(cell));
+  const _VARIANT written = value;  // may be the cell itself
+  Core::AddReferenceOf(written);
+  const _VARIANT replaced = std::exchange(cell, written);
+  NoteWritten(column, written);
+  Core::ReleaseReferenceOf(replaced);
+}
+
+/// Writes a cell where code of the caller's may run before the cell changes: as the value is
+/// copied, or as the index reads keys.
+void RowImpl::WriteHeld(ColumnImpl& column, const _VARIANT& value) {
+  const bool callsBack = impl::CallsBack(value) || table_->IndexCallsBack();
+  const auto heldTable = HeldIf(callsBack, table_);
+  const auto heldColumn = HeldIf(callsBack, &column);
+  const auto heldRow = HeldIf(callsBack, this);
+  Core::Variant written(value);
+  if (Table().IsIndexed(column)) table_->MoveInIndex(*this, written);
+  _VARIANT& cell = Cell(Table().OwnColumn(&column));  // both may have left the table by now
+  std::swap(cell, static_cast<_VARIANT&>(written));
+  NoteWritten(column, cell);
+}
+
+void RowImpl::NoteWritten(ColumnImpl& column, const _VARIANT& value) {
+  column.NoteValue(Core::TypeOf(value));
   modified_ = 1;
 }
 

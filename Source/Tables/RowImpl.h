@@ -8,20 +8,21 @@
 #include "Core/Ptr.h"
 #include "Core/VariantRecord.h"
 #include "Data/Interfaces/IRow.h"
+#include "Tables/CallingBack.h"
 
 namespace Data::impl {
 
 struct ColumnImpl;
 struct TableImpl;
 
-/// A row and its cells in one block of memory. Only a row whose table gains
-/// columns later moves its cells to a block of their own, which grows by a
-/// quarter when it is full.
+/// A row and its cells in one block of memory. Only when the table gains columns
+/// later do the cells move to a block of their own, which grows by a quarter
+/// when it is full.
 struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   using _VARIANT = Structures::_VARIANT;
 
-  /// A row of Null cells that belongs to a table but does not stand in it yet.
-  /// @param pool  where many rows are made at once; null for the heap
+  /// A row of Null cells that belongs to a table but is not in its list yet.
+  /// @param pool  for many rows that are created together; null for the heap
   static Core::Ptr<RowImpl> Make(TableImpl* table, std::size_t cellCount,
                                  Core::ObjectPool* pool = nullptr);
   ~RowImpl() override;
@@ -51,29 +52,33 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
 
   // -- For the rest of the library --
 
-  /// The cells in column order, to be filled in place; whoever fills them tells
-  /// the columns (`ColumnImpl::NoteValues`).
+  /// The cells in column order, to be filled in place. Whoever fills them calls
+  /// `ColumnImpl::NoteValues` for each column.
   _VARIANT* Cells() { return cells_; }
   std::size_t CellCount() const { return cellCount_; }
-  /// The cell of a column's index; null for an index outside the row.
-  _VARIANT* CellOrNull(std::int32_t index) {
+  /// The cell at an index; null for an index outside the row.
+  _VARIANT* CellOrNull(std::int32_t index) const {
     return static_cast<std::uint32_t>(index) < cellCount_ ? cells_ + index : nullptr;
   }
   /// The cell of a column of this table. Throws "Column index out of range ...".
-  _VARIANT& Cell(const ColumnImpl& column);
-  /// Writes a cell and tells the column and the table's index.
+  _VARIANT& Cell(const ColumnImpl& column) const;
+  /// Writes a cell and updates the column and the table's index. The replaced
+  /// value is released last, so the row may be gone on return.
   void Write(ColumnImpl& column, const _VARIANT& value);
+  /// Whether releasing the cells may run code of the caller's.
+  bool CallsBack() const { return AnyCallsBack(cells_, cellCount_); }
 
-  /// Room for one more cell, so that inserting it cannot fail.
+  /// Makes room for one more cell, so that inserting it cannot fail.
   void ReserveCell();
   /// Inserts a Null cell after `ReserveCell`; an index beyond the cells adds it at
   /// the end.
   void InsertCell(std::size_t index) noexcept;
-  /// Removes a cell, if the row has it.
-  void RemoveCell(std::size_t index) noexcept;
+  /// Removes a cell and returns it with its reference; Null for an index beyond
+  /// the cells.
+  [[nodiscard]] _VARIANT RemoveCell(std::size_t index) noexcept;
 
   void SetIndex(std::size_t index) { index_ = static_cast<std::int32_t>(index); }
-  /// Cuts the row off its table.
+  /// Detaches the row from its table.
   void LeaveTable() {
     table_ = nullptr;
     index_ = -1;
@@ -96,14 +101,16 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   TableImpl& Table() const;
   ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
   ColumnImpl& NamedColumn(const char* name) const;
+  void WriteHeld(ColumnImpl& column, const _VARIANT& value);
+  void NoteWritten(ColumnImpl& column, const _VARIANT& value);
 
-  // The index fills the gap that the base leaves before the next pointer.
+  // The index fills the padding that the base leaves before the next pointer.
   std::int32_t index_ = -1;
   TableImpl* table_;
   _VARIANT* cells_;
   std::uint32_t cellCount_;
   std::uint8_t modified_ = 0;
-  /// How large a block of its own is, in one byte.
+  /// The size class of a block of its own (see `RoomOf`).
   std::uint8_t roomClass_ = 0;
 };
 static_assert(sizeof(RowImpl) % alignof(Structures::_VARIANT) == 0);

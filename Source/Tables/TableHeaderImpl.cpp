@@ -64,21 +64,23 @@ ColumnImpl& TableHeaderImpl::Column(const char* name) const {
 ColumnImpl& TableHeaderImpl::Insert(Ptr<ColumnImpl> column, std::size_t position) {
   ColumnImpl& inserted = *column;
   // Room first, so that nothing fails once the name is entered; doubled, so that
-  // a million columns are not moved a million times.
+  // adding columns takes linear time.
   if (columns_.size() == columns_.capacity()) columns_.reserve(2 * columns_.size() + 1);
   byName_.emplace(inserted.Name(), &inserted);
   columns_.insert(columns_.begin() + static_cast<std::ptrdiff_t>(position), std::move(column));
+  ++revision_;
   return inserted;
 }
 
 void TableHeaderImpl::Remove(ColumnImpl& column) {
   byName_.erase(column.Name());
-  auto place = columns_.begin();
-  while (place->Get() != &column) ++place;
-  for (auto behind = place + 1; behind != columns_.end(); ++behind)
-    (*behind)->SetIndex((*behind)->Index() - 1);
-  const Ptr<ColumnImpl> removed = std::move(*place);
-  columns_.erase(place);
+  auto position = columns_.begin();
+  while (position->Get() != &column) ++position;
+  for (auto next = position + 1; next != columns_.end(); ++next)
+    (*next)->SetIndex((*next)->Index() - 1);
+  const Ptr<ColumnImpl> removed = std::move(*position);
+  columns_.erase(position);
+  ++revision_;
   removed->SetIndex(-1);
   removed->LeaveTable();
   removed->LeaveHeader();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -36,9 +37,13 @@ struct TableHeaderImpl final : Core::ObjectBase<Interfaces::ITableHeader> {
   /// As `Find`; throws for a missing and for a null name.
   ColumnImpl& Column(const char* name) const;
 
-  /// Places a column of a new name at a position of the list.
+  /// Counts the columns added and removed: unchanged, every column is still at
+  /// its index.
+  std::uint64_t Revision() const { return revision_; }
+
+  /// Inserts a column of a new name at a position of the list.
   ColumnImpl& Insert(Core::Ptr<ColumnImpl> column, std::size_t position);
-  /// Takes a column out and numbers the ones behind it anew.
+  /// Removes a column and renumbers those after it.
   void Remove(ColumnImpl& column);
   void Rename(ColumnImpl& column, std::string name);
 
@@ -47,10 +52,11 @@ struct TableHeaderImpl final : Core::ObjectBase<Interfaces::ITableHeader> {
 
  private:
   std::vector<Core::Ptr<ColumnImpl>> columns_;
-  /// By the columns' own names.
+  /// The keys are the columns' own names.
   std::unordered_map<std::string_view, ColumnImpl*> byName_;
   ColumnImpl* indexColumn_ = nullptr;
   std::string name_;
+  std::uint64_t revision_ = 0;
 };
 
 }  // namespace Data::impl

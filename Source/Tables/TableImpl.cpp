@@ -1,11 +1,19 @@
 #include "Tables/TableImpl.h"
 
+#include <algorithm>
+#include <cstdarg>
+#include <cstring>
+#include <span>
 #include <string>
+#include <utility>
 
 #include "Containers/ObjectListImpl.h"
 #include "Core/Guard.h"
+#include "Core/Variant.h"
+#include "Tables/RowFilling.h"
+#include "Tables/TableCopy.h"
 #include "Tables/TableFailures.h"
-#include "Tables/UniqueIndex.h"
+#include "Tables/TableMerge.h"
 
 namespace Data::impl {
 
@@ -13,11 +21,16 @@ using namespace Interfaces;
 using Core::CheckArgument;
 using Core::Ptr;
 using Structures::_VARIANT;
+using Structures::MergeMode;
 
 TableImpl::TableImpl() : header_(Core::MakePtr<TableHeaderImpl>()) {}
 
 TableImpl::~TableImpl() {
-  ClearRows();
+  // An object in a cell may use the table while it is released, and even add rows. The reference
+  // keeps such a use from ending the table a second time.
+  AddReference();
+  do ClearRows();
+  while (!rows_.empty());
   for (const auto& column : header_->Columns()) column->LeaveTable();
 }
 
@@ -52,8 +65,8 @@ IColumn* TableImpl::InsertColumn(const char* name, std::int32_t index) {
   if (index == count) return AddColumn(name);
 
   ColumnImpl& column = InsertNamedColumn(name, static_cast<std::size_t>(index), 0);
-  // The new column is asked in every pass, so its successor is raised for ever:
-  // callers rely on the columns as they stand meanwhile.
+  // Every pass asks the new column, so this increments its successor's index
+  // forever; callers rely on the state of the columns meanwhile.
   while (ColumnImpl* next = column.ColumnAtDistance(1)) next->RaiseIndex();
   OnColumnAdded(&column);
   return &column;
@@ -63,16 +76,22 @@ void TableImpl::RemoveColumn(const char* name) { DropColumn(ExistingColumn(name)
 void TableImpl::RemoveColumnAt(std::int32_t index) { DropColumn(ColumnAt(index)); }
 
 void TableImpl::DropColumn(ColumnImpl& column) {
+  std::vector<Core::Variant> releasedLast;
+  releasedLast.reserve(rows_.size());
   if (IsIndexed(column)) ClearIndexes();
   const auto index = static_cast<std::size_t>(column.Index());
   header_->Remove(column);
-  for (const auto& row : rows_) row->RemoveCell(index);
+  for (const auto& row : rows_) {
+    auto cell = Core::Variant::Adopt(row->RemoveCell(index));
+    if (CallsBack(cell)) releasedLast.push_back(std::move(cell));
+  }
 }
 
 void TableImpl::OnColumnAdded(IColumn* column) {
   Core::CheckInterface(column);
   const ColumnImpl& added = OwnColumn(column);
   MakeRoomForCell();
+  ClearIndexes();  // the rows' keys are shifted
   InsertCells(static_cast<std::size_t>(added.Index()));
 }
 
@@ -96,6 +115,160 @@ ColumnImpl& TableImpl::ExistingColumn(const char* name) const {
   ColumnImpl* column = header_->Find(name);
   if (!column) throw std::runtime_error("Column " + std::string(name) + " does not exists");
   return *column;
+}
+
+// -- Rows --
+
+RowImpl* TableImpl::RowOrNull(std::int64_t index) const {
+  return IsPosition(index, rows_.size()) ? rows_[static_cast<std::size_t>(index)].Get() : nullptr;
+}
+
+RowImpl& TableImpl::RowAt(std::int64_t index) const {
+  RowImpl* row = RowOrNull(index);
+  if (!row) ThrowRowOutOfRange(index, static_cast<std::int64_t>(rows_.size()));
+  return *row;
+}
+
+void TableImpl::CheckHasColumns() const {
+  if (ColumnCount() == 0)
+    throw std::runtime_error(
+        Core::StringFormat("Table %s must contain at least one column before you insert new row!",
+                           header_->GetName()));
+}
+
+void TableImpl::CheckInsertPosition(std::int64_t index) const {
+  if (!IsPosition(index, rows_.size() + 1))
+    ThrowRowOutOfRange(index, static_cast<std::int64_t>(rows_.size()));
+}
+
+void TableImpl::Renumber(std::size_t first) {
+  for (std::size_t i = first; i < rows_.size(); ++i) rows_[i]->SetIndex(i);
+}
+
+RowImpl& TableImpl::AppendBlankRow(Core::ObjectPool* pool) {
+  rows_.push_back(RowImpl::Make(this, ColumnCount(), pool));
+  RowImpl& row = *rows_.back();
+  row.SetIndex(rows_.size() - 1);
+  return row;
+}
+
+IRow* TableImpl::AddRow(const _VARIANT* values, std::uint64_t count) {
+  CheckHasColumns();
+  return &InsertValues(kEnd, values, count);
+}
+
+IRow* TableImpl::InsertRow(std::int64_t index, const _VARIANT* values, std::uint64_t count) {
+  CheckHasColumns();
+  CheckInsertPosition(index);
+  return &InsertValues(static_cast<std::size_t>(index), values, count);
+}
+
+RowImpl& TableImpl::InsertValues(std::size_t index, const _VARIANT* values, std::uint64_t count) {
+  if (count > ColumnCount()) ThrowCannotSetCell();
+  CheckValues(values, count);
+  const auto held = HeldIf(AnyCallsBack(values, count) || IndexCallsBack(), this);
+  const std::uint64_t revision = header_->Revision();
+  auto row = RowImpl::Make(this, ColumnCount());
+  for (std::size_t i = 0; i < count; ++i) {
+    row->Cells()[i] = values[i];
+    Core::AddReferenceOf(row->Cells()[i]);
+  }
+  RowImpl& inserted = Insert(index, std::move(row), revision);
+  for (std::size_t i = 0; i < count; ++i)
+    header_->Columns()[i]->NoteValue(Core::TypeOf(inserted.Cells()[i]));
+  return inserted;
+}
+
+IRow* TableImpl::AddRowFromDictionary(IVariantDictionary* values) {
+  Core::CheckInterface(values);
+  CheckHasColumns();
+  const Ptr<TableImpl> held(this);
+  const std::uint64_t revision = header_->Revision();
+  auto row = RowImpl::Make(this, ColumnCount());
+  const auto written = FillFrom(*values, *header_, *row);
+  return &InsertFilled(kEnd, std::move(row), written, revision);
+}
+
+IRow* TableImpl::AddRowCopy(IRow* source) {
+  Core::CheckInterface(source);
+  CheckHasColumns();
+  return &InsertCopy(kEnd, source);
+}
+
+IRow* TableImpl::InsertRowCopy(std::int64_t index, IRow* source) {
+  Core::CheckInterface(source);
+  CheckHasColumns();
+  CheckInsertPosition(index);
+  return &InsertCopy(static_cast<std::size_t>(index), source);
+}
+
+RowImpl& TableImpl::InsertCopy(std::size_t index, IRow* source) {
+  const Ptr<TableImpl> held(this);
+  const std::uint64_t revision = header_->Revision();
+  auto row = RowImpl::Make(this, ColumnCount());
+  const auto written = FillFrom(*source, *header_, *row);
+  return InsertFilled(index, std::move(row), written, revision);
+}
+
+RowImpl& TableImpl::InsertFilled(std::size_t index, Ptr<RowImpl> row,
+                                 const std::vector<ColumnImpl*>& written, std::uint64_t revision) {
+  RowImpl& inserted = Insert(index, std::move(row), revision);
+  for (ColumnImpl* column : written) column->NoteValue(Core::TypeOf(inserted.Cell(*column)));
+  return inserted;
+}
+
+/// Inserts a row that is complete. Code of the caller's may have run since the header had the given
+/// revision, and may run while the index reads keys; after that nothing is called.
+RowImpl& TableImpl::Insert(std::size_t index, Ptr<RowImpl> row, std::uint64_t revision) {
+  std::optional<UniqueIndex::Slot> slot;
+  if (index_ && header_->Revision() == revision)
+    slot = SlotInIndex(*row, row->Cell(*header_->IndexColumn()));
+  if (header_->Revision() != revision) ThrowCannotSetCell();
+  const std::size_t position = index == kEnd ? rows_.size() : index;
+  CheckInsertPosition(static_cast<std::int64_t>(position));
+  if (rows_.size() == rows_.capacity()) rows_.reserve(2 * rows_.size() + 1);
+  if (slot) index_->Enter(*row, *slot);
+  RowImpl& inserted = *row;
+  rows_.insert(rows_.begin() + static_cast<std::ptrdiff_t>(position), std::move(row));
+  Renumber(position);
+  return inserted;
+}
+
+void TableImpl::RemoveRow(std::int64_t index) {
+  RowAt(index);
+  RemoveRows(index, 1);
+}
+
+void TableImpl::RemoveRows(std::int64_t first, std::int64_t count) {
+  const std::int64_t rowCount = GetRowCount();
+  if (first < 0 || first > rowCount || count < 0) ThrowRowOutOfRange(first, rowCount);
+  if (count > rowCount - first) ThrowRowOutOfRange(rowCount, rowCount);
+  const auto begin = rows_.begin() + first, end = begin + count;
+  const std::vector<Ptr<RowImpl>> releasedLast(begin, end);
+  for (const auto& row : releasedLast) {
+    RemoveFromIndex(*row);
+    row->LeaveTable();
+  }
+  rows_.erase(begin, end);
+  Renumber(static_cast<std::size_t>(first));
+}
+
+void TableImpl::ClearRows() {
+  ClearIndexes();
+  auto removed = std::exchange(rows_, {});
+  // Most rows are touched once only, which is what freeing millions of them costs.
+  for (auto& row : removed) {
+    row->LeaveTable();
+    if (!row->CallsBack()) row.Reset();
+  }
+}
+
+bool TableImpl::GetRows(IObjectList** out, Core::IErrorCode** error) {
+  return Core::Guarded(error, [&] {
+    Core::CheckOutPointer(out);
+    std::vector<Ptr<Core::IObject>> rows(rows_.begin(), rows_.end());
+    *out = Core::MakePtr<ObjectListImpl>(std::move(rows)).Detach();
+  });
 }
 
 // -- Cells --
@@ -138,29 +311,98 @@ bool TableImpl::GetCellByName(std::int64_t row, const char* column, _VARIANT* ou
 // -- Index --
 
 void TableImpl::ClearIndexes() {
+  if (index_) index_->Clear();
   index_.reset();
   header_->SetIndexColumn(nullptr);
 }
+
+bool TableImpl::IndexCallsBack() const { return index_ && index_->CallsBack(); }
+
+namespace {
+
+/// The cells of a column, held while an index over them is built.
+class HeldColumn {
+ public:
+  HeldColumn(TableImpl& table, ColumnImpl& column) : table_(&table), column_(&column) {
+    cells_.reserve(table.RowCount());
+    for (std::size_t i = 0; i < table.RowCount(); ++i) {
+      const Ptr<RowImpl> row = table.Rows()[i];
+      cells_.emplace_back(row, Core::Variant(row->Cell(column)));
+    }
+  }
+
+  const auto& Cells() const { return cells_; }
+  /// Whether the table still has these rows and cells.
+  bool IsCurrent() const {
+    const auto isSame = [&](const auto& held, const Ptr<RowImpl>& row) {
+      return held.first == row &&
+             std::memcmp(&held.second, &row->Cell(*column_), sizeof(_VARIANT)) == 0;
+    };
+    return std::equal(cells_.begin(), cells_.end(), table_->Rows().begin(), table_->Rows().end(),
+                      isSame);
+  }
+
+ private:
+  Ptr<TableImpl> table_;
+  Ptr<ColumnImpl> column_;
+  std::vector<std::pair<Ptr<RowImpl>, Core::Variant>> cells_;
+};
+
+void AddToIndex(UniqueIndex& index, RowImpl& row, const _VARIANT& value) {
+  const auto slot = index.SlotFor(value, row);
+  if (!slot) throw std::runtime_error("Index can be build only on top of unique values!");
+  index.Enter(row, *slot);
+}
+
+}  // namespace
 
 bool TableImpl::BuildIndex(std::uint8_t ignoreNulls, IColumn* column, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     ColumnImpl* indexed = ColumnImpl::Of(column);
     if (!indexed || !indexed->IsOf(this)) throw std::runtime_error("Invalid column!");
-    auto index = std::make_unique<UniqueIndex>(*indexed, ignoreNulls != 0, RowCount());
-    for (const auto& row : rows_)
-      if (!index->Add(*row.Get()))
-        throw std::runtime_error("Index can be build only on top of unique values!");
+    auto index = std::make_shared<UniqueIndex>(*indexed, ignoreNulls != 0, RowCount());
+    std::optional<HeldColumn> held;
+    if (std::ranges::any_of(rows_, [&](auto& row) { return CallsBack(row->Cell(*indexed)); })) {
+      held.emplace(*this, *indexed);
+      for (const auto& [row, cell] : held->Cells()) AddToIndex(*index, *row, cell);
+      if (!indexed->IsOf(this) || !held->IsCurrent())
+        throw std::runtime_error("Table has changed while its index was built!");
+    } else {
+      for (const auto& row : rows_) AddToIndex(*index, *row, row->Cell(*indexed));
+    }
+    ClearIndexes();
     index_ = std::move(index);
     header_->SetIndexColumn(indexed);
   });
 }
 
-void TableImpl::AddToIndex(RowImpl& row) noexcept {
-  if (index_ && !Core::Guarded(nullptr, [&] { return index_->Add(row); })) ClearIndexes();
+/// Finds the slot of a row for the value it gets, or drops an index that cannot hold it.
+std::optional<UniqueIndex::Slot> TableImpl::SlotInIndex(const RowImpl& row, const _VARIANT& value) {
+  const std::shared_ptr<UniqueIndex> index = index_;
+  const std::uint64_t revision = index->Revision();
+  std::optional<UniqueIndex::Slot> slot;
+  try {
+    slot = index->SlotFor(value, row);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    // A value without a hash has no slot.
+  }
+  // Code of the caller's may have changed the index while it read keys.
+  if (!slot || index_ != index || index->Revision() != revision) {
+    ClearIndexes();
+    return std::nullopt;
+  }
+  return slot;
 }
 
-void TableImpl::RemoveFromIndex(RowImpl& row) noexcept {
-  if (index_ && !Core::Guarded(nullptr, [&] { return index_->Remove(row); })) ClearIndexes();
+void TableImpl::MoveInIndex(RowImpl& row, const _VARIANT& value) {
+  const auto slot = SlotInIndex(row, value);
+  if (slot && !index_->Move(row, *slot)) ClearIndexes();
+}
+
+void TableImpl::RemoveFromIndex(const RowImpl& row) noexcept {
+  if (index_ && !index_->Remove(row)) ClearIndexes();
 }
 
 IRow* TableImpl::FindRow(const _VARIANT* key) {
@@ -168,42 +410,111 @@ IRow* TableImpl::FindRow(const _VARIANT* key) {
   if (!index_)
     throw std::runtime_error(
         Core::StringFormat("Table %s does not have an index!", header_->GetName()));
-  return index_->Find(*key);
+  return FindInIndex(*key);
+}
+
+bool TableImpl::FindsByIndex(const ColumnImpl& column, const _VARIANT& key) const {
+  return IsIndexed(column) && index_->Covers(key);
+}
+
+RowImpl* TableImpl::FindInIndex(const _VARIANT& key) {
+  if (!index_->CallsBack() && !CallsBack(key)) return index_->Find(SearchKey(key));
+  Ptr<RowImpl> found;
+  {
+    const std::shared_ptr<UniqueIndex> index = index_;
+    const Core::Variant copy(key);
+    found = index->FindHeld(SearchKey(copy));
+  }
+  return found && found->GetTable() == this ? found.Get() : nullptr;
 }
 
 template <class Visit>
-void TableImpl::ForEachMatch(const ColumnImpl& column, const _VARIANT& key, Visit&& visit) const {
-  if (IsIndexed(column) && index_->Covers(key)) {
-    if (RowImpl* row = index_->Find(key)) visit(*row);
-    return;
+void TableImpl::ForEachMatch(ColumnImpl& column, const _VARIANT& key, Visit&& visit) {
+  const Ptr<TableImpl> heldTable(this);
+  const Ptr<ColumnImpl> heldColumn(&column);
+  const Core::Variant copy(key);
+  const SearchKey searched(copy);
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    RowImpl& row = *rows_[i].Get();
+    const _VARIANT& cell = row.Cell(column);
+    const bool callsBack = searched.CallsBack() || CallsBack(cell);
+    const auto heldRow = HeldIf(callsBack, &row);
+    const bool isMatch = searched.Matches(HeldValue(cell, callsBack)) && row.GetTable() == this;
+    if (isMatch && !visit(row)) return;
   }
-  const SearchKey searched(key);
-  for (const auto& row : rows_)
-    if (searched.Matches(row->Cell(column)) && !visit(*row)) return;
 }
 
-RowImpl* TableImpl::FindFirst(const ColumnImpl& column, const _VARIANT& key) const {
-  RowImpl* first = nullptr;
+RowImpl* TableImpl::FindFirst(ColumnImpl& column, const _VARIANT& key) {
+  if (FindsByIndex(column, key)) return FindInIndex(key);
+  Ptr<RowImpl> first;
   ForEachMatch(column, key, [&](RowImpl& row) {
-    first = &row;
+    first = Ptr<RowImpl>(&row);
     return false;
   });
-  return first;
+  return first && first->GetTable() == this ? first.Get() : nullptr;
 }
 
 bool TableImpl::FindRows(const char* column, const _VARIANT* key, IObjectList** out,
                          Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    const ColumnImpl& searched = ExistingColumn(column);
+    ColumnImpl& searched = ExistingColumn(column);
     CheckArgument(key);
     const auto found = Core::MakePtr<ObjectListImpl>();
-    ForEachMatch(searched, *key, [&](RowImpl& row) {
-      found->Add(&row);
-      return true;
-    });
+    if (FindsByIndex(searched, *key)) {
+      if (RowImpl* row = FindInIndex(*key)) found->Add(row);
+    } else {
+      ForEachMatch(searched, *key, [&](RowImpl& row) {
+        found->Add(&row);
+        return true;
+      });
+    }
     *out = Ptr<IObjectList>(found).Detach();
   });
+}
+
+// -- Merge --
+
+namespace {
+
+bool MergeInto(ITable** out, Core::IErrorCode** error, TableImpl& left, ITable* right,
+               std::span<const KeyNames> keys, MergeMode mode) {
+  return Core::Guarded(error, [&] {
+    CheckArgument(right);
+    Core::CheckOutPointer(out);
+    if (static_cast<std::uint32_t>(mode) > static_cast<std::uint32_t>(MergeMode::All))
+      throw std::runtime_error("Merge mode is not supported!");
+    *out = MergeTables(left, *right, keys, mode).Detach();
+  });
+}
+
+}  // namespace
+
+bool TableImpl::Merge(ITable* right, const char* key, MergeMode mode, ITable** out,
+                      Core::IErrorCode** error) {
+  const KeyNames keys[] = {{key, key}};
+  return MergeInto(out, error, *this, right, keys, mode);
+}
+
+bool TableImpl::MergeOn(ITable* right, const char* leftKey, const char* rightKey, MergeMode mode,
+                        ITable** out, Core::IErrorCode** error) {
+  const KeyNames keys[] = {{leftKey, rightKey}};
+  return MergeInto(out, error, *this, right, keys, mode);
+}
+
+bool TableImpl::MergeOnColumns(ITable* right, MergeMode mode, ITable** out,
+                               Core::IErrorCode** error, std::uint32_t keyCount, ...) {
+  std::va_list names;
+  va_start(names, keyCount);
+  std::vector<KeyNames> keys;
+  const bool isRead = Core::Guarded(error, [&] {
+    for (std::uint32_t i = 0; i < keyCount; ++i) {
+      const char* name = va_arg(names, const char*);
+      keys.emplace_back(name, name);
+    }
+  });
+  va_end(names);
+  return isRead && MergeInto(out, error, *this, right, keys, mode);
 }
 
 }  // namespace Data::impl

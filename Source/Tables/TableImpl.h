@@ -1,16 +1,17 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "Core/Ptr.h"
 #include "Data/Interfaces/ITable.h"
 #include "Tables/RowImpl.h"
 #include "Tables/TableHeaderImpl.h"
+#include "Tables/UniqueIndex.h"
 
 namespace Data::impl {
-
-class UniqueIndex;
 
 struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   using _VARIANT = Structures::_VARIANT;
@@ -76,7 +77,7 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   /// A column given as an object. Throws "Column does not belong to the current
   /// table!".
   ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
-  /// The column of that name, added at the end if there is none yet.
+  /// The column of that name, appended if there is none.
   ColumnImpl& AddNamedColumn(std::string_view name);
 
   std::size_t RowCount() const { return rows_.size(); }
@@ -85,47 +86,57 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   RowImpl* RowOrNull(std::int64_t index) const;
   const std::vector<Core::Ptr<RowImpl>>& Rows() const { return rows_; }
 
-  /// Room for so many rows in all, for readers that know how many will come.
-  void ReserveRows(std::size_t count) { rows_.reserve(count); }
   /// Appends a row of Null cells, to be filled in place through `RowImpl::Cells`
-  /// by code that tells the columns itself. Not for a table with an index.
+  /// by code that updates the columns itself. Not for a table with an index.
   RowImpl& AppendBlankRow(Core::ObjectPool* pool = nullptr);
   /// Throws "Table %s must contain at least one column before you insert new row!".
   void CheckHasColumns() const;
 
   /// The first row whose cell of a column equals the key, or null.
-  RowImpl* FindFirst(const ColumnImpl& column, const _VARIANT& key) const;
+  RowImpl* FindFirst(ColumnImpl& column, const _VARIANT& key);
 
-  // -- For rows that change a cell of the index column --
+  // -- For rows that write a cell of the index column --
 
   bool IsIndexed(const ColumnImpl& column) const { return header_->IndexColumn() == &column; }
-  void AddToIndex(RowImpl& row) noexcept;
-  void RemoveFromIndex(RowImpl& row) noexcept;
+  /// Whether reading the keys of the index may run code of the caller's.
+  bool IndexCallsBack() const;
+  /// Moves a row in the index to the value that its cell is about to get. May run
+  /// code of the caller's before the index changes.
+  /// @throws std::bad_alloc, nothing changed
+  void MoveInIndex(RowImpl& row, const _VARIANT& value);
 
  private:
+  /// As the position of a new row: after the last one.
+  static constexpr std::size_t kEnd = SIZE_MAX;
+
+  ColumnImpl& ExistingColumn(const char* name) const;
   ColumnImpl& InsertNamedColumn(std::string_view name, std::size_t index, std::size_t position);
   void MakeRoomForCell();
   void InsertCells(std::size_t index) noexcept;
   void DropColumn(ColumnImpl& column);
 
-  Core::Ptr<RowImpl> RowOf(const _VARIANT* values, std::uint64_t count);
-  RowImpl& Place(Core::Ptr<RowImpl> row, std::size_t index);
-  RowImpl& PlaceWritten(Core::Ptr<RowImpl> row, std::size_t index,
-                        const std::vector<ColumnImpl*>& written);
-  RowImpl& PlaceCopy(Interfaces::IRow* source, std::size_t index);
+  RowImpl& RowAtAddress(std::int64_t row, std::int32_t column) const;
+  void CheckInsertPosition(std::int64_t index) const;
+  RowImpl& InsertValues(std::size_t index, const _VARIANT* values, std::uint64_t count);
+  RowImpl& InsertCopy(std::size_t index, Interfaces::IRow* source);
+  RowImpl& InsertFilled(std::size_t index, Core::Ptr<RowImpl> row,
+                        const std::vector<ColumnImpl*>& written, std::uint64_t revision);
+  RowImpl& Insert(std::size_t index, Core::Ptr<RowImpl> row, std::uint64_t revision);
   void Renumber(std::size_t first);
 
-  void CheckInsertPosition(std::int64_t index) const;
-  RowImpl& RowAtAddress(std::int64_t row, std::int32_t column) const;
-  ColumnImpl& ExistingColumn(const char* name) const;
+  std::optional<UniqueIndex::Slot> SlotInIndex(const RowImpl& row, const _VARIANT& value);
+  void RemoveFromIndex(const RowImpl& row) noexcept;
+  bool FindsByIndex(const ColumnImpl& column, const _VARIANT& key) const;
+  RowImpl* FindInIndex(const _VARIANT& key);
   /// Calls `visit` with the rows whose cell equals the key, in order, until it
   /// returns false.
   template <class Visit>
-  void ForEachMatch(const ColumnImpl& column, const _VARIANT& key, Visit&& visit) const;
+  void ForEachMatch(ColumnImpl& column, const _VARIANT& key, Visit&& visit);
 
   Core::Ptr<TableHeaderImpl> header_;
   std::vector<Core::Ptr<RowImpl>> rows_;
-  std::unique_ptr<UniqueIndex> index_;
+  /// Shared with operations that read keys which call back.
+  std::shared_ptr<UniqueIndex> index_;
 };
 
 }  // namespace Data::impl

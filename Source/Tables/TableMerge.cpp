@@ -9,10 +9,7 @@
 #include "Containers/VariantHash.h"
 #include "Core/Guard.h"
 #include "Core/VariantRecord.h"
-#include "Data/Interfaces/IColumn.h"
-#include "Data/Interfaces/IRow.h"
-#include "Data/Interfaces/ITableHeader.h"
-#include "Tables/TableFailures.h"
+#include "Tables/TableCopy.h"
 
 namespace Data::impl {
 
@@ -23,26 +20,21 @@ using Structures::MergeMode;
 
 namespace {
 
-/// The cells of a table that a merge reads: by row, and by the positions of its
-/// columns inside a row.
+/// The rows of a table that a merge reads, and the positions of its key columns.
 class MergeSide {
  public:
-  explicit MergeSide(ITable& table) {
-    const std::int64_t rowCount = table.GetRowCount();
-    rows_.reserve(static_cast<std::size_t>(rowCount));
-    for (std::int64_t i = 0; i < rowCount; ++i) rows_.push_back(table.GetRow(i));
-  }
+  explicit MergeSide(const TableImpl& table) : rows_(table.Rows()) {}
 
-  void AddKey(IColumn& column) { keys_.push_back(column.GetIndex()); }
+  void AddKey(const ColumnImpl& column) { keys_.push_back(column.Index()); }
   std::size_t RowCount() const { return rows_.size(); }
   const _VARIANT& Cell(std::size_t row, std::int32_t index) const {
-    const _VARIANT* cell = rows_[row]->GetCellAt(index);
+    const _VARIANT* cell = rows_[row].Get()->CellOrNull(index);
     return cell ? *cell : kNull;
   }
 
   std::size_t KeyCount() const { return keys_.size(); }
   const _VARIANT& Key(std::size_t row, std::size_t i) const { return Cell(row, keys_[i]); }
-  /// Whether a row can have partners at all.
+  /// Whether the row can have partners at all.
   bool HasKey(std::size_t row) const {
     for (std::size_t i = 0; i < KeyCount(); ++i)
       if (IsNullKey(Key(row, i)) || EqualsNothing(Key(row, i))) return false;
@@ -58,7 +50,7 @@ class MergeSide {
  private:
   static constexpr _VARIANT kNull = Core::MakeNull();
 
-  std::vector<IRow*> rows_;
+  const std::vector<Ptr<RowImpl>>& rows_;
   std::vector<std::int32_t> keys_;
 };
 
@@ -115,18 +107,20 @@ class KeyLookup {
 
 class Merger {
  public:
-  Merger(ITable& left, ITable& right, const std::vector<KeyNames>& keys)
+  Merger(const TableImpl& left, const TableImpl& right, std::span<const KeyNames> keys)
       : left_(left), right_(right), result_(Core::MakePtr<TableImpl>()) {
     result_->Header().SetName(
-        (std::string(left.GetHeader()->GetName()) + "_" + right.GetHeader()->GetName() + "_merged")
+        (std::string(left.Header().GetName()) + "_" + right.Header().GetName() + "_merged")
             .c_str());
-    std::vector<IColumn*> rightKeys;
+    std::vector<const ColumnImpl*> rightKeys;
     for (const auto& [leftName, rightName] : keys) {
-      IColumn& leftKey = KeyColumn(left, leftName, "Left table does not contain column %s");
-      IColumn& rightKey = KeyColumn(right, rightName, "Right table does not contain column %s");
+      const ColumnImpl& leftKey =
+          KeyColumn(left, leftName, "Left table does not contain column %s");
+      const ColumnImpl& rightKey =
+          KeyColumn(right, rightName, "Right table does not contain column %s");
       left_.AddKey(leftKey);
       right_.AddKey(rightKey);
-      keyTargets_.push_back(leftKey.GetIndex());
+      keyTargets_.push_back(leftKey.Index());
       rightKeys.push_back(&rightKey);
     }
     AddLeftColumns(left);
@@ -150,37 +144,28 @@ class Merger {
   }
 
  private:
-  static IColumn& KeyColumn(ITable& table, const char* name, const char* missing) {
+  static const ColumnImpl& KeyColumn(const TableImpl& table, const char* name,
+                                     const char* missing) {
     Core::CheckArgument(name);
-    if (!table.HasColumn(name)) throw std::runtime_error(Core::StringFormat(missing, name));
-    return *table.GetColumnByName(name);
+    const ColumnImpl* column = table.Header().Find(name);
+    if (!column) throw std::runtime_error(Core::StringFormat(missing, name));
+    return *column;
   }
 
-  void AddColumn(IColumn& source, std::string_view name) {
-    ColumnImpl& column = result_->AddNamedColumn(name);
-    column.NoteValues(source.GetType(), source.HasSeenNull() != 0);
-    column.SetWidth(source.GetWidth());
-    column.SetDecimals(source.GetDecimals());
-    column.SetHidden(source.IsHidden());
-    column.SetReadOnly(source.IsReadOnly());
-  }
-
-  void AddLeftColumns(ITable& left) {
-    for (std::int32_t i = 0; i < left.GetColumnCount(); ++i) {
-      IColumn& column = *left.GetColumn(i);
-      AddColumn(column, column.GetName());
-      leftCells_.push_back(column.GetIndex());
+  void AddLeftColumns(const TableImpl& left) {
+    for (const auto& column : left.Header().Columns()) {
+      AddColumnLike(*column, column->Name(), *result_);
+      leftCells_.push_back(column->Index());
     }
   }
 
-  void AddRightColumns(ITable& right, const std::vector<IColumn*>& keys) {
-    for (std::int32_t i = 0; i < right.GetColumnCount(); ++i) {
-      IColumn& column = *right.GetColumn(i);
-      if (std::find(keys.begin(), keys.end(), &column) != keys.end()) continue;
-      std::string name = column.GetName();
+  void AddRightColumns(const TableImpl& right, const std::vector<const ColumnImpl*>& keys) {
+    for (const auto& column : right.Header().Columns()) {
+      if (std::ranges::find(keys, column.Get()) != keys.end()) continue;
+      std::string name = column->Name();
       while (result_->Header().Find(name)) name += "_right";
-      AddColumn(column, name);
-      rightCells_.push_back(column.GetIndex());
+      AddColumnLike(*column, name, *result_);
+      rightCells_.push_back(column->Index());
     }
   }
 
@@ -214,52 +199,17 @@ class Merger {
 
 }  // namespace
 
-Ptr<TableImpl> MergeTables(ITable& left, ITable& right, const std::vector<KeyNames>& keys,
+Ptr<TableImpl> MergeTables(ITable& left, ITable& right, std::span<const KeyNames> keys,
                            MergeMode mode) {
   if (keys.empty()) throw std::runtime_error("Invalid column!");
-  return Merger(left, right, keys).Run(mode);
-}
-
-// -- The table's slots --
-
-namespace {
-
-bool MergeInto(ITable** out, Core::IErrorCode** error, ITable& left, ITable* right,
-               const std::vector<KeyNames>& keys, MergeMode mode) {
-  return Core::Guarded(error, [&] {
-    Core::CheckArgument(right);
-    Core::CheckOutPointer(out);
-    if (static_cast<std::uint32_t>(mode) > static_cast<std::uint32_t>(MergeMode::All))
-      throw std::runtime_error("Merge mode is not supported!");
-    *out = MergeTables(left, *right, keys, mode).Detach();
-  });
-}
-
-}  // namespace
-
-bool TableImpl::Merge(ITable* right, const char* key, MergeMode mode, ITable** out,
-                      Core::IErrorCode** error) {
-  return MergeInto(out, error, *this, right, {{key, key}}, mode);
-}
-
-bool TableImpl::MergeOn(ITable* right, const char* leftKey, const char* rightKey, MergeMode mode,
-                        ITable** out, Core::IErrorCode** error) {
-  return MergeInto(out, error, *this, right, {{leftKey, rightKey}}, mode);
-}
-
-bool TableImpl::MergeOnColumns(ITable* right, MergeMode mode, ITable** out,
-                               Core::IErrorCode** error, std::uint32_t keyCount, ...) {
-  std::va_list names;
-  va_start(names, keyCount);
-  std::vector<KeyNames> keys;
-  const bool isRead = Core::Guarded(error, [&] {
-    for (std::uint32_t i = 0; i < keyCount; ++i) {
-      const char* name = va_arg(names, const char*);
-      keys.emplace_back(name, name);
-    }
-  });
-  va_end(names);
-  return isRead && MergeInto(out, error, *this, right, keys, mode);
+  const Ptr<ITable> heldLeft(&left), heldRight(&right);
+  // Code of the caller's that one table runs may change the other.
+  const bool callsBack = CallsBack(left) || CallsBack(right);
+  const auto readable = [&](ITable& table) {
+    return callsBack ? CopyOf(table) : Ptr<TableImpl>(static_cast<TableImpl*>(&table));
+  };
+  const Ptr<TableImpl> readLeft = readable(left), readRight = readable(right);
+  return Merger(*readLeft, *readRight, keys).Run(mode);
 }
 
 }  // namespace Data::impl

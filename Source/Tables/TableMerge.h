@@ -1,7 +1,7 @@
 #pragma once
 
+#include <span>
 #include <utility>
-#include <vector>
 
 #include "Core/Ptr.h"
 #include "Data/Structures/MergeMode.h"
@@ -12,9 +12,9 @@ namespace Data::impl {
 /// Names of a key column in the left and in the right table.
 using KeyNames = std::pair<const char*, const char*>;
 
-/// A new table of the rows of two tables joined on their key columns, as
-/// `ITable::Merge` describes it.
+/// A new table of the rows of two tables joined on their key columns: a hash join
+/// that keeps the order of the left rows. See `ITable::Merge`.
 Core::Ptr<TableImpl> MergeTables(Interfaces::ITable& left, Interfaces::ITable& right,
-                                 const std::vector<KeyNames>& keys, Structures::MergeMode mode);
+                                 std::span<const KeyNames> keys, Structures::MergeMode mode);
 
 }  // namespace Data::impl

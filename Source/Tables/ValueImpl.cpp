@@ -1,10 +1,17 @@
 #include "Tables/ValueImpl.h"
 
-#include "Data/Interfaces/IString.h"
+#include "Tables/CallingBack.h"
+#include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
 
+using Core::Ptr;
+using Interfaces::IString;
 using Structures::_VARIANT;
+
+Ptr<IString> ValueImpl::TextOf(const _VARIANT& value) {
+  return MultiByteStringImpl::FromUtf8(Core::ToText(HeldValue(value, CallsBack(value))));
+}
 
 bool ValueImpl::GetValue(_VARIANT* out) {
   Core::CopyVariant(&value_, out);
@@ -13,12 +20,13 @@ bool ValueImpl::GetValue(_VARIANT* out) {
 
 void ValueImpl::SetValue(const _VARIANT* value) {
   Core::CheckArgument(value);
-  Core::CopyVariant(value, &value_);
+  const Ptr<ValueImpl> held(this);  // copying may run code of the caller's
+  value_ = Core::Variant(*value);
 }
 
-bool ValueImpl::GetText(Interfaces::IString** out) {
+bool ValueImpl::GetText(IString** out) {
   Core::CheckOutPointer(out);
-  *out = Core::MakeString(Core::ToText(value_)).Detach();
+  *out = TextOf(value_).Detach();
   return true;
 }
 

@@ -6,6 +6,7 @@
 
 namespace Data::impl {
 
+/// A copy of a cell as an object.
 struct ValueImpl final : Core::ObjectBase<Interfaces::IValue> {
   explicit ValueImpl(const Structures::_VARIANT& value) : value_(value) {}
 
@@ -14,6 +15,9 @@ struct ValueImpl final : Core::ObjectBase<Interfaces::IValue> {
   const Structures::_VARIANT* GetRecord() override { return &value_; }
   Structures::ValueType GetType() override { return value_.Type(); }
   bool GetText(Interfaces::IString** out) override;
+
+  /// The display text of a value as a new string.
+  static Core::Ptr<Interfaces::IString> TextOf(const Structures::_VARIANT& value);
 
  private:
   Core::Variant value_;

@@ -107,6 +107,8 @@ TEST(TableIndex, StaysTrueOrIsDropped) {
          t.RemoveRow(0);
        },
        "dropped", "dropped"},
+      {"cells shifted by hand", [&](ITable& t) { t.OnColumnAdded(t.GetColumn(0)); }, "dropped",
+       "dropped"},
       {"rows cleared", [&](ITable& t) { t.ClearRows(); }, "dropped", "dropped"},
       {"indexes cleared", [&](ITable& t) { t.ClearIndexes(); }, "dropped", "dropped"},
   };

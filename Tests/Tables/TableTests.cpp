@@ -169,6 +169,13 @@ TEST(Table, CopiesARowOfAnotherTableByColumnName) {
   EXPECT_EQ(table->GetColumnByName("b")->HasSeenNull(), 0) << "not written";
   EXPECT_EQ(row->GetCellAt(0)->value[0], source->GetCellAt(0, 2)->value[0]) << "text is shared";
 
+  table->GetColumn(1)->SetType(ValueType::Int32);
+  table->AddRowCopy(row);
+  EXPECT_EQ(table->GetColumnByName("b")->HasSeenNull(), 0) << "still not written";
+  table->SetCell(0, 1, Given(Null));
+  table->AddRowCopy(MakeTable({"c"}, {{Null}})->GetRow(0));
+  EXPECT_EQ(table->GetColumnByName("c")->HasSeenNull(), 1) << "a Null that was written";
+
   const Ptr<IRow> removed(source->GetRow(0));
   source->RemoveRow(0);
   EXPECT_EQ(ThrownBy([&] { table->AddRowCopy(removed.Get()); }), kNullTable)

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Containers/ArrayImpl.h"
+#include "Core/Variant.h"
+#include "DateTime/DateTimeImpl.h"
+#include "Text/MultiByteStringImpl.h"
+
+/// Cells may refer to objects of the caller's own classes, whose operations may call the very table
+/// that uses them. The library's texts, dates and arrays never do, so cells of these kinds are used
+/// in place; everything else is held while it is used.
+namespace Data::impl {
+
+/// Whether using the object of a record (copying, reading or releasing it) may run code of the
+/// caller's. False for every record that holds its value itself.
+inline bool CallsBack(const Structures::_VARIANT& value) {
+  Core::IObject* object = Core::ReferencedObject(value);
+  if (!object) return false;
+  const std::type_info* type = Core::ClassOf(*object);
+  return type != &typeid(MultiByteStringImpl) && type != &typeid(DateTimeImpl) &&
+         type != &typeid(ArrayImpl);
+}
+
+inline bool AnyCallsBack(const Structures::_VARIANT* values, std::uint64_t count) {
+  for (std::uint64_t i = 0; i < count; ++i)
+    if (CallsBack(values[i])) return true;
+  return false;
+}
+
+/// An object that is held while code of the caller's may run, and costs nothing otherwise.
+template <class Object>
+Core::Ptr<Object> HeldIf(bool callsBack, Object* object) {
+  return Core::Ptr<Object>(callsBack ? object : nullptr);
+}
+
+/// A record to read: a copy that holds its object if code of the caller's may run meanwhile,
+/// otherwise the record itself.
+class HeldValue {
+ public:
+  HeldValue(const Structures::_VARIANT& value, bool callsBack)
+      : held_(callsBack ? Core::Variant(value) : Core::Variant()),
+        value_(callsBack ? held_ : value) {}
+  HeldValue(const HeldValue&) = delete;
+  HeldValue& operator=(const HeldValue&) = delete;
+
+  operator const Structures::_VARIANT&() const { return value_; }
+
+ private:
+  Core::Variant held_;
+  const Structures::_VARIANT& value_;
+};
+
+}  // namespace Data::impl

@@ -1,0 +1,49 @@
+#include "Tables/TableCopy.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "Core/ExactCast.h"
+
+namespace Data::impl {
+
+using namespace Interfaces;
+using Core::Ptr;
+using Structures::_VARIANT;
+
+bool CallsBack(ITable& table) {
+  const auto* own = Core::ExactCast<TableImpl>(&table);
+  return !own || std::ranges::any_of(own->Rows(), [](const auto& row) { return row->CallsBack(); });
+}
+
+ColumnImpl& AddColumnLike(IColumn& source, std::string_view name, TableImpl& table) {
+  ColumnImpl& column = table.AddNamedColumn(name);
+  column.NoteValues(source.GetType(), source.HasSeenNull() != 0);
+  column.SetWidth(source.GetWidth());
+  column.SetDecimals(source.GetDecimals());
+  column.SetHidden(source.IsHidden());
+  column.SetReadOnly(source.IsReadOnly());
+  return column;
+}
+
+Ptr<TableImpl> CopyOf(ITable& table) {
+  const Ptr<ITable> held(&table);
+  const auto copy = Core::MakePtr<TableImpl>();
+  copy->Header().SetName(Ptr<ITableHeader>(table.GetHeader())->GetName());
+  std::vector<std::pair<std::int32_t, std::size_t>> cells;  // from, to
+  for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
+    const Ptr<IColumn> column(table.GetColumn(i));
+    const std::int32_t to = AddColumnLike(*column, column->GetName(), *copy).Index();
+    cells.emplace_back(column->GetIndex(), static_cast<std::size_t>(to));
+  }
+  for (std::int64_t i = 0; i < table.GetRowCount(); ++i) {
+    const Ptr<IRow> row(table.GetRow(i));
+    _VARIANT* const target = copy->AppendBlankRow().Cells();
+    for (const auto& [from, to] : cells)
+      if (const _VARIANT* cell = row->GetCellAt(from)) Core::CopyVariant(cell, target + to);
+  }
+  return copy;
+}
+
+}  // namespace Data::impl

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+#include "Core/Ptr.h"
+#include "Data/Interfaces/ITable.h"
+#include "Tables/TableImpl.h"
+
+namespace Data::impl {
+
+/// Whether reading a table may run code of the caller's: it is a table of a class of the caller's
+/// own, or one of its cells calls back.
+bool CallsBack(Interfaces::ITable& table);
+
+/// A new table with the columns and cells of another.
+Core::Ptr<TableImpl> CopyOf(Interfaces::ITable& table);
+
+/// Adds a column with the type and the attributes of another.
+ColumnImpl& AddColumnLike(Interfaces::IColumn& source, std::string_view name, TableImpl& table);
+
+}  // namespace Data::impl
