@@ -26,7 +26,7 @@ class DocumentText {
  public:
   explicit DocumentText(Interfaces::IString& content) : text_(Utf8Of(content)) {}
 
-  /// The text up to its first zero byte, which stands right behind it.
+  /// The text up to its first zero byte; that byte follows the view.
   std::string_view View() const { return text_->GetUtf8(); }
 
  private:

@@ -16,13 +16,13 @@ std::string_view NameOf(const Member& member) {
   return {member.name.GetString(), member.name.GetStringLength()};
 }
 
-/// Cheaper than by bytes alone: most names differ in length.
+/// By length first, which is cheaper than by bytes: most names differ in length.
 bool IsNameLess(std::string_view left, std::string_view right) {
   if (left.size() != right.size()) return left.size() < right.size();
   return std::memcmp(left.data(), right.data(), left.size()) < 0;
 }
 
-/// Finds the first member of a name.
+/// Finds the first member of an object with a given name.
 class MemberIndex {
  public:
   explicit MemberIndex(const JsonValue& object)
@@ -49,7 +49,7 @@ class MemberIndex {
   }
 
  private:
-  /// Objects of this size are searched from the front.
+  /// Objects of up to this size are searched linearly.
   static constexpr std::size_t kFewMembers = 12;
 
   const Member* begin_;
@@ -57,7 +57,7 @@ class MemberIndex {
   std::vector<const Member*> sorted_;
 };
 
-/// Compares pair by pair; nested pairs wait in a list instead of on the stack.
+/// Compares pair by pair. Nested pairs wait in a list instead of on the stack.
 class Comparison {
  public:
   bool AreEqual(const JsonValue& left, const JsonValue& right) {
@@ -73,7 +73,8 @@ class Comparison {
   }
 
  private:
-  /// @return false when the two are known to differ
+  /// Compares two scalars, or puts two containers on the list.
+  /// @return false if the two are known to differ
   bool Add(const JsonValue& left, const JsonValue& right) {
     if (left.GetType() != right.GetType()) return false;
     if (!left.IsObject() && !left.IsArray()) return left == right;

@@ -4,10 +4,10 @@
 
 namespace Data::impl {
 
-/// Whether two values are equal as rapidjson's `==` has it: members by name in
-/// any order, numbers by value; of members that repeat a name on the right only
-/// the first counts. Unlike that operator it needs no stack for nested values
-/// and no quadratic time for wide objects.
+/// Whether two values are equal by the rules of rapidjson's `==`: members by name in any order,
+/// integers by their 64 bits, an integer and a double as doubles. Where names repeat, each member
+/// on the left is compared with the first of its name on the right. Unlike that operator it needs
+/// no stack for nested values and no quadratic time for wide objects.
 bool AreEqual(const JsonValue& left, const JsonValue& right);
 
 }  // namespace Data::impl

@@ -6,9 +6,9 @@ namespace Data::impl {
 
 namespace {
 
-/// Whether a number that no double holds is too large for one, not too small:
-/// the power of ten of its first digit tells.
-bool IsBeyondOne(std::string_view number) {
+/// Whether a number that no double can hold is too large rather than too small: the power of ten
+/// of its first digit decides.
+bool IsTooLarge(std::string_view number) {
   const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
   const std::string_view mantissa = number.substr(0, mantissaEnd);
   std::int64_t exponent = 0;
@@ -16,7 +16,7 @@ bool IsBeyondOne(std::string_view number) {
     std::string_view digits = number.substr(mantissaEnd + 1);
     if (digits.starts_with('+')) digits.remove_prefix(1);
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
-    // The reader bounds exponents upwards: this one is far below zero.
+    // The reader has rejected huge positive exponents, so this one is hugely negative.
     if (result.ec != std::errc()) return false;
   }
   const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
@@ -29,7 +29,7 @@ bool IsBeyondOne(std::string_view number) {
 bool ReadDouble(std::string_view number, double& value) {
   value = number.starts_with('-') ? -0.0 : 0.0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-  return result.ec == std::errc() || !IsBeyondOne(number);
+  return result.ec == std::errc() || !IsTooLarge(number);
 }
 
 bool IsJson(std::string_view text) {

@@ -9,13 +9,13 @@
 
 namespace Data::impl {
 
-/// The double nearest to a JSON number; false if it is too large for one. A
-/// number too small for one is zero of its sign. (The reader's own conversion looks beyond
-/// its tables for "100e308" and makes 1e81 of "0e100".)
+/// Reads the double nearest to a JSON number; one too small for a double is zero of its sign.
+/// (rapidjson's own conversion reads past its tables for "100e308" and makes 1e81 of "0e100".)
+/// @return false if the number is too large for a double
 bool ReadDouble(std::string_view number, double& value);
 
-/// Stands between the reader and a handler of its events: turns the text of
-/// numbers into numbers and finds strings where the stream has them. A handler
+/// Adapts the reader's events for a handler: converts numbers, which the reader hands over as text,
+/// and takes strings from the stream. A handler
 /// sees only Null, Bool, Int64, Uint64 (above 2^63 - 1), Double (finite),
 /// String, Key, StartObject, EndObject, StartArray and EndArray.
 template <class Handler>
@@ -58,11 +58,10 @@ class JsonEvents : public rapidjson::BaseReaderHandler<> {
   Handler& handler_;
 };
 
-/// Reads exactly one JSON value between optional white space: no comments, no
-/// trailing commas, no NaN. The handler gets the events as it would from
-/// rapidjson's reader and may throw. Needs no stack for nested values.
-/// @param text  as `JsonTextOf` gives it: a zero byte stands right behind it
-/// @return false when the text is not JSON, or the handler returned false
+/// Parses exactly one JSON value with optional white space around it: no comments, no trailing
+/// commas, no NaN. Nested values take no stack. The handler may throw.
+/// @param text  as `JsonTextOf` gives it: followed by a zero byte
+/// @return false if the text is not JSON or the handler returned false
 template <class Handler>
 bool ParseJson(std::string_view text, Handler& handler) {
   constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
@@ -75,8 +74,9 @@ bool ParseJson(std::string_view text, Handler& handler) {
 /// Whether a text is one JSON value.
 bool IsJson(std::string_view text);
 
-/// Reads a text into a tree, whose strings are copies. The root of a new tree
-/// stays null when the text is not JSON.
+/// Reads a text into a tree, which copies the strings. The root of a new tree stays null if the
+/// text is not JSON.
+/// @return whether it is
 bool ReadJsonTree(std::string_view text, JsonTree& tree);
 
 }  // namespace Data::impl

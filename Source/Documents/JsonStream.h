@@ -8,14 +8,24 @@
 
 namespace Data::impl {
 
-/// A text as rapidjson's reader reads it in place. The reader believes that it
-/// decodes strings onto themselves; here the text stays untouched, and only a
-/// string that has escapes is decoded into a buffer.
+/// A text as a stream for rapidjson's in-place reader. That reader unescapes a string onto itself;
+/// here the text stays untouched, and only a string with escapes is unescaped, into a buffer.
+///
+/// What the reader calls for a string:
+///     Take()                            the opening quote
+///     PutBegin()
+///     repeatedly: ScanCopyUnescapedString(), specialised below: skips plain bytes
+///                 Put(byte) for each byte of an escape
+///     Take(), Put('\0')                 the closing quote, and a terminator in its place
+///     PutEnd()                          the length, terminator included
+/// Then it calls the handler's String or Key, with pointers that mean nothing here: `JsonEvents`
+/// asks the stream for the string instead. For a number it calls RawNumber once its bytes are
+/// taken.
 class JsonStream {
  public:
   using Ch = char;
 
-  /// @param text  with a zero byte right behind it, which ends it for the reader
+  /// @param text  followed by a zero byte, where the reader stops
   explicit JsonStream(std::string_view text)
       : begin_(text.data()), end_(begin_ + text.size()), position_(begin_), run_(begin_, begin_) {}
 
@@ -25,19 +35,19 @@ class JsonStream {
   /// The last bytes taken.
   std::string_view Taken(std::size_t length) const { return {position_ - length, length}; }
 
-  /// The reader begins a string behind its opening quote.
+  /// A string begins at the current position.
   char* PutBegin() {
     decoded_.clear();
     isDecoded_ = false;
     StartRun();
     return nullptr;
   }
-  /// Bytes that stand in the string as they are.
+  /// Skips bytes that need no unescaping.
   void SkipPlainRun() {
     position_ = EndOfPlainRun(position_, end_);
     run_ = {run_.data(), static_cast<std::size_t>(position_ - run_.data())};
   }
-  /// A byte of an escape, or the terminator that the reader adds after the closing quote.
+  /// An unescaped byte, or the terminator after the closing quote.
   void Put(char byte) {
     if (byte == '\0' && position_[-1] == '"') return;
     decoded_ += run_;
@@ -50,7 +60,7 @@ class JsonStream {
     if (isDecoded_) decoded_ += run_;
     return String().size() + 1;
   }
-  /// The string that was read last.
+  /// The string that was read last; valid until the next one begins.
   std::string_view String() const { return isDecoded_ ? std::string_view(decoded_) : run_; }
 
  private:
@@ -71,8 +81,7 @@ using JsonReader =
 
 namespace rapidjson {
 
-/// The reader's place for a faster way over plain text; by default it takes
-/// strings byte by byte.
+/// The reader's hook for skipping plain text faster than byte by byte.
 template <>
 template <>
 inline void Data::impl::JsonReader::ScanCopyUnescapedString(Data::impl::JsonStream& in,

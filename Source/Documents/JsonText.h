@@ -12,7 +12,7 @@ namespace Data::impl {
 
 /// The part of a text that is read as JSON: up to the first zero byte, without the byte-order mark.
 /// Each byte of the mark is skipped on its own, so that a part of one does no harm either.
-/// @param text  with a zero byte right behind it, as the result has
+/// @param text  followed by a zero byte, as the result is
 inline std::string_view JsonTextOf(std::string_view text) {
   text = UpToFirstZero(text);
   for (const char byte : {'\xEF', '\xBB', '\xBF'})
@@ -20,18 +20,18 @@ inline std::string_view JsonTextOf(std::string_view text) {
   return text;
 }
 
-/// Whether a byte ends a plain run of a JSON string: a quote, a backslash or a
-/// control character.
+/// Whether a byte ends a plain run within a JSON string: a quote, a backslash or a control
+/// character.
 constexpr bool EndsPlainRun(char byte) {
   return byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20;
 }
 
-/// The first byte from `begin` on that a JSON string cannot hold as it is;
-/// `end` if there is none.
+/// The first byte from `begin` on that must be escaped in a JSON string; `end` if there is none.
 inline const char* EndOfPlainRun(const char* begin, const char* end) {
   static_assert(std::endian::native == std::endian::little, "the first byte is the lowest");
   constexpr std::uint64_t kOnes = 0x0101010101010101, kHighBits = kOnes * 0x80;
-  // Each marks the high bit of the first byte that is less than a limit, or equal.
+  // Each sets the high bit of the first (lowest) byte that is below a limit, or equal; bits above
+  // it may be wrong, since subtraction borrows from them.
   const auto less = [](std::uint64_t word, std::uint64_t limit) {
     return (word - kOnes * limit) & ~word & kHighBits;
   };

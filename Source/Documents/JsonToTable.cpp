@@ -32,9 +32,8 @@ _VARIANT MakeCell(const char* begin, std::size_t length, bool) {
   return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields).Detach());
 }
 
-/// Finds the column of each member of an object. Objects mostly repeat the order
-/// of the ones before: a name is then compared once, with the one that followed
-/// the same member last time.
+/// Finds the column of each member of an object. Objects mostly repeat the order of members, so a
+/// name is first compared with the column that followed the same member last time.
 class MemberColumns {
  public:
   explicit MemberColumns(TableImpl& table) : table_(table) {}
@@ -51,12 +50,12 @@ class MemberColumns {
 
  private:
   TableImpl& table_;
-  std::vector<ColumnImpl*> followers_;  // of the start, then of each column
+  std::vector<ColumnImpl*> followers_;  // the first member's column, then what follows each column
   std::size_t next_ = 0;
 };
 
-/// Handles the events of a text and fills a table. The table owns every cell
-/// from the start, so a failure on the way loses nothing.
+/// Handles the events of a text and fills a table. The table owns each cell from the start, so
+/// nothing leaks if reading fails.
 class TableBuilder {
  public:
   TableBuilder() : table_(Core::MakePtr<TableImpl>()), columns_(*table_), nested_(nestedText_) {}
@@ -136,10 +135,10 @@ class TableBuilder {
     row_ = &table_->AppendBlankRow();
   }
 
-  /// As writing the cell of the member's column does.
+  /// Has the effects of writing the cell of the member's column.
   void Store(const _VARIANT& value) {
     _VARIANT& cell = row_->Cell(*column_);
-    Core::ReleaseReferenceOf(std::exchange(cell, value));  // of a member that is repeated
+    Core::ReleaseReferenceOf(std::exchange(cell, value));  // of a repeated member
     column_->NoteValue(Core::TypeOf(value));
     row_->SetModified(1);
   }
@@ -166,7 +165,7 @@ class TableBuilder {
   Root root_ = Root::None;
   RowImpl* row_ = nullptr;        // of the object that is being read
   ColumnImpl* column_ = nullptr;  // of the member
-  std::size_t depth_ = 0;         // in arrays and objects within the row
+  std::size_t depth_ = 0;         // of nested arrays and objects in the row
   TextBuffer nestedText_;
   JsonWriter nested_;
 };

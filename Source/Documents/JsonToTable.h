@@ -7,7 +7,8 @@
 
 namespace Data::impl {
 
-/// Reads an array of objects, an object or any other JSON value into a table.
+/// Reads a JSON text into a table: an array of objects row by row, an object as one row, any other
+/// value as one cell.
 /// @param text  as `JsonTextOf` gives it
 /// @throws std::runtime_error "Json document is not valid!", "Object in the
 ///         array is not of the type object! Data structure is inconsistent

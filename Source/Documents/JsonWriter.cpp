@@ -40,14 +40,13 @@ void AppendEscape(TextBuffer& buffer, char byte) {
   buffer.Append({escape, letter == 'u' ? sizeof escape : 2});
 }
 
-/// A number of at most six decimals and 15 digits, as measured values mostly are.
-/// No two texts of so few digits mean the same double, so the first one found is
-/// the shortest.
+/// Writes a number of at most six decimals and 15 digits, as most measured values are. No two texts
+/// of at most 15 digits mean the same double, so this one is the shortest.
 /// @return the end of the text; null for any other number
 char* WriteShortDecimal(char* to, double magnitude) {
   constexpr int kDecimals = 6;
   constexpr double kScale = 1e6, kLimit = 1e15;
-  constexpr double kRounder = 0x1p52;  // added and taken away, it leaves a whole number
+  constexpr double kRounder = 0x1p52;  // adding and subtracting it rounds to an integer
   if (!(magnitude < kLimit / kScale)) return nullptr;
   const double whole = magnitude * kScale + kRounder - kRounder;
   if (whole / kScale != magnitude) return nullptr;
@@ -55,7 +54,7 @@ char* WriteShortDecimal(char* to, double magnitude) {
   const auto scaled = static_cast<std::uint64_t>(whole);
   constexpr auto kUnit = static_cast<std::uint64_t>(kScale);
   char* const point = std::to_chars(to, to + 16, scaled / kUnit).ptr;
-  // A leading one keeps the zeros behind it; the point takes its place.
+  // The leading 1 keeps the zeros after it; the point then overwrites it.
   char* end = std::to_chars(point, point + 1 + kDecimals, kUnit + scaled % kUnit).ptr;
   *point = '.';
   while (end[-1] == '0' && end - point > 2) --end;

@@ -15,15 +15,14 @@ void AppendJsonInteger(TextBuffer& buffer, std::int64_t value);
 
 /// Appends the shortest text that reads back as the same double, in rapidjson's
 /// notation: 1.0, 1e30, 1.5e-7.
-/// @return false for NaN and infinities, which JSON does not know
+/// @return false for NaN and infinities, which JSON cannot represent
 bool AppendJsonDouble(TextBuffer& buffer, double value);
 
-/// rapidjson's compact writer; below it is told to write its values with the
-/// functions above.
+/// rapidjson's compact writer, specialised below to write values with the functions above.
 using JsonWriter =
     rapidjson::Writer<TextBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
 
-/// Appends a JSON text without insignificant white space; "null" for what is not JSON.
+/// Appends a JSON text without insignificant white space; "null" if it is not JSON.
 /// @param text  as `JsonTextOf` gives it
 void AppendCompactJson(TextBuffer& buffer, std::string_view text);
 
@@ -31,14 +30,14 @@ void AppendCompactJson(TextBuffer& buffer, std::string_view text);
 
 namespace rapidjson {
 
-// The writer's own way with strings sets six bytes aside for each of theirs.
+// rapidjson's own reserves six bytes for each byte of a string.
 template <>
 inline bool Data::impl::JsonWriter::WriteString(const char* text, std::size_t length) {
   Data::impl::AppendJsonString(*os_, {text, length});
   return true;
 }
 
-// Its own digits of a double are now and then not the shortest, and often not the nearest.
+// rapidjson's digits are not always the shortest and often not the nearest.
 template <>
 inline bool Data::impl::JsonWriter::WriteDouble(double value) {
   return Data::impl::AppendJsonDouble(*os_, value);

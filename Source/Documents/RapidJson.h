@@ -5,8 +5,8 @@
 #include <new>
 #include <stdexcept>
 
-/// rapidjson as this library uses it. Its headers are included here alone, so
-/// that every source sees them with the same settings.
+/// rapidjson as this library uses it. Include this header before any other of rapidjson's: all
+/// sources must see them with the same settings.
 
 // Sizes of 64 bits: no length or count that fits in memory overflows.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
@@ -30,10 +30,14 @@ namespace Data::impl {
 #include <rapidjson/reader.h>
 #include <rapidjson/writer.h>
 
+// The classes that stand in for its streams and specialise its reader and writer (JsonStream.h,
+// JsonWriter.h) rely on how these call them.
+static_assert(RAPIDJSON_MAJOR_VERSION == 1 && RAPIDJSON_MINOR_VERSION == 1);
+
 namespace Data::impl {
 
-/// The base allocator of everything that rapidjson makes: rapidjson goes on
-/// with a null pointer after a failed allocation, so the failure is thrown.
+/// The base allocator of all of rapidjson's memory. rapidjson uses the null pointer of a failed
+/// allocation without checking it, so the failure is thrown.
 struct ThrowingAllocator {
   static constexpr bool kNeedFree = true;
 
@@ -54,7 +58,7 @@ struct ThrowingAllocator {
 
 using JsonPool = rapidjson::MemoryPoolAllocator<ThrowingAllocator>;
 using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
-/// A tree of values; its root is null until a text was read into it.
+/// A tree of values; its root is null until a text is read into it.
 using JsonTree = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, ThrowingAllocator>;
 
 }  // namespace Data::impl

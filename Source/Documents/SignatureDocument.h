@@ -11,8 +11,7 @@ namespace Data::impl {
 template <class Interface>
 class SignatureDocument : public TextDocumentBase<Interface> {
  public:
-  /// Callers rely on the answer as it is: texts of one size are "equal" when
-  /// they differ.
+  /// Callers rely on this answer: texts of equal size are "equal" if they differ.
   bool Equals(Interface* other) override {
     return AreValidAndEqual<Interface>(
         *this, other, [](Interfaces::IString& left, Interfaces::IString& right) {

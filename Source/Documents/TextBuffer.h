@@ -6,7 +6,7 @@
 
 namespace Data::impl {
 
-/// Text that grows at its end; rapidjson's writers write into one.
+/// Text that grows at its end; an output stream for rapidjson's writers.
 class TextBuffer {
  public:
   using Ch = char;
@@ -19,7 +19,7 @@ class TextBuffer {
   std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
   void Clear() { end_ = begin_; }
 
-  /// Room for that many bytes more.
+  /// Makes room for that many more bytes.
   /// @throws std::bad_alloc
   void Reserve(std::size_t count) {
     if (static_cast<std::size_t>(limit_ - end_) < count) Grow(count);
@@ -32,7 +32,7 @@ class TextBuffer {
     Reserve(text.size());
     AppendUnsafe(text);
   }
-  /// Without a check: the room is reserved.
+  /// Without a check: the caller has reserved room.
   void PutUnsafe(char byte) { *end_++ = byte; }
   void AppendUnsafe(std::string_view text) {
     if (text.empty()) return;
@@ -41,12 +41,12 @@ class TextBuffer {
   }
   void Flush() {}
 
-  /// The end of the text with that much room behind it, to be written to.
+  /// The end of the text, with room for that many bytes to be written there.
   char* Tail(std::size_t room) {
     Reserve(room);
     return end_;
   }
-  /// Behind the last byte that was written there.
+  /// Sets the end of the text, after the last byte written at `Tail`.
   void EndAt(char* end) { end_ = end; }
 
  private:

@@ -48,7 +48,7 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
       : content_(std::move(validContent)), isValid_(true) {}
 
   /// Whether a text is well-formed. Any exception but std::bad_alloc means that it is not.
-  /// @param text  with a zero byte right behind it
+  /// @param text  followed by a zero byte
   virtual bool Check(std::string_view text) const = 0;
 
   /// @throws std::runtime_error "Null pointer exception! ..." without content

@@ -6,19 +6,19 @@ namespace Data::impl {
 
 namespace {
 
-/// The classes of characters are rapidxml's own.
+/// rapidxml's own classes of characters.
 using Characters = rapidxml::internal::lookup_tables<0>;
 using CharacterClass = const unsigned char[256];
 
-/// Steps through a text from one piece of markup to the next.
+/// Goes through a text from one piece of markup to the next.
 class Markup {
  public:
   enum class Kind { StartTag, EmptyTag, EndTag, Other };
 
   explicit Markup(std::string_view xml) : rest_(xml) {}
 
-  /// Moves behind the next piece of markup.
-  /// @return false at the end of the text and where it is malformed
+  /// Moves past the next piece of markup.
+  /// @return false at the end of the text, and where it is malformed
   bool Next();
   Kind GetKind() const { return kind_; }
 

@@ -6,14 +6,13 @@
 
 namespace Data::impl {
 
-/// A parsed XML text. Its first nodes lie in the object, which is too large for
-/// the stack: make it on the heap.
+/// A parsed XML text. The object contains the first 64 KB of its nodes: allocate it on the heap.
 class XmlTree {
  public:
-  /// The parser takes a small part of the smallest stacks for so many levels.
+  /// So many levels take a small part of even a small thread's stack.
   static constexpr std::size_t kMaxDepth = 1000;
 
-  /// @throws rapidxml::parse_error, std::runtime_error for deeper nesting
+  /// @throws rapidxml::parse_error, std::runtime_error for deeper nesting, std::bad_alloc
   explicit XmlTree(std::string_view xml);
   XmlTree(const XmlTree&) = delete;
   XmlTree& operator=(const XmlTree&) = delete;
@@ -22,7 +21,7 @@ class XmlTree {
   std::string Print() const;
 
  private:
-  std::string text_;  // which the parser changes and the nodes point into
+  std::string text_;  // the parser changes it, and the nodes point into it
   rapidxml::xml_document<> document_;
 };
 

@@ -11,7 +11,7 @@ using Core::ValueType;
 
 namespace {
 
-/// Digits read so far. Beyond `kExactDigits` the value is not kept up.
+/// Digits read so far. Beyond `kExactDigits` the value has overflowed and is meaningless.
 struct Digits {
   std::uint64_t value = 0;
   std::ptrdiff_t count = 0;
@@ -57,7 +57,7 @@ ParsedNumber LongReal(std::string_view text) {
   return {ValueType::Double, true, std::bit_cast<std::uint64_t>(value)};
 }
 
-/// With both factors exact, one multiplication or division rounds correctly.
+/// If both factors are exact, a single multiplication or division rounds correctly.
 ParsedNumber Real(std::string_view text, bool isNegative, Digits digits, std::ptrdiff_t exponent) {
   if (digits.count > kExactDigits || digits.value > kLargestExactInteger ||
       exponent < -kLargestExactPower || exponent > kLargestExactPower)
@@ -67,8 +67,8 @@ ParsedNumber Real(std::string_view text, bool isNegative, Digits digits, std::pt
   return {ValueType::Double, true, std::bit_cast<std::uint64_t>(isNegative ? -value : value)};
 }
 
-/// The rest of an exponent that is no number any more: it still looks like one
-/// while it holds nothing but digits, the text's only dot and one minus sign.
+/// An exponent that is no integer. The text still looks like a number if the rest consists of
+/// digits, at most one dot in the whole text, and at most one minus sign in the exponent.
 ParsedNumber OddExponent(const char* p, const char* end, bool hasDot, bool hasSign) {
   for (; p != end; ++p) {
     if (IsDigit(*p)) continue;
@@ -83,8 +83,8 @@ ParsedNumber OddExponent(const char* p, const char* end, bool hasDot, bool hasSi
   return WithoutValue(ValueType::Double);
 }
 
-/// @param p         behind the `e`
-/// @param fraction  number of digits behind the dot, or -1 without a dot
+/// @param p         after the `e`
+/// @param fraction  number of digits after the dot, or -1 without a dot
 ParsedNumber WithExponent(std::string_view text, bool isNegative, Digits digits,
                           std::ptrdiff_t fraction, const char* p) {
   const char* const end = text.data() + text.size();

@@ -115,11 +115,11 @@ std::string Read(std::string_view text, std::string_view separator) {
   const auto names = hasHeader ? NamesOf(lines[first]) : NumberedNames(width);
   std::string shown;
   for (const auto& name : names)
-    shown += (shown.empty() ? "" : "|") + (name.empty() ? "Unnamed" : name);
+    shown += (shown.empty() ? "" : " / ") + (name.empty() ? "Unnamed" : name);
   for (std::size_t line = first + hasHeader; line < lines.size(); ++line) {
     if (lines[line].size() > names.size()) return "!";
     for (std::size_t i = 0; i < names.size(); ++i)
-      shown += (i == 0 ? "\n" : "|") + (i < lines[line].size() ? ShowValue(lines[line][i]) : "~");
+      shown += (i == 0 ? "\n" : " / ") + (i < lines[line].size() ? ShowValue(lines[line][i]) : "~");
   }
   return shown;
 }

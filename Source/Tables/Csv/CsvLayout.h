@@ -5,17 +5,18 @@
 
 namespace Data::impl {
 
-/// What the first lines of a text tell about all of it.
+/// The layout of a text, detected from its first lines.
 struct CsvLayout {
-  /// Position of the first line with as many values as any of the sample; the
-  /// lines before it are a preamble.
+  /// Index of the first line with as many values as the widest of the sampled lines; the lines
+  /// before it are a preamble.
   std::size_t firstFullLine = 0;
-  /// Whether that line names the columns: every value of it is text or empty,
-  /// and one at least is text.
+  /// Whether that line names the columns: all its values are text or empty, and at least one is
+  /// text.
   bool hasHeader = false;
 };
 
-/// The earliest of comma, semicolon, TAB and vertical bar; without any the comma.
+/// Whichever of comma, semicolon, TAB and vertical bar comes first in the text; a comma if none
+/// does. Quotes are not regarded.
 std::string_view DetectSeparator(std::string_view text);
 
 /// @throws std::runtime_error "No lines detected in the csv content"

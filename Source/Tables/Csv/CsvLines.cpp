@@ -40,7 +40,7 @@ bool CsvLines::Next() {
   return false;
 }
 
-/// Looks for the line end among the positions that were not looked at yet.
+/// Finds the next line end from `seen_` on.
 bool CsvLines::FindLineEnd() {
   for (;;) {
     while (seen_ != end_ && text_[positions_[seen_]] != kLineEnd) ++seen_;
@@ -49,8 +49,8 @@ bool CsvLines::FindLineEnd() {
   }
 }
 
-/// The line that is under way moves to the front, where it stays however long
-/// it grows; the room doubles, so that a line's positions move seldom.
+/// Moves the positions of the unfinished line to the front and appends those of the next chunk. The
+/// room doubles when it is full, so a long line's positions are rarely copied.
 bool CsvLines::ScanMore() {
   if (structure_.IsAtEnd()) return false;
   if (first_ != 0) {
@@ -75,7 +75,7 @@ CsvLine CsvLines::MakeLine(std::string_view text, std::size_t* first, std::size_
     AppendSeparators(text, separator_, lineSeparators_);
     return {text, text.data(), lineSeparators_, separator_.size()};
   }
-  // A separator that is space itself went with the space around the line.
+  // A separator that is white space may have been trimmed off the ends of the line.
   const auto begin = static_cast<std::size_t>(text.data() - text_.data());
   while (first != last && *first < begin) ++first;
   while (first != last && last[-1] >= begin + text.size()) --last;

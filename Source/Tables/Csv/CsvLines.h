@@ -11,8 +11,8 @@
 
 namespace Data::impl {
 
-/// One line that is not empty: its text without the space around it, and where
-/// its values are separated.
+/// A non-empty line: its trimmed text and the positions of its separators. Refers to the text and
+/// to the positions of `CsvLines`.
 class CsvLine {
  public:
   CsvLine() = default;
@@ -42,15 +42,14 @@ class CsvLine {
   std::size_t separatorSize_ = 0;
 };
 
-/// The lines of a text one after the other, empty ones left out. A line end
-/// inside quotes ends no line; after a quote that is never closed the rest is
-/// one line.
+/// Splits a text into lines, leaving out empty ones. A line feed inside quotes does not end a line;
+/// after a quote that is never closed the rest of the text is one line. The caller owns the text.
 class CsvLines {
  public:
   CsvLines(std::string_view text, std::string_view separator);
 
   /// Moves to the next line.
-  /// @return false when there is none
+  /// @return false if there is none
   bool Next();
   /// Valid until the next call of `Next`.
   const CsvLine& Line() const { return line_; }
@@ -62,14 +61,13 @@ class CsvLines {
 
   std::string_view text_;
   std::string separator_;
-  /// Whether the separators are found together with the line ends: parity of the
-  /// quotes is their only rule then. Others are searched line by line.
+  /// Whether separators are found in the same scan as line ends, since the parity of the quotes
+  /// decides for both. Other separators are searched for line by line.
   bool isSimple_;
   CsvStructure structure_;
   std::unique_ptr<std::size_t[]> positions_;
   std::size_t capacity_;
-  /// Inside `positions_`: the first one of the line to come, the first one not
-  /// looked at yet, and the end.
+  /// Indexes into `positions_`: the first of the next line, the first not looked at yet, the end.
   std::size_t first_ = 0, seen_ = 0, end_ = 0;
   std::size_t lineStart_ = 0;
   bool isThrough_ = false;

@@ -68,7 +68,7 @@ class RowBuilder {
         notes_(table_.ColumnCount()) {}
 
   void Add(const CsvLine& line, std::size_t number);
-  /// Tells the columns what their cells hold.
+  /// Tells the columns the types of their cells.
   void Finish() const;
 
  private:
@@ -96,8 +96,7 @@ void RowBuilder::Add(const CsvLine& line, std::size_t number) {
   AddRow(line);
 }
 
-/// The table owns the row before its cells hold anything, so a failure on the
-/// way loses nothing.
+/// The table owns the row before its cells hold anything, so nothing leaks if reading fails.
 void RowBuilder::AddRow(const CsvLine& line) {
   _VARIANT* cell = table_.AppendBlankRow(&pool_).Cells();
   ColumnNote* note = notes_.data();

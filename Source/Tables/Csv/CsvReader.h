@@ -9,17 +9,16 @@
 
 namespace Data::impl {
 
-/// What becomes of a line with more values than the table has columns.
+/// What to do with a line that has more values than the table has columns.
 enum class ExtraValues { Fail, DropValues, DropLine };
 
 struct CsvResult {
   Core::Ptr<TableImpl> table;
-  /// One message for each line that lost values or was left out.
+  /// One message for each line that lost values or was skipped.
   std::vector<std::string> problems;
 };
 
-/// Reads delimited text: lines into values, values into typed cells, cells into
-/// a table.
+/// Reads delimited text into a table: finds the layout, splits lines and values, types each cell.
 /// @param separator  empty to have it detected
 /// @throws std::runtime_error "No lines detected in the csv content", "Csv file
 ///         does not have consistent usage of column separator between lines!,

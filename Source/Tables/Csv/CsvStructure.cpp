@@ -14,8 +14,8 @@ namespace Data::impl {
 namespace {
 
 constexpr std::size_t kBlock = 64;
-/// Large enough to spread the cost of a call, small enough for the text and its
-/// positions to stay in the fastest caches.
+/// Large enough to make the cost of a call small, small enough for the text and its positions to
+/// stay in the first-level cache.
 constexpr std::size_t kChunk = CsvStructure::kRoom - 8;
 static_assert(kChunk % kBlock == 0);
 
@@ -44,8 +44,7 @@ std::uint64_t PrefixXor(std::uint64_t bits) {
 
 std::size_t* StorePositions(std::uint64_t mask, std::size_t base, std::size_t* out) {
   std::size_t* const end = out + std::popcount(mask);
-  // Eight at a time without asking for each one whether it is there: `out` has
-  // room for what is stored too much.
+  // Eight at a time, without a branch for each: `out` has room for the surplus.
   while (mask != 0) {
     for (int i = 0; i < 8; ++i) {
       *out++ = base + static_cast<std::size_t>(std::countr_zero(mask));

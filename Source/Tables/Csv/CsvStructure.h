@@ -7,23 +7,22 @@
 
 namespace Data::impl {
 
-/// Finds the line ends and separators of a text that stand outside quotes.
+/// Finds the line ends and separators of a text that are outside quotes.
 ///
-/// A byte stands inside quotes when an odd number of quotes comes before it: a
-/// doubled quote inside a quoted stretch leaves and enters it again, so no rule
-/// but parity is needed. 64 bytes at a time become bit masks; the prefix XOR of
-/// the quotes' mask marks the quoted bytes.
+/// A byte is inside quotes if an odd number of quotes precedes it. A doubled quote inside a quoted
+/// field closes and reopens it, so parity is the only rule needed. The scan turns 64 bytes at a
+/// time into bit masks; the prefix XOR of the mask of quotes marks the quoted bytes.
 class CsvStructure {
  public:
-  /// @param separator  not a quote; a line end to find nothing but line ends
+  /// @param separator  not a quote; a line end to find line ends only
   CsvStructure(std::string_view text, char separator) : text_(text), separator_(separator) {}
 
-  /// Room that `ScanNext` needs: as many positions as a chunk of text has
-  /// bytes, and a few that are stored too much.
+  /// Entries that `ScanNext` needs: one for each byte of a chunk, and up to 8 past the last, which
+  /// it overwrites.
   static constexpr std::size_t kRoom = 4096 + 8;
 
   bool IsAtEnd() const { return next_ == text_.size(); }
-  /// Stores the positions that the next chunk of the text holds, perhaps none.
+  /// Stores the positions found in the next chunk of the text, perhaps none.
   /// @param out  with `kRoom` entries to write
   /// @return the end of what was stored
   std::size_t* ScanNext(std::size_t* out);
@@ -35,14 +34,13 @@ class CsvStructure {
   std::string_view text_;
   char separator_;
   std::size_t next_ = 0;
-  /// All ones while the next byte stands inside quotes.
+  /// All ones if the next byte is inside quotes, else zero.
   std::uint64_t quoted_ = 0;
 };
 
-/// Appends the positions of a separator of any shape in one line, searched
-/// literally: an occurrence that an odd number of quotes precedes is passed by
-/// going on at the next quote, behind it if that quote is doubled; without a
-/// next quote the rest of the line holds none.
+/// Appends the positions of a separator of any length in one line. An occurrence that an odd number
+/// of quotes precedes is inside quotes: the search goes on at the next quote, or after that quote
+/// and the next if it is doubled; without another quote the rest of the line has no separator.
 void AppendSeparators(std::string_view line, std::string_view separator,
                       std::vector<std::size_t>& positions);
 

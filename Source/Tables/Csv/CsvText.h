@@ -4,7 +4,7 @@
 
 #include "Text/Characters.h"
 
-/// The characters that mean something in delimited text.
+/// The special characters of delimited text.
 namespace Data::impl {
 
 inline constexpr char kQuote = '"';
