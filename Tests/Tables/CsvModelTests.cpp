@@ -59,18 +59,11 @@ std::string ShowText(std::string_view value) {
 /// No number of the random texts is longer than what fits.
 std::string ShowValue(std::string_view value) {
   const std::string text(value);
-  switch (Data_DetectValueType(value.data(), value.size())) {
-    case ValueType::Unknown:
-      return "~";
-    case ValueType::Int64:
-      return ShowCell(Core::MakeInteger(ValueType::Int64, std::strtoll(text.c_str(), nullptr, 10)));
-    case ValueType::Double:
-      return ShowCell(Core::MakeDouble(std::strtod(text.c_str(), nullptr)));
-    case ValueType::String:
-      return ShowText(value);
-    default:
-      return "?";
-  }
+  const ValueType type = Data_DetectValueType(value.data(), value.size());
+  if (type == ValueType::Unknown) return "~";
+  if (type == ValueType::Int64) return ShowCell(Variant(std::stoll(text)));
+  if (type == ValueType::Double) return ShowCell(Variant(std::stod(text)));
+  return type == ValueType::String ? ShowText(value) : "?";
 }
 
 bool IsHeader(const Pieces& values) {
@@ -94,12 +87,6 @@ std::vector<std::string> NamesOf(const Pieces& header) {
   return names;
 }
 
-std::vector<std::string> NumberedNames(std::size_t count) {
-  std::vector<std::string> names;
-  for (std::size_t i = 1; i <= count; ++i) names.push_back("Column " + std::to_string(i));
-  return names;
-}
-
 /// As `ShowTable`; "!" for any failure.
 std::string Read(std::string_view text, std::string_view separator) {
   text = Trim(text, kLineSpace);
@@ -112,7 +99,9 @@ std::string Read(std::string_view text, std::string_view separator) {
     width = std::max(width, lines[i].size());
   while (lines[first].size() < width) ++first;
   const bool hasHeader = IsHeader(lines[first]);
-  const auto names = hasHeader ? NamesOf(lines[first]) : NumberedNames(width);
+  auto names = hasHeader ? NamesOf(lines[first]) : std::vector<std::string>();
+  while (!hasHeader && names.size() < width)
+    names.push_back("Column " + std::to_string(names.size() + 1));
   std::string shown;
   for (const auto& name : names)
     shown += (shown.empty() ? "" : " / ") + (name.empty() ? "Unnamed" : name);

@@ -84,6 +84,16 @@ inline std::string ShowTable(ITable& table) {
   return text;
 }
 
+/// The types of the columns, with "?" for one that has seen Null.
+inline std::string ShowColumns(ITable& table) {
+  std::string text;
+  for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
+    text += Core::GetValueTypeName(table.GetColumn(i)->GetType());
+    text += table.GetColumn(i)->HasSeenNull() ? "? " : " ";
+  }
+  return text;
+}
+
 /// The table, or "! " and the failure.
 inline std::string Show(const CsvResult& result) {
   return result.table ? ShowTable(*result.table) : "! " + result.failure;
