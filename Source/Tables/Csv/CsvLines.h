@@ -21,7 +21,6 @@ class CsvLine {
           std::size_t separatorSize)
       : text_(text), origin_(origin), separators_(separators), separatorSize_(separatorSize) {}
 
-  std::string_view Text() const { return text_; }
   std::size_t ValueCount() const { return separators_.size() + 1; }
   /// Hands the first `count` values to `visit`, untrimmed.
   template <class Visit>
