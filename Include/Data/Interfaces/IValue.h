@@ -8,11 +8,18 @@ namespace Data::Interfaces {
 
 struct IString;
 
-/// One value as an object, for callers that keep values among objects. It is a
-/// copy of the cell it was taken from: later changes of either are not seen by
-/// the other.
+/// A value as an object: a copy of the cell that it was read from, independent of
+/// that cell. An object that the value refers to is shared.
+///
+/// Memory. A lack of memory throws std::bad_alloc and changes nothing.
+///
+/// Callbacks. The value may refer to an object of the caller's own class that uses
+/// or releases this one. A replaced value is released last.
+///
+/// Threads. Not synchronised: concurrent reads are safe except for texts (see
+/// `IString`), `SetValue` needs exclusive access. Reference counting is atomic.
 struct IValue : Core::IObject {
-  /// Slot 6. Copies the value into `out`, which gives up what it held.
+  /// Slot 6. Copies the value into `out`, which releases what it held.
   /// @return true
   /// @throws std::runtime_error "Cannot be nullptr!" for a null `out`
   virtual bool GetValue(Structures::_VARIANT* out) = 0;
@@ -20,15 +27,16 @@ struct IValue : Core::IObject {
   /// @throws std::runtime_error "Pointer of struct Data::Structures::_VARIANT
   ///         must not be null!"
   virtual void SetValue(const Structures::_VARIANT* value) = 0;
-  /// Slot 8. The record itself, to be read in place; valid while the object lives.
+  /// Slot 8. The record itself, for reading in place. Owned by the object, which
+  /// overwrites it in `SetValue`.
   virtual const Structures::_VARIANT* GetRecord() = 0;
   /// Slot 9. The type code of the value.
   virtual Structures::ValueType GetType() = 0;
   /// Slot 10. The display text of the value as a new string, which the caller
   /// releases.
   /// @return true
-  /// @throws std::runtime_error for a null or used out-pointer, and what the
-  ///         conversion throws for a record that is not what its type says
+  /// @throws std::runtime_error for an out-pointer that is null or not empty, and the
+  ///         failure of the conversion for a record that is not of its stated type
   virtual bool GetText(IString** out) = 0;
 
  protected:

@@ -4,7 +4,7 @@
 
 namespace Data::Structures {
 
-/// Which rows without a partner a merge of two tables keeps besides those with one.
+/// Which rows without a partner a merge of two tables keeps (see `ITable::Merge`).
 enum class MergeMode : int32_t {
   Matching = 0,  ///< none
   AllLeft = 1,   ///< left rows without a partner
