@@ -12,7 +12,7 @@ cd "$(dirname "$0")/.." || exit 1
 export LC_ALL=C.UTF-8
 . Tools/packages.sh
 
-STAGES="formatting contract release windows code-pages exports hardening package asan tsan clang abi lint"
+STAGES="formatting contract release windows code-pages exports hardening package asan tsan clang coverage abi lint"
 LIBRARY=build/release/lib/liblayerdata.so
 DLL=build/windows/bin/layerdata.dll
 
@@ -50,7 +50,10 @@ package() {
     one Package.HasItsLicences test -f build/package/share/doc/LayerData/THIRD-PARTY-NOTICES.md &&
     one Package.IsFound cmake -S Examples -B build/package-user -G Ninja "-DCMAKE_PREFIX_PATH=$PWD/build/package" &&
     one Package.Links cmake --build build/package-user &&
-    one Package.ReadmeExampleCompiles readme_example
+    one Package.ReadmeExampleCompiles readme_example &&
+    build windows &&
+    one Package.InstallsForWindows cmake --install build/windows --prefix build/package-windows &&
+    one Package.HasTheRuntimesLicences test -f build/package-windows/share/doc/LayerData/licenses/GPL-3
 }
 readme_example() {
   sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
@@ -72,6 +75,12 @@ clang() {
   build_and_test clang
 }
 
+# Which lines and branches the stage before has reached.
+coverage() {
+  [ -d build/clang/profiles ] || clang
+  Tools/coverage.sh seen
+}
+
 # The built library against the description of this version.
 abi() { build clang && Tools/check-contract.py --library build/clang/lib/liblayerdata.so; }
 
@@ -82,9 +91,10 @@ lint() {
 
 # -- How a stage runs --
 
+declare -A built
 build() {
-  cmake --preset "$1" -DCMAKE_COMPILE_WARNING_AS_ERROR=ON >"$logs/configure-$1.log" &&
-    cmake --build --preset "$1"
+  [ -z "${built[$1]:-}" ] || return 0
+  cmake --preset "$1" -DCMAKE_COMPILE_WARNING_AS_ERROR=ON && cmake --build --preset "$1" && built[$1]=yes
 }
 build_and_test() { build "$1" && ctest --preset "$1" -V; }
 
