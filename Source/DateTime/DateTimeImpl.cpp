@@ -31,7 +31,7 @@ std::int32_t WrappingProduct(std::int32_t value, std::uint32_t factor) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(value) * factor);
 }
 
-void HandOutText(std::string_view text, IString** out) {
+void MakeText(std::string_view text, IString** out) {
   if (out) *out = Core::MakeString(text).Detach();
 }
 
@@ -178,13 +178,13 @@ bool DateTimeImpl::SetTimeZone(const char* name) {
   return true;
 }
 
-void DateTimeImpl::ToIso8601(IString** out) { HandOutText(Iso8601Text::DateTime(fields_), out); }
+void DateTimeImpl::ToIso8601(IString** out) { MakeText(Iso8601Text::DateTime(fields_), out); }
 
-void DateTimeImpl::ToIso8601Time(IString** out) { HandOutText(Iso8601Text::Time(fields_), out); }
+void DateTimeImpl::ToIso8601Time(IString** out) { MakeText(Iso8601Text::Time(fields_), out); }
 
-void DateTimeImpl::ToIso8601Date(IString** out) { HandOutText(Iso8601Text::Date(fields_), out); }
+void DateTimeImpl::ToIso8601Date(IString** out) { MakeText(Iso8601Text::Date(fields_), out); }
 
-void DateTimeImpl::ToIso8601Basic(IString** out) { HandOutText(Iso8601Text::Basic(fields_), out); }
+void DateTimeImpl::ToIso8601Basic(IString** out) { MakeText(Iso8601Text::Basic(fields_), out); }
 
 std::uint64_t DateTimeImpl::GetStartOf(DateTimeUnit unit) {
   CalendarFields start = fields_;

@@ -70,7 +70,7 @@ bool ReadWord(std::string_view piece, std::size_t longest, std::uint16_t& out) {
 /// are both 500 ms. Callers depend on it.
 std::uint16_t MillisecondsOf(std::int32_t fraction) {
   std::int32_t unit = 100'000'000;
-  for (std::int32_t limit = 9; fraction > limit && unit > 1; limit = limit * 10 + 9) unit /= 10;
+  for (std::int32_t limit = 9; fraction > limit; limit = limit * 10 + 9) unit /= 10;
   return static_cast<std::uint16_t>(fraction * unit / 1'000'000);
 }
 

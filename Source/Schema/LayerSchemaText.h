@@ -4,7 +4,7 @@
 
 namespace Data {
 
-/// The JSON schema (draft 7) of layer schema documents.
+/// The JSON schema (draft-07) of layer schema documents.
 extern const std::string_view kLayerSchemaText;
 
 }  // namespace Data

@@ -4,7 +4,6 @@
 #include "Documents/JsonDocumentImpl.h"
 #include "Schema/LayerSchemaText.h"
 #include "Schema/SchemaWriter.h"
-#include "Text/MultiByteStringImpl.h"
 
 namespace Data {
 
@@ -73,11 +72,9 @@ void SchemaImpl::Put(std::string_view name, Column column) {
 bool SchemaImpl::GetColumnNames(IObjectList** out, IErrorCode** error) {
   return Guarded(error, [&] {
     CheckOutPointer(out);
-    std::vector<Ptr<IObject>> names;
-    names.reserve(columns_.Count());
-    for (std::uint64_t i = 0; i < columns_.Count(); ++i)
-      names.emplace_back(impl::MultiByteStringImpl::FromUtf8(columns_.NameAt(i)));
-    *out = Core::MakePtr<impl::ObjectListImpl>(std::move(names)).Detach();
+    auto names = Core::MakePtr<impl::ObjectListImpl>();
+    for (std::uint64_t i = 0; i < columns_.Count(); ++i) names->AddText(columns_.NameAt(i));
+    *out = names.Detach();
   });
 }
 

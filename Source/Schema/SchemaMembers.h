@@ -7,8 +7,8 @@
 
 #include "Documents/RapidJson.h"
 
-/// Typed access to the members of a layer schema document. A wrong one is a
-/// failure that names its key.
+/// Typed access to the members of a layer schema document. A missing or mistyped
+/// member is a failure that names its key.
 namespace Data {
 
 [[noreturn]] inline void ThrowWrongMember(std::string_view key, const char* problem) {
@@ -16,7 +16,7 @@ namespace Data {
                            problem);
 }
 
-/// The member, or null if it is not there; JSON's null counts as not there.
+/// The member, or null if it is missing; a JSON null counts as missing.
 inline const impl::JsonValue* FindMember(const impl::JsonValue& object, std::string_view key) {
   const impl::JsonValue name(rapidjson::StringRef(key.data(), key.size()));
   const auto member = object.FindMember(name);
@@ -34,7 +34,7 @@ inline const impl::JsonValue& AsObject(const impl::JsonValue& value, std::string
   return value;
 }
 
-/// An element of the array of that key.
+/// An element of the array with that key.
 inline const impl::JsonValue& AsElement(const impl::JsonValue& value, std::string_view key) {
   if (!value.IsObject()) ThrowWrongMember(key, "must hold objects!");
   return value;
@@ -64,7 +64,7 @@ inline std::string_view GetText(const impl::JsonValue& object, std::string_view 
   return AsText(GetMember(object, key), key);
 }
 
-/// Empty if it is not there.
+/// Empty if the member is missing.
 inline std::string_view GetOptionalText(const impl::JsonValue& object, std::string_view key) {
   const impl::JsonValue* member = FindMember(object, key);
   return member ? AsText(*member, key) : std::string_view();

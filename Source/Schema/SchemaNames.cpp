@@ -24,14 +24,14 @@ constexpr struct {
     {"date", ValueType::DateTime},
     {"string", ValueType::String},
     {"boolean", ValueType::Bool},
-    {"byterarray", ValueType::Array},  // existing documents have it in this spelling
+    {"byterarray", ValueType::Array},  // sic: documents are spelled so
     {"integerarray", ValueType::Array},
     {"doublearray", ValueType::Array},
     {"jsonobject", ValueType::JsonDocument},
     {"json", ValueType::JsonDocument},
 };
 
-/// By the operator's code.
+/// Indexed by the operator.
 constexpr std::string_view kComparisons[] = {
     "none",          "equal", "greater",  "less",     "greater-or-equal",
     "less-or-equal", "like",  "not-like", "not-equal"};

@@ -5,25 +5,24 @@
 #include "Core/ValueTypes.h"
 #include "Data/Structures/ComparisonOperator.h"
 
-/// The names that layer schema documents use.
+/// The names of types and comparisons in layer schema documents.
 namespace Data {
 
-/// The type of columns and of allowed values with that name; Invalid for an
-/// unknown one.
+/// The type of a column or an allowed value; Invalid for an unknown name.
 Core::ValueType TypeOfName(std::string_view name);
 
-/// The name that a column's type is written with.
+/// The name of a column's type.
 /// @throws std::runtime_error "Unsupported schema type! " + type
 std::string_view NameOfType(Core::ValueType type);
 
-/// The name of an allowed value's type. It is "bool" where a column's would be
-/// "boolean"; "null" stands for a value that was never given.
+/// The name of an allowed value's type: as for a column, but "bool" instead of
+/// "boolean", and "null" for Null.
 /// @throws as `NameOfType`
 std::string_view NameOfAllowedType(Core::ValueType type);
 
-/// An unknown name means none.
+/// None for an unknown name.
 Structures::ComparisonOperator ComparisonOfName(std::string_view name);
-/// "none" for a comparison without a name.
+/// "none" for an unknown comparison.
 std::string_view NameOfComparison(Structures::ComparisonOperator comparison);
 
 }  // namespace Data

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Containers/AllowedValueImpl.h"
+#include "Documents/DocumentText.h"
 #include "Documents/JsonReader.h"
 #include "Documents/JsonText.h"
 #include "Platform/Uuids.h"
@@ -42,35 +43,44 @@ class NestingMeter : public rapidjson::BaseReaderHandler<> {
   bool Key(const char* name, std::size_t length, bool copy) {
     return tree_.Key(name, length, copy);
   }
-  bool StartObject() { return Enter() && tree_.StartObject(); }
-  bool EndObject(std::size_t count) { return Leave() && tree_.EndObject(count); }
-  bool StartArray() { return Enter() && tree_.StartArray(); }
-  bool EndArray(std::size_t count) { return Leave() && tree_.EndArray(count); }
+  bool StartObject() {
+    Enter();
+    return tree_.StartObject();
+  }
+  bool EndObject(std::size_t count) {
+    --depth_;
+    return tree_.EndObject(count);
+  }
+  bool StartArray() {
+    Enter();
+    return tree_.StartArray();
+  }
+  bool EndArray(std::size_t count) {
+    --depth_;
+    return tree_.EndArray(count);
+  }
 
  private:
-  bool Enter() {
-    deepest_ = std::max(deepest_, ++depth_);
-    return true;
-  }
-  bool Leave() {
-    --depth_;
-    return true;
-  }
+  void Enter() { deepest_ = std::max(deepest_, ++depth_); }
 
   JsonTree& tree_;
   std::size_t depth_ = 0;
   std::size_t deepest_ = 0;
 };
 
+/// Reads the text of a document into a tree, whose strings are copies.
 /// @return false if the text is not JSON
 /// @throws std::runtime_error if it is nested too deeply
-bool ReadTree(std::string_view text, JsonTree& tree) {
+bool ReadTree(Interfaces::IJsonDocument& document, JsonTree& tree) {
   constexpr std::size_t kDeepest = 1000;
+  const Ptr<Interfaces::IString> content(document.GetContent());
+  if (!content) return false;
+  const impl::DocumentText text(*content);
   bool isJson = false;
   std::size_t deepest = 0;
   const auto read = [&](JsonTree& handler) {
     NestingMeter meter(handler);
-    isJson = impl::ParseJson(text, meter);
+    isJson = impl::ParseJson(impl::JsonTextOf(text.View()), meter);
     deepest = meter.Deepest();
     return isJson;
   };
@@ -78,13 +88,6 @@ bool ReadTree(std::string_view text, JsonTree& tree) {
   if (isJson && deepest > kDeepest)
     throw std::runtime_error("The layer schema document is nested deeper than 1000 levels!");
   return isJson;
-}
-
-/// The text of a document in the encoding that JSON is read in, a zero byte
-/// right behind it.
-std::string_view TextOf(Interfaces::IString* content) {
-  if (!content) return "";
-  return impl::JsonTextOf(Core::Utf8View(*content));
 }
 
 // -- Header --
@@ -154,8 +157,9 @@ constexpr bool kIsOptional = A::kReading == Reading::Optional || A::kReading == 
 template <class A>
 const JsonValue* FindOptional(const JsonValue& object) {
   const JsonValue* member = FindMember(object, A::kKey);
-  const bool isIgnored = A::kReading == Reading::IfText && member && !member->IsString();
-  return isIgnored ? nullptr : member;
+  if constexpr (A::kReading == Reading::IfText)
+    if (member && !member->IsString()) return nullptr;
+  return member;
 }
 
 NewColumn ReadNewColumn(const JsonValue& column) {
@@ -181,10 +185,8 @@ void ReadColumn(const JsonValue& object, SchemaImpl& schema) {
 }  // namespace
 
 Ptr<SchemaImpl> ReadSchema(Interfaces::IJsonDocument& document) {
-  const Ptr<Interfaces::IString> content(document.GetContent());
   JsonTree tree;
-  if (!ReadTree(TextOf(content.Get()), tree) || !tree.IsObject())
-    return Core::MakePtr<SchemaImpl>();
+  if (!ReadTree(document, tree) || !tree.IsObject()) return Core::MakePtr<SchemaImpl>();
   const std::string violations = ViolationsOf(tree);
   const JsonValue* header = FindMember(tree, "schema");
   auto schema =

@@ -6,7 +6,8 @@
 
 namespace Data {
 
-/// The schema of a layer schema document; an empty one if its text is not JSON.
+/// The schema of a layer schema document; an empty one if its text is not a JSON
+/// object.
 /// @throws as `Data_ParseSchema` says
 Core::Ptr<SchemaImpl> ReadSchema(Interfaces::IJsonDocument& document);
 

@@ -115,11 +115,14 @@ void WriteAttribute(Writer& writer, const Column&, const attributes::AllowedValu
 /// @throws std::out_of_range without a required one
 template <class A>
 const typename A::Value* FindToWrite(const Column& column) {
-  if constexpr (A::kWriting == Writing::Required) return &column.Get<A>();
-  const auto* value = column.Find<A>();
-  if constexpr (A::kWriting == Writing::IfNotEmpty)
-    if (value && value->empty()) return nullptr;
-  return value;
+  if constexpr (A::kWriting == Writing::Required) {
+    return &column.Get<A>();
+  } else {
+    const auto* value = column.Find<A>();
+    if constexpr (A::kWriting == Writing::IfNotEmpty)
+      if (value && value->empty()) return nullptr;
+    return value;
+  }
 }
 
 void WriteColumn(Writer& writer, std::string_view name, const Column& column) {

@@ -14,7 +14,7 @@ struct Indentation {
   std::uint32_t count;  ///< characters per level
 };
 
-/// The schema as a layer schema document.
+/// Writes the schema as a layer schema document.
 /// @throws as `ISchema::ToJson` says
 Core::Ptr<Interfaces::IJsonDocument> WriteSchema(const SchemaImpl& schema, Indentation indentation);
 

@@ -74,18 +74,10 @@ TEST(Calendar, CountsEveryDayToTheLastThatTicksReach) {
 }
 
 TEST(Calendar, KnowsItsLandmarks) {
-  const struct {
-    const char* date;
-    std::int64_t ticks;
-  } cases[] = {
-      {"1601-01-01T00:00:00", 0},
-      {"1600-12-31T23:59:59.999", -10'000},
-      {"1970-01-01T00:00:00", 116'444'736'000'000'000},
-      {"9999-12-31T00:00:00", 2'650'466'880'000'000'000},
-      {"0001-01-01T00:00:00", -504'911'232'000'000'000},
-  };
-  for (const auto& c : cases)
-    EXPECT_EQ(DateTimeOf(c.date)->GetFileTime(), static_cast<std::uint64_t>(c.ticks)) << c.date;
+  for (const Case& c : Cases(kDateTimeCases, "ticks"))
+    EXPECT_EQ(static_cast<std::int64_t>(DateTimeOf(c[0])->GetFileTime()),
+              std::stoll(std::string(c[1])))
+        << c.where;
 }
 
 TEST(Calendar, OutOfRangeFieldsCarryOver) {
@@ -117,9 +109,7 @@ TEST(Calendar, TakesAnyFieldsAndAmounts) {
     value->SetMinute(word);
     value->SetSecond(word);
     EXPECT_EQ(value->GetYear(), word);
-    EXPECT_EQ(value->GetSecond(), word);
-    EXPECT_GE(value->GetDayOfWeek(), 1);
-    EXPECT_LE(value->GetDayOfWeek(), 7);
+    EXPECT_LE(value->GetDayOfWeek() - 1u, 6u);
     value->GetWeekOfYear();
     value->GetDayOfYear();
     for (int unit = 0; unit <= 8; ++unit) value->GetStartOf(static_cast<DateTimeUnit>(unit));
@@ -140,14 +130,6 @@ TEST(Calendar, TakesAnyFieldsAndAmounts) {
   }
 }
 
-TEST(Calendar, YearsBeyondTheSignedTicksCountOnInTheUnsignedMember) {
-  const auto value = DateTimeOf("2024-1-1T0");
-  value->SetYear(40000);
-  EXPECT_EQ(value->GetFileTime(),
-            (40000ull - 1600) / 400 * 146097 * kTicksPerDay - 366 * 864'000'000'000)
-      << "1 January 40000";
-}
-
 TEST(Calendar, ImpossibleAmountsMoveToTheBound) {
   const auto value = DateTimeOfTicks(100);
   value->AddHours(std::numeric_limits<double>::quiet_NaN());
@@ -157,6 +139,10 @@ TEST(Calendar, ImpossibleAmountsMoveToTheBound) {
   EXPECT_EQ(TextOf(value), "0000-00-00T00:00:00.000000000Z") << "outside the calendar";
   value->AddTicks(-INT64_MAX);
   EXPECT_EQ(TextOf(value), "1601-01-01T00:00:00.000000000Z") << "and back";
+  value->SetYear(40000);
+  EXPECT_EQ(value->GetFileTime(),
+            (40000ull - 1600) / 400 * 146097 * kTicksPerDay - 366 * kTicksPerDay)
+      << "1 January 40000 does not fit a signed number";
 }
 
 TEST(Calendar, FileTimesBeyondTheCalendarHaveNoFields) {

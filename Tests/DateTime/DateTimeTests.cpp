@@ -28,21 +28,11 @@ TEST(DateTime, FactoriesGiveTheirMoments) {
 }
 
 TEST(DateTime, ConvertsPosixTime) {
-  const struct {
-    std::int64_t seconds;
-    const char* text;
-  } cases[] = {
-      {0, "1970-01-01T00:00:00.000000000Z"},
-      {1731579630, "2024-11-14T10:20:30.000000000Z"},
-      {-1, "1969-12-31T23:59:59.000000000Z"},
-      {-11644473601, "1600-12-31T23:59:59.000000000Z"},
-      {-62135596800, "0001-01-01T00:00:00.000000000Z"},
-      {-62135596801, "0000-00-00T00:00:00.000000000Z"},
-  };
-  for (const auto& c : cases) {
-    const auto value = DateTimeOfPosixTime(c.seconds);
-    EXPECT_EQ(TextOf(value), c.text);
-    EXPECT_EQ(value->ToPosixTime(), c.seconds) << c.text;
+  for (const Case& c : Cases(kDateTimeCases, "seconds")) {
+    const std::int64_t seconds = std::stoll(std::string(c[0]));
+    const auto value = DateTimeOfPosixTime(seconds);
+    EXPECT_EQ(TextOf(value), c[1]) << c.where;
+    EXPECT_EQ(value->ToPosixTime(), seconds) << c.where;
   }
   EXPECT_EQ(DateTimeOfTicks(116444735990000000)->ToPosixTime(), -1);
   EXPECT_EQ(DateTimeOfTicks(116444735990000001)->ToPosixTime(), 0) << "rounded toward zero";

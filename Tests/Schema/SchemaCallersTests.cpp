@@ -16,10 +16,7 @@ struct CallersValue : CallersOwn<IAllowedValue> {
   const char* GetDescription() override { return Text(); }
   const char* GetCategory() override { return Text(); }
   const char* GetHelpUri() override { return Text(); }
-  void GetValue(_VARIANT* out) override {
-    onRead();
-    Core::CopyVariant(&value, out);
-  }
+  void GetValue(_VARIANT* out) override { Core::CopyVariant(&value, out); }
   ComparisonOperator GetComparison() override { return ComparisonOperator{99}; }
   bool GetValueText(IString**, IErrorCode**) override { return false; }
 
@@ -37,58 +34,45 @@ std::function<void()> Once(std::function<void()> call) {
   };
 }
 
-/// A schema with three such values in column "x".
-struct SchemaOfCallersValues {
-  Ptr<ISchema> schema = SchemaWithColumn();
-  CallersValue* value = nullptr;  ///< the first, which the schema alone keeps alive
-
-  SchemaOfCallersValues() {
-    for (int i = 0; i < 3; ++i) {
-      const auto added = Core::MakePtr<CallersValue>();
-      EXPECT_TRUE(schema->AddAllowedValue("x", added.Get(), nullptr));
-      if (i == 0) value = added.Get();
-    }
-  }
-};
+/// Adds one to column "x", which alone keeps it alive.
+CallersValue* AddCallersValue(ISchema& schema) {
+  const auto value = Core::MakePtr<CallersValue>();
+  EXPECT_TRUE(schema.AddAllowedValue("x", value.Get(), nullptr));
+  return value.Get();
+}
 
 }  // namespace
 
 TEST(SchemaCallers, TextsThatAreNullAreEmpty) {
-  const SchemaOfCallersValues s;
-  const std::string json = JsonOf(*s.schema);
-  EXPECT_NE(json.find(R"({"value":"the value that a schema allows","type":"string",)"
-                      R"("comparison":"none","displayName":"","description":"","category":"",)"
-                      R"("helpUri":""})"),
-            json.npos)
-      << json;
+  const auto schema = SchemaWithColumn();
+  AddCallersValue(*schema);
+  const char* const written =
+      R"({"value":"the value that a schema allows","type":"string","comparison":"none",)"
+      R"("displayName":"","description":"","category":"","helpUri":""})";
+  EXPECT_NE(JsonOf(*schema).find(written), std::string::npos) << JsonOf(*schema);
 }
 
 TEST(SchemaCallers, AValueMayChangeTheListThatIsRead) {
-  const struct {
-    const char* what;
-    std::function<void(ISchema&)> read;
-  } cases[] = {
-      {"listed", [](ISchema& schema) { AllowedValues(schema, "x"); }},
-      {"cloned",
-       [](ISchema& schema) {
-         Ptr<ISchema> clone;
-         EXPECT_TRUE(schema.Clone(clone.Receive(), nullptr));
-       }},
-      {"written", [](ISchema& schema) { EXPECT_EQ(JsonOf(schema)[0], '{'); }},
+  using Use = void (*)(ISchema&);
+  const Use list = [](ISchema& schema) { AllowedValues(schema, "x"); };
+  const Use write = [](ISchema& schema) { EXPECT_EQ(JsonOf(schema)[0], '{'); };
+  const Use clone = [](ISchema& schema) {
+    Ptr<ISchema> copy;
+    EXPECT_TRUE(schema.Clone(copy.Receive(), nullptr));
   };
-  for (const auto& c : cases) {
-    const SchemaOfCallersValues cleared, grown;
-    cleared.value->onAddReference = cleared.value->onRead =
-        Once([&] { EXPECT_TRUE(cleared.schema->ClearAllowedValues("x", nullptr)); });
-    c.read(*cleared.schema);
-    EXPECT_TRUE(AllowedValues(*cleared.schema, "x").empty()) << c.what;
-    grown.value->onAddReference = grown.value->onRead = Once([&] {
-      for (int i = 0; i < 100; ++i)
-        EXPECT_TRUE(grown.schema->AddAllowedValue("x", AllowedValue(i).Get(), nullptr));
-    });
-    c.read(*grown.schema);
-    EXPECT_EQ(AllowedValues(*grown.schema, "x").size(), 103u) << c.what;
-  }
+  const Use clear = [](ISchema& schema) { EXPECT_TRUE(schema.ClearAllowedValues("x", nullptr)); };
+  const Use grow = [](ISchema& schema) {
+    for (int i = 0; i < 100; ++i) AddCallersValue(schema);
+  };
+  for (const Use read : {list, write, clone})
+    for (const Use change : {clear, grow}) {
+      const auto schema = SchemaWithColumn();
+      auto* const value = AddCallersValue(*schema);
+      AddCallersValue(*schema);
+      value->onAddReference = value->onRead = Once([&] { change(*schema); });
+      read(*schema);
+      EXPECT_EQ(AllowedValues(*schema, "x").size(), change == clear ? 0u : 102u);
+    }
 }
 
 TEST(SchemaCallers, AValueMayUseTheListThatItIsAddedTo) {

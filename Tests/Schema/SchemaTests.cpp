@@ -60,19 +60,19 @@ constexpr char kColumn[] =
 
 std::string DocumentOf(const std::string& columns) { return kHeader + columns + "]}"; }
 
+std::string Replaced(std::string text, std::string_view part, std::string_view by) {
+  return text.replace(text.find(part), part.size(), by);
+}
+
 }  // namespace
 
 TEST(Schema, StartsWithAHeaderAndNoColumns) {
   const auto schema = NewSchema();
-  EXPECT_STREQ(schema->GetTitle(), "Roads");
-  EXPECT_STREQ(schema->GetDescription(), "All roads");
-  EXPECT_EQ(schema->GetVersion(), 1);
-  EXPECT_STREQ(schema->GetIdentifierColumn(), "");
-  EXPECT_EQ(ColumnNames(*schema), Names{});
+  EXPECT_EQ(JsonOf(*schema), Replaced(DocumentOf(""), R"("x")", R"("")"));
   EXPECT_TRUE(schema->CheckConsistency(nullptr));
   _UUID uuid{};
   EXPECT_TRUE(schema->GetUuid(&uuid, nullptr));
-  EXPECT_EQ(std::memcmp(&uuid, &kSomeUuid, sizeof uuid), 0);
+  EXPECT_EQ(Core::ToText(Variant(uuid)), Core::ToText(Variant(kSomeUuid)));
 }
 
 TEST(Schema, NullChangesNoTitleButEmptiesTheIdentifierColumn) {
@@ -101,28 +101,27 @@ TEST(Schema, NullChangesNoTitleButEmptiesTheIdentifierColumn) {
 
 TEST(Schema, EachAttributeHasItsSetterAndGetter) {
   ForEachAttribute([]<class Value>(const Attribute<Value>& c) {
+    SCOPED_TRACE(c.what);
     const auto schema = NewSchema();
     const auto read = [&](const char* name) {
       return Failure([&](IErrorCode** error) { return ((*schema).*c.get)(name, error); });
     };
-    EXPECT_EQ(read("x"), kMissing) << c.what;
-    EXPECT_EQ(schema->GetColumnCount(), 0u) << c.what << ": a getter adds no column";
-    EXPECT_EQ(read(nullptr), kNullText) << c.what;
-    EXPECT_FALSE(((*schema).*c.set)(nullptr, c.other, nullptr)) << c.what;
-    EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)) << c.what;
+    EXPECT_EQ(read("x"), kMissing);
+    EXPECT_EQ(schema->GetColumnCount(), 0u) << "a getter adds no column";
+    EXPECT_EQ(read(nullptr), kNullText);
+    EXPECT_FALSE(((*schema).*c.set)(nullptr, c.other, nullptr));
+    EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr));
     const Value stored = ((*schema).*c.get)("x", nullptr);
     if constexpr (std::is_same_v<Value, const char*>) {
-      EXPECT_STREQ(stored, c.other) << c.what;
-      EXPECT_EQ(Failure([&](IErrorCode** e) { return ((*schema).*c.set)("y", nullptr, e); }),
-                kNullText);
+      EXPECT_STREQ(stored, c.other);
+      EXPECT_FALSE(((*schema).*c.set)("y", nullptr, nullptr));
     } else {
-      EXPECT_EQ(stored, c.other) << c.what;
+      EXPECT_EQ(stored, c.other);
     }
-    EXPECT_EQ(ColumnNames(*schema), Names{"x"}) << c.what << ": a setter adds the column";
-    EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->CheckConsistency(error); }),
-              kMissing)
-        << c.what << ": which has nothing else";
-    EXPECT_EQ(JsonOf(*schema), kMissing) << c.what;
+    EXPECT_EQ(ColumnNames(*schema), Names{"x"}) << "a setter adds the column, with nothing else";
+    const auto check = [&](IErrorCode** error) { return schema->CheckConsistency(error); };
+    EXPECT_EQ(Failure(check), kMissing);
+    EXPECT_EQ(JsonOf(*schema), kMissing);
   });
 }
 
@@ -131,26 +130,23 @@ TEST(Schema, AddColumnSetsWhatASetterAloneDoesNot) {
   EXPECT_EQ(JsonOf(*schema), DocumentOf(kColumn));
   EXPECT_TRUE(schema->CheckConsistency(nullptr));
   EXPECT_TRUE(AllowedValues(*schema, "x").empty());
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->GetNullable("x", error); }), kMissing);
-  EXPECT_EQ(Failure([&](IErrorCode** error) { return schema->GetUnit("x", error); }), kMissing);
+  const auto get = [&](IErrorCode** error) { return schema->GetNullable("x", error); };
+  EXPECT_EQ(Failure(get), kMissing);
 
   EXPECT_TRUE(schema->SetWidth("y", 1, nullptr));
-  for (const auto& [has, isAdded] : {std::pair{&ISchema::HasAllowedValues, true},
-                                     {&ISchema::HasDefaultValue, true},
-                                     {&ISchema::HasUpdateExpression, false},
-                                     {&ISchema::HasInsertExpression, false},
-                                     {&ISchema::HasUnit, false}}) {
-    EXPECT_EQ(((*schema).*has)("x"), isAdded);
-    for (const char* name : {"y", "X", "unknown", static_cast<const char*>(nullptr)})
+  for (const auto has : {&ISchema::HasAllowedValues, &ISchema::HasDefaultValue}) {
+    EXPECT_TRUE(((*schema).*has)("x"));
+    for (const char* name : {"y", "X", static_cast<const char*>(nullptr)})
       EXPECT_FALSE(((*schema).*has)(name)) << "names are compared byte by byte";
   }
-  EXPECT_TRUE(schema->SetUnit("x", "", nullptr));
-  EXPECT_TRUE(schema->HasUnit("x")) << "an empty text is set too";
-  EXPECT_TRUE(schema->SetUpdateExpression("x", "a", nullptr));
-  EXPECT_TRUE(schema->HasUpdateExpression("x"));
-  EXPECT_FALSE(schema->HasInsertExpression("x"));
-  EXPECT_TRUE(schema->SetInsertExpression("x", "a", nullptr));
-  EXPECT_TRUE(schema->HasInsertExpression("x"));
+  for (const auto& [has, set] :
+       {std::pair{&ISchema::HasUpdateExpression, &ISchema::SetUpdateExpression},
+        {&ISchema::HasInsertExpression, &ISchema::SetInsertExpression},
+        {&ISchema::HasUnit, &ISchema::SetUnit}}) {
+    EXPECT_FALSE(((*schema).*has)("x"));
+    EXPECT_TRUE(((*schema).*set)("x", "", nullptr));
+    EXPECT_TRUE(((*schema).*has)("x")) << "an empty text is set too";
+  }
 }
 
 TEST(Schema, EveryTypeHasANameAndADefaultValue) {
@@ -160,10 +156,8 @@ TEST(Schema, EveryTypeHasANameAndADefaultValue) {
     ASSERT_EQ(Core::GetValueTypeName(type), c[0]) << c.where;
     const auto schema = SchemaWithColumn(type);
     const std::string json = JsonOf(*schema), key = R"("type":")";
-    const auto name = json.find(key);
-    EXPECT_EQ(name == json.npos ? json : json.substr(name + key.size()).substr(0, c[1].size()),
-              c[1])
-        << c.where;
+    const auto name = json.find(key) == json.npos ? 0 : json.find(key) + key.size();
+    EXPECT_EQ(json.substr(name, c[1].size()), c[1]) << c.where;
     const Variant value = DefaultValue(*schema, "x");
     EXPECT_EQ(Core::GetValueTypeName(value.Type()), c[2]) << c.where;
     EXPECT_EQ(Core::ToText(value).substr(0, c[3].size()), c[3]) << c.where;
@@ -173,51 +167,40 @@ TEST(Schema, EveryTypeHasANameAndADefaultValue) {
   }
   EXPECT_EQ(code, 28u);
   EXPECT_TRUE(DefaultValue(*SchemaWithColumn(ValueType{99}), "x").IsNull());
-  EXPECT_TRUE(DefaultValue(*SchemaWithColumn(ValueType::XmlDocument), "x")
-                  .As<Ptr<IXmlDocument>>()
-                  ->IsValid());
 }
 
 TEST(Schema, AddColumnAgainKeepsThePositionAndWhatItNeverSets) {
   const auto schema = SchemaWithColumn();
-  EXPECT_TRUE(schema->SetWidth("later", 1, nullptr));
-  EXPECT_TRUE(schema->SetType("later", ValueType::Bool, nullptr));
+  EXPECT_TRUE(schema->AddColumn("later", ValueType::Int64, 5, 2, nullptr));
   ForEachAttribute([&](const auto& c) { EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)); });
   EXPECT_TRUE(schema->AddAllowedValue("x", AllowedValue(1).Get(), nullptr));
   // The name may come from the schema's own texts.
   const char* const name = schema->GetGroup("x", nullptr);
   EXPECT_TRUE(schema->AddColumn(name, ValueType::Int64, 5, 2, nullptr));
   EXPECT_EQ(ColumnNames(*schema), (Names{"x", "later"}));
-  EXPECT_TRUE(schema->AddColumn("later", ValueType::Int64, 5, 2, nullptr));
-  std::string kept = kColumn;
-  kept.insert(kept.find(R"("width")"),
-              R"("updateExpression":"u","insertExpression":"i","unit":"m",)");
-  kept.insert(kept.size() - 1, R"(,"nullable":true)");
-  EXPECT_EQ(JsonOf(*schema).find(DocumentOf(kept).substr(0, sizeof kHeader + kept.size() - 1)), 0u)
-      << JsonOf(*schema);
+  const std::string left = R"("updateExpression":"u","insertExpression":"i","unit":"m","width")";
+  const std::string again = Replaced(Replaced(kColumn, R"("width")", left), R"("visible":true)",
+                                     R"("visible":true,"nullable":true)");
+  EXPECT_EQ(JsonOf(*schema).find(again), sizeof kHeader - 1) << JsonOf(*schema);
 }
 
 TEST(Schema, AddColumnWithTextsSetsThem) {
-  const auto schema = NewSchema();
-  EXPECT_TRUE(schema->AddColumnWithText("x", "g", "n", ValueType::Int32, "d", "m", nullptr));
-  EXPECT_TRUE(schema->AddColumnFull("b", "g", "n", ValueType::Int32, 7, 3, "d", "m", nullptr));
-  const std::string common = R"(,"group":"g","displayName":"n","description":"d","helpUri":"",)"
-                             R"("type":"integer","defaultValue":"0","unit":"m",)";
-  const std::string flags = R"(,"readOnly":false,"allowAnyValue":true,"displayAttribute":false,)"
-                            R"("visible":true})";
-  EXPECT_EQ(JsonOf(*schema),
-            DocumentOf(R"({"name":"x")" + common + R"("width":-1,"decimals":-1)" + flags +
-                       R"(,{"name":"b")" + common + R"("width":7,"decimals":3)" + flags));
+  const auto full = NewSchema(), unlimited = NewSchema();
+  EXPECT_TRUE(full->AddColumnFull("x", "g", "n", ValueType::Int64, 5, 2, "d", "m", nullptr));
+  EXPECT_TRUE(unlimited->AddColumnWithText("x", "g", "n", ValueType::Int64, "d", "m", nullptr));
+  std::string column = Replaced(kColumn, "Attribute Properties", "g");
+  column = Replaced(column, R"("x","description":"")", R"("n","description":"d")");
+  column = Replaced(column, R"("width")", R"("unit":"m","width")");
+  EXPECT_EQ(JsonOf(*full), DocumentOf(column));
+  EXPECT_EQ(JsonOf(*unlimited),
+            DocumentOf(Replaced(column, R"(5,"decimals":2)", R"(-1,"decimals":-1)")));
   for (int missing = 0; missing < 5; ++missing) {
     const auto text = [&](int index) { return index == missing ? nullptr : "c"; };
-    const auto add = [&](IErrorCode** error) {
-      return schema->AddColumnWithText(text(0), text(1), text(2), ValueType::Bool, text(3), text(4),
-                                       error);
-    };
-    EXPECT_EQ(Failure(add), kNullText);
+    EXPECT_FALSE(full->AddColumnWithText(text(0), text(1), text(2), ValueType::Bool, text(3),
+                                         text(4), nullptr));
   }
-  EXPECT_FALSE(schema->AddColumn(nullptr, ValueType::Bool, 0, 0, nullptr));
-  EXPECT_EQ(schema->GetColumnCount(), 2u);
+  EXPECT_FALSE(full->AddColumn(nullptr, ValueType::Bool, 0, 0, nullptr));
+  EXPECT_EQ(full->GetColumnCount(), 1u);
 }
 
 TEST(Schema, DefaultValuesShareTheirObjects) {
@@ -237,15 +220,11 @@ TEST(Schema, DefaultValuesShareTheirObjects) {
   EXPECT_EQ(ReferencesTo(array), 2u);
 
   const Variant undefined = Record(ValueType{28}, Core::StorageForm::Reference, 1);
-  const auto set = [&](const char* name, const _VARIANT* record) {
-    return Failure(
-        [&](IErrorCode** error) { return schema->SetDefaultValue(name, record, error); });
-  };
-  EXPECT_EQ(set(nullptr, &value), kNullText);
-  EXPECT_EQ(set("y", nullptr), kNullRecord);
-  EXPECT_EQ(set("y", &undefined), kUndefinedRecord);
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->GetDefaultValue("x", nullptr, e); }),
-            kNullRecord);
+  const auto set = [&](IErrorCode** e) { return schema->SetDefaultValue("y", &undefined, e); };
+  EXPECT_EQ(Failure(set), kUndefinedRecord);
+  EXPECT_FALSE(schema->SetDefaultValue(nullptr, &value, nullptr));
+  EXPECT_FALSE(schema->SetDefaultValue("y", nullptr, nullptr));
+  EXPECT_FALSE(schema->GetDefaultValue("x", nullptr, nullptr));
   EXPECT_EQ(Core::ToText(DefaultValue(*schema, "x")), "text");
   EXPECT_EQ(schema->GetColumnCount(), 1u) << "a failure adds no column";
 }
@@ -287,13 +266,10 @@ TEST(Schema, ListsOfAllowedValues) {
   EXPECT_FALSE(schema->ClearAllowedValues(nullptr, nullptr));
   EXPECT_FALSE(schema->AddAllowedValue(nullptr, first.Get(), nullptr));
   EXPECT_FALSE(schema->SetAllowedValues(nullptr, nullptr, nullptr));
-  EXPECT_EQ(Failure([&](IErrorCode** e) { return schema->AddAllowedValue("a", nullptr, e); }),
-            "Pointer of struct Data::Interfaces::IAllowedValue must not be null!");
-  EXPECT_EQ(Failure([&](IErrorCode** error) {
-              Ptr<IObjectList> out;
-              return schema->GetAllowedValues("a", out.Receive(), error);
-            }),
-            kMissing);
+  EXPECT_FALSE(schema->AddAllowedValue("a", nullptr, nullptr));
+  Ptr<IObjectList> none;
+  const auto get = [&](IErrorCode** e) { return schema->GetAllowedValues("a", none.Receive(), e); };
+  EXPECT_EQ(Failure(get), kMissing);
   EXPECT_EQ(ColumnNames(*schema), (Names{"x", "y", "z"}));
 }
 
@@ -310,29 +286,13 @@ TEST(Schema, ClonesEverythingButTheIdentifier) {
   EXPECT_TRUE(schema->Clone(same.Receive(), nullptr));
   EXPECT_TRUE(schema->CloneWithUuid(&zero, renamed.Receive(), nullptr));
   EXPECT_EQ(AllowedValues(*same, "x"), std::vector{allowed}) << "the very same object";
-  std::string json = JsonOf(*schema);
-  EXPECT_EQ(JsonOf(*same), json);
-  EXPECT_EQ(JsonOf(*renamed), json.replace(json.find("6b29fc40-ca47-1067-b31d-00dd010662da"), 36,
-                                           "00000000-0000-0000-0000-000000000000"));
+  EXPECT_EQ(JsonOf(*same), JsonOf(*schema));
+  EXPECT_EQ(JsonOf(*renamed), Replaced(JsonOf(*schema), Core::ToText(Variant(kSomeUuid)),
+                                       Core::ToText(Variant(zero))));
   EXPECT_TRUE(same->SetWidth("new", 1, nullptr));
   EXPECT_TRUE(renamed->SetWidth("x", 1, nullptr));
   EXPECT_EQ(schema->GetColumnCount(), 1u) << "a clone has its own columns";
   EXPECT_EQ(schema->GetWidth("x", nullptr), -3);
-}
-
-TEST(Schema, KeepsTheOrderOfManyColumns) {
-  const auto schema = NewSchema();
-  const auto name = [](int i) { return "column " + std::to_string(i * 7919 % 5000); };
-  for (int i = 0; i < 5000; ++i) EXPECT_TRUE(schema->SetWidth(name(i).c_str(), i, nullptr));
-  Ptr<ISchema> clone;
-  EXPECT_TRUE(schema->Clone(clone.Receive(), nullptr));
-  const auto names = ColumnNames(*clone);
-  ASSERT_EQ(names.size(), 5000u);
-  for (int i = 0; i < 5000; ++i) {
-    const std::string& found = names[static_cast<std::size_t>(i)];
-    ASSERT_EQ(found, name(i));
-    ASSERT_EQ(clone->GetWidth(found.c_str(), nullptr), i);
-  }
 }
 
 }  // namespace Data::tests

@@ -11,31 +11,42 @@ struct IAllowedValue;
 struct IJsonDocument;
 struct IObjectList;
 
-/// The description of a map layer's attribute table: a header, and columns in
-/// order with their types, display rules, edit rules and allowed values.
+/// Describes the attribute table of a map layer: a header, and an ordered list of
+/// columns with their types, display rules, edit rules and allowed values.
 ///
-/// A column exists from the first operation that names it in order to change
-/// something; columns are never removed. `AddColumn` gives it every attribute,
-/// a setter only its own. The first column ever named becomes the identifier
-/// column, unless one was set before. Names are compared byte by byte.
+/// Columns. An operation that changes a column first adds it if it does not exist.
+/// Columns are never removed. `AddColumn` sets every attribute that is not said to
+/// be left out, a setter only its own. The first column added becomes the
+/// identifier column, unless one was set before. Names are compared byte by byte.
 ///
-/// Texts are zero-terminated UTF-8: arguments are copied; results belong to the
-/// schema and stay valid until the attribute changes or the schema ends.
+/// Texts are zero-terminated UTF-8. Arguments are copied. A returned text belongs
+/// to the schema and is valid until that text is set again or the schema ends.
 ///
-/// Operations with an `error` argument never throw and give false, 0 or null on
-/// failure:
+/// Failures. An operation with an `error` argument never throws. It returns false,
+/// 0 or null on failure, and its error says why:
 ///   - "Pointer of char must not be null!" for a null name or text,
 ///     "Pointer of " + type + " must not be null!" for another null argument;
-///   - "invalid unordered_map<K, T> key" when the column does not have the
-///     attribute that is read;
+///   - "invalid unordered_map<K, T> key" if there is no such column, or the column
+///     does not have the attribute that is read;
 ///   - "Pointer to a pointer of " + type + " must not be null! Address of return
 ///     must be specified!" and "Pointer of " + type + " must be null in order to
 ///     avoid memory leaks!" for a bad out-pointer.
-/// A failed operation changes nothing. One thread at a time.
+/// A failed operation changes nothing: no column, attribute or out-argument.
+/// `SetTitle`, `SetDescription` and `SetIdentifierColumn` throw std::bad_alloc and
+/// leave the text as it was; the other operations without `error` never fail.
+///
+/// Callbacks. Allowed values, lists, documents and objects in default values may be
+/// the caller's own, and their code may use the schema while the schema calls it.
+/// The schema holds what it calls, and releases what it replaces after the change
+/// is complete. A null text of such an object counts as empty.
+///
+/// Threads. Not synchronised: concurrent reads are safe, a change needs exclusive
+/// access; a text object in a default value has the rules of `IString`. Take `Lock`
+/// around shared use. Reference counting is atomic.
 struct ISchema : Core::IObject {
-  // -- What a column has; false for an unknown and for a null name --
+  // -- Whether a column has an attribute; false for an unknown or a null name --
 
-  virtual bool HasAllowedValues(const char* name) = 0;     ///< Slot 6. A list, maybe empty.
+  virtual bool HasAllowedValues(const char* name) = 0;     ///< Slot 6. True for an empty list.
   virtual bool HasDefaultValue(const char* name) = 0;      ///< Slot 7.
   virtual bool HasUpdateExpression(const char* name) = 0;  ///< Slot 8.
   virtual bool HasInsertExpression(const char* name) = 0;  ///< Slot 9.
@@ -58,19 +69,19 @@ struct ISchema : Core::IObject {
 
   // -- Allowed values --
 
-  /// Slot 17. Releases the allowed values of a column, which keeps an empty list.
+  /// Slot 17. Empties the list of allowed values and releases them.
   virtual bool ClearAllowedValues(const char* name, Core::IErrorCode** error) = 0;
   /// Slot 18. Appends a value and adds a reference to it.
   virtual bool AddAllowedValue(const char* name, IAllowedValue* value,
                                Core::IErrorCode** error) = 0;
-  /// Slot 19. Replaces the allowed values by those of a list; null empties it.
+  /// Slot 19. Replaces the allowed values with those of a list; null for none.
   /// Fails with "Null pointer exception! Interface is not accessible: struct
   /// Core::IObject" for a null entry, "Cannot cast to desired interface: ..."
   /// for one that is no `IAllowedValue`.
   virtual bool SetAllowedValues(const char* name, IObjectList* values,
                                 Core::IErrorCode** error) = 0;
-  /// Slot 20. A new list of the allowed values, which the caller releases; the
-  /// objects are those of the schema.
+  /// Slot 20. A new list of the allowed values, which the caller releases. It
+  /// shares the schema's objects.
   virtual bool GetAllowedValues(const char* name, IObjectList** out, Core::IErrorCode** error) = 0;
 
   // -- Attributes of a column, each with its setter and its getter --
@@ -92,16 +103,16 @@ struct ISchema : Core::IObject {
                                Core::IErrorCode** error) = 0;
   virtual bool GetDefaultValue(const char* name, Structures::_VARIANT* out,
                                Core::IErrorCode** error) = 0;
-  /// Slots 25 and 26. Evaluated by applications when other attributes or the
-  /// geometry change. `AddColumn` sets none.
+  /// Slots 25 and 26. Applications evaluate it when other attributes or the
+  /// geometry change. `AddColumn` leaves it out.
   virtual bool SetUpdateExpression(const char* name, const char* expression,
                                    Core::IErrorCode** error) = 0;
   virtual const char* GetUpdateExpression(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 27 and 28. Unit of measurement. `AddColumn` sets none.
+  /// Slots 27 and 28. The unit of measurement. `AddColumn` leaves it out.
   virtual bool SetUnit(const char* name, const char* unit, Core::IErrorCode** error) = 0;
   virtual const char* GetUnit(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 29 and 30. Evaluated by applications for a new feature. `AddColumn`
-  /// sets none.
+  /// Slots 29 and 30. Applications evaluate it for a new feature. `AddColumn`
+  /// leaves it out.
   virtual bool SetInsertExpression(const char* name, const char* expression,
                                    Core::IErrorCode** error) = 0;
   virtual const char* GetInsertExpression(const char* name, Core::IErrorCode** error) = 0;
@@ -109,13 +120,14 @@ struct ISchema : Core::IObject {
   /// `AddColumn` sets true.
   virtual bool SetAllowAnyValue(const char* name, bool allowAnyValue, Core::IErrorCode** error) = 0;
   virtual bool GetAllowAnyValue(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 33 and 34. The most characters; -1 for no limit.
+  /// Slots 33 and 34. The maximum number of characters; -1 for no limit.
   virtual bool SetWidth(const char* name, int32_t width, Core::IErrorCode** error) = 0;
   virtual int32_t GetWidth(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 35 and 36. Digits behind the decimal point; -1 for no limit.
+  /// Slots 35 and 36. The number of decimals; -1 for no limit.
   virtual bool SetDecimals(const char* name, int32_t decimals, Core::IErrorCode** error) = 0;
   virtual int32_t GetDecimals(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 37 and 38. The storage type. The default value stays as it is.
+  /// Slots 37 and 38. The storage type. Setting it does not convert the default
+  /// value. The getter gives Unknown on failure.
   virtual bool SetType(const char* name, Structures::ValueType type, Core::IErrorCode** error) = 0;
   virtual Structures::ValueType GetType(const char* name, Core::IErrorCode** error) = 0;
   /// Slots 39 and 40. Whether users may not edit the values. `AddColumn` sets false.
@@ -125,25 +137,26 @@ struct ISchema : Core::IObject {
   virtual bool SetDisplayName(const char* name, const char* displayName,
                               Core::IErrorCode** error) = 0;
   virtual const char* GetDisplayName(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 43 and 44. Groups columns in a form. `AddColumn` sets "Attribute
-  /// Properties".
+  /// Slots 43 and 44. The group of columns that it is shown in. `AddColumn` sets
+  /// "Attribute Properties".
   virtual bool SetGroup(const char* name, const char* group, Core::IErrorCode** error) = 0;
   virtual const char* GetGroup(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 45 and 46. Where to read more. `AddColumn` sets "".
+  /// Slots 45 and 46. The address of a help page. `AddColumn` sets "".
   virtual bool SetHelpUri(const char* name, const char* helpUri, Core::IErrorCode** error) = 0;
   virtual const char* GetHelpUri(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 47 and 48. Shown among the attributes. `AddColumn` sets true.
+  /// Slots 47 and 48. Whether users see the attribute. `AddColumn` sets true.
   virtual bool SetVisible(const char* name, bool visible, Core::IErrorCode** error) = 0;
   virtual bool GetVisible(const char* name, Core::IErrorCode** error) = 0;
-  /// Slots 49 and 50. Part of the feature's caption. `AddColumn` sets false.
+  /// Slots 49 and 50. Whether the value is part of the feature's caption.
+  /// `AddColumn` sets false.
   virtual bool SetDisplayAttribute(const char* name, bool displayAttribute,
                                    Core::IErrorCode** error) = 0;
   virtual bool GetDisplayAttribute(const char* name, Core::IErrorCode** error) = 0;
 
   // -- Adding columns --
 
-  /// Slot 51. `AddColumn` of width and decimals -1, then description, unit,
-  /// group and display name as given.
+  /// Slot 51. As `AddColumn` with width and decimals -1, but with the given
+  /// description, unit, group and display name.
   virtual bool AddColumnWithText(const char* name, const char* group, const char* displayName,
                                  Structures::ValueType type, const char* description,
                                  const char* unit, Core::IErrorCode** error) = 0;
@@ -152,50 +165,54 @@ struct ISchema : Core::IObject {
                              Structures::ValueType type, int32_t width, int32_t decimals,
                              const char* description, const char* unit,
                              Core::IErrorCode** error) = 0;
-  /// Slot 53. Appends a column with the attributes said above and no allowed
-  /// values. A column that exists keeps its place and its unit, expressions and
-  /// nullable flag; everything else is set anew.
+  /// Slot 53. Adds a column with the attributes stated above and no allowed values.
+  /// An existing column keeps its position, unit, expressions and nullable flag;
+  /// all its other attributes are replaced.
   virtual bool AddColumn(const char* name, Structures::ValueType type, int32_t width,
                          int32_t decimals, Core::IErrorCode** error) = 0;
 
   // -- Version and documents --
 
   virtual void SetVersion(int32_t version) = 0;  ///< Slot 54.
-  virtual int32_t GetVersion() = 0;              ///< Slot 55. At first 1.
+  virtual int32_t GetVersion() = 0;              ///< Slot 55. Initially 1.
   /// Slot 56. The schema as a new JSON document, which the caller releases.
-  /// @param indentCharacter  space, tab, CR or LF; 0 means four spaces
+  /// The text of a Null is empty; the reader makes it Null again, except in a
+  /// String column.
+  /// @param indentCharacter  space, tab, CR or LF; 0 for four spaces per level
   /// @param indentCount      characters per level, at most 1000
-  /// Fails with "invalid unordered_map<K, T> key" when a column lacks something
-  /// that `AddColumn` sets other than the list of allowed values, "Unsupported
-  /// schema type! " + type for a column or an allowed value of a type that
-  /// documents have no name for, "Unsupported indentation! ..." for a bad
-  /// indentation.
+  ///
+  /// Fails with "invalid unordered_map<K, T> key" if a column lacks an attribute
+  /// that `AddColumn` sets, the list of allowed values excepted; with "Unsupported
+  /// schema type! " + type if documents have no name for the type of a column or an
+  /// allowed value; with "Unsupported indentation! Use at most 1000 spaces, tabs or
+  /// line breaks per level." for another indentation.
   virtual bool ToJson(IJsonDocument** out, char indentCharacter, uint32_t indentCount,
                       Core::IErrorCode** error) = 0;
-  /// Slot 57. The JSON schema (draft 7) of layer schema documents as a new
+  /// Slot 57. The JSON schema (draft-07) of layer schema documents as a new
   /// document, which the caller releases.
   virtual bool GetJsonSchema(IJsonDocument** out, Core::IErrorCode** error) = 0;
-  /// Slot 58. Fails with "invalid unordered_map<K, T> key" when some column
-  /// lacks an attribute that `AddColumn` sets.
+  /// Slot 58. Fails with "invalid unordered_map<K, T> key" if a column lacks an
+  /// attribute that `AddColumn` sets.
   virtual bool CheckConsistency(Core::IErrorCode** error) = 0;
 
   // -- Copies and identity --
 
-  /// Slot 59. A new schema with that identifier and everything else as here;
-  /// allowed values and objects of default values are shared.
+  /// Slot 59. A new schema with the given identifier, otherwise a copy of this
+  /// one, which the caller releases. Allowed values and objects in default values
+  /// are shared.
   virtual bool CloneWithUuid(const Structures::_UUID* uuid, ISchema** out,
                              Core::IErrorCode** error) = 0;
-  /// Slot 60. As `CloneWithUuid`, with this schema's identifier.
+  /// Slot 60. As `CloneWithUuid` with this schema's identifier.
   virtual bool Clone(ISchema** out, Core::IErrorCode** error) = 0;
   /// Slot 61.
   virtual bool GetUuid(Structures::_UUID* out, Core::IErrorCode** error) = 0;
 
-  /// Slots 62 and 63. Whether a value may be null. `AddColumn` sets none; not
-  /// read from documents.
+  /// Slots 62 and 63. Whether a value may be null. `AddColumn` leaves it out, and
+  /// it is written to documents but not read from them.
   virtual bool SetNullable(const char* name, bool nullable, Core::IErrorCode** error) = 0;
   virtual bool GetNullable(const char* name, Core::IErrorCode** error) = 0;
 
-  /// Slot 64. The column that identifies a feature.
+  /// Slot 64. The name of the column that identifies a feature; empty for none.
   virtual const char* GetIdentifierColumn() = 0;
   /// Slot 65. Null empties it.
   virtual void SetIdentifierColumn(const char* name) = 0;

@@ -4,8 +4,7 @@
 
 namespace Data::Structures {
 
-/// The precision of a date-time comparison, or the period to whose start a
-/// date-time is rounded.
+/// The precision of a comparison of date-times, or a period of the calendar.
 enum class DateTimeUnit : int32_t {
   Year = 0,
   Month = 1,
