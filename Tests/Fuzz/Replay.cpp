@@ -1,4 +1,5 @@
-// Stands in for the fuzzer's main program: runs the target once for every input of its corpus.
+// Stands in for the fuzzer's main program: FuzzCsvTests runs its target once for every input of
+// the corpus Fuzz/Csv.txt.
 
 #include <cstdio>
 
@@ -6,8 +7,11 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size);
 
-int main() {
-  for (const auto& input : Data::tests::Cases(LAYERDATA_CORPUS, "inputs"))
+int main(int, char** arguments) {
+  std::string name(arguments[0]);
+  name.erase(0, name.rfind("Fuzz") + 4);
+  name.resize(name.rfind("Tests"));
+  for (const auto& input : Data::tests::Cases(("Fuzz/" + name + ".txt").c_str(), "inputs"))
     LLVMFuzzerTestOneInput(input[0].data(), input[0].size());
-  std::puts("[       OK ] " LAYERDATA_CORPUS " (0 ms)");
+  std::printf("[       OK ] Fuzz.%s (0 ms)\n", name.c_str());
 }
