@@ -1,4 +1,4 @@
-#include "Callers.h"
+#include "CallersText.h"
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
@@ -7,72 +7,37 @@ using Structures::MergeMode;
 
 namespace {
 
-/// What a program's own objects do while the library uses them: once, at the n-th use.
+/// What a program's own texts do while the library uses them: once, at the n-th use.
 struct Script {
   int usesLeft = 0;
   std::function<void()> action;
-  int objects = 0;
 
   void Use() {
     if (usesLeft > 0 && --usesLeft == 0) action();
   }
 };
 
-class CallingText final : public CallersOwn<IString> {
- public:
-  CallingText(Script& script, std::string text) : script_(script), text_(std::move(text)) {
-    ++script_.objects;
-    onAddReference = onRelease = [&script] { script.Use(); };
-  }
-  ~CallingText() override { --script_.objects; }
-
-  void SetWide(const char16_t*, std::uint64_t) override {}
-  void SetMultiByte(const char*, std::uint64_t, std::uint32_t) override {}
-  void SetUtf8(const char*, std::uint64_t) override {}
-  void* Clear() override { return nullptr; }
-  const char* GetMultiByte(std::uint32_t) override { return GetUtf8(); }
-  const char* GetUtf8() override {
-    script_.Use();
-    return text_.c_str();
-  }
-  const char16_t* GetWide() override { return u""; }
-  const void* GetData() override { return GetUtf8(); }
-  std::uint64_t GetLength() override {
-    script_.Use();
-    return text_.size();
-  }
-  std::uint64_t GetSize() override { return text_.size() + 1; }
-  std::int32_t Compare(IString* other, bool) override {
-    script_.Use();
-    return text_.compare(other->GetUtf8());
-  }
-
- private:
-  Script& script_;
-  std::string text_;
-};
-
-/// A table whose cells are such texts, and values to be written to it.
+/// A table whose cells are such texts, and values to be written to it. Every text shares the
+/// script.
 struct Scene {
-  explicit Scene(Script& s) : script(s), table(Texts("k")), other(Texts("o")) {
+  explicit Scene(std::shared_ptr<Script> s) : script(std::move(s)) {
     const Variant key("key"), n("n");
     dictionary->Set(&key, &given[0], nullptr);
     dictionary->Set(&n, &given[1], nullptr);
   }
 
-  Variant Text(const std::string& text) {
-    return Reference(ValueType::String, Core::MakePtr<CallingText>(script, text));
-  }
-  Ptr<ITable> Texts(const std::string& prefix) {
-    return MakeTable({"key", "n"}, {{Text(prefix + "0"), Text("a")},
-                                    {Text(prefix + "1"), Text("b")},
-                                    {Text("same"), Text("c")}});
+  Variant Text(const char* content) {
+    auto text = Core::MakePtr<CallersText>(content);
+    text->onAddReference = text->onRelease = text->onRead = [use = script] { use->Use(); };
+    return Reference(ValueType::String, std::move(text));
   }
 
-  Script& script;
-  Ptr<ITable> table, other;
+  std::shared_ptr<Script> script;
   Cells given{Text("new key"), Text("new")};
   Ptr<IVariantDictionary> dictionary = New(Data_CreateVariantDictionary);
+  Ptr<ITable> table = MakeTable(
+      {"key", "n"}, {{Text("k"), Text("a")}, {Text("l"), Text("b")}, {Text("same"), Text("c")}});
+  Ptr<ITable> other = MakeTable({"key", "n"}, {{Text("o"), Text("a")}, {Text("same"), Text("b")}});
 };
 
 /// Every row knows its position and has a cell per column, and an index finds each of them.
@@ -203,19 +168,19 @@ TEST(TableCallbacks, LeaveTheTableWhole) {
         for (int use = 1; use < 12; ++use) {
           const std::string what = std::string(operation.what) + ", use " + std::to_string(use) +
                                    " " + action.what + (isIndexed ? ", indexed" : "");
-          SCOPED_TRACE(what);
-          Script script;
+          const auto script = std::make_shared<Script>();
           {
             Scene scene(script);
             ITable& table = *scene.table;
             if (isIndexed) table.BuildIndex(0, table.GetColumn(0), nullptr);
-            script.action = [&] { ThrownBy([&] { action.run(scene, table); }); };
-            script.usesLeft = use;
+            script->action = [&] { ThrownBy([&] { action.run(scene, table); }); };
+            script->usesLeft = use;
             ThrownBy([&] { operation.run(scene, table); });
-            script.usesLeft = 0;
+            script->usesLeft = 0;
+            script->action = {};
             if (scene.table) CheckWhole(*scene.table, what);
           }
-          ASSERT_EQ(script.objects, 0) << what << ": every reference is given back";
+          ASSERT_EQ(script.use_count(), 1) << what << ": every reference is given back";
         }
       }
     }
