@@ -58,8 +58,7 @@ class ObjectPool {
 
   void* Allocate(std::size_t size) {
     const std::size_t space = (kHeader + size + kGrain - 1) / kGrain * kGrain;
-    if (space > static_cast<std::size_t>(end_ - next_) || space < size)
-      return AllocateElsewhere(size);
+    if (space > static_cast<std::size_t>(end_ - next_)) return AllocateElsewhere(size);
     Unpoison(next_, kHeader + size);
     auto* const header = new (next_) Region*(region_);
     Poison(header, kHeader);

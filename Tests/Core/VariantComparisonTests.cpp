@@ -36,16 +36,12 @@ TEST(VariantComparison, OfTextsGoesByTheLeftEncoding) {
 }
 
 TEST(VariantComparison, OfObjectsGoesByAddress) {
-  const auto list = New(Data_CreateObjectList), other = New(Data_CreateObjectList);
-  const bool isBelow =
-      reinterpret_cast<std::uintptr_t>(list.Get()) < reinterpret_cast<std::uintptr_t>(other.Get());
-  const auto& less = isBelow ? list : other;
-  const auto& greater = isBelow ? other : list;
-  const auto object = [](const Ptr<IObjectList>& held) { return Variant(Ptr<IObject>(held)); };
+  auto less = New(Data_CreateObjectList), greater = New(Data_CreateObjectList);
+  if (std::less<>()(greater.Get(), less.Get())) std::swap(less, greater);
   EXPECT_EQ(Order(less, less), 0);
   EXPECT_EQ(Order(less, greater), -1);
   EXPECT_EQ(Order(greater, less), 1);
-  EXPECT_EQ(Order(object(less), object(greater)), -1);
+  EXPECT_EQ(Order(Ptr<IObject>(less), Ptr<IObject>(greater)), -1);
   EXPECT_EQ(Order(Variant::StringList(greater), Variant::StringList(less)), 1);
 }
 
@@ -66,25 +62,19 @@ TEST(VariantComparison, NeverFollowsAnUndefinedReference) {
 
 /// Both codes primitive, or equal codes of a type with an order of its own.
 TEST(VariantComparison, ComparabilityOfValuesByType) {
-  const auto hasOwnOrder = [](std::uint32_t code) {
-    return (code >= 18 && code <= 22) || (code >= 24 && code <= 26);
-  };
-  const auto isPrimitive = [](std::uint32_t code) {
-    return (code >= 3 && code <= 15) || code == 23;
-  };
+  const std::string_view ownOrder = "000000000000000000111110111000";
+  const std::string_view primitive = "000111111111111100000001000000";
   for (std::uint32_t left = 0; left < 30; ++left) {
     for (std::uint32_t right = 0; right < 30; ++right) {
-      const bool comparable =
-          (isPrimitive(left) && isPrimitive(right)) || (left == right && hasOwnOrder(left));
+      SCOPED_TRACE(std::to_string(left) + " " + std::to_string(right));
+      const bool comparable = (primitive[left] == '1' && primitive[right] == '1') ||
+                              (left == right && ownOrder[left] == '1');
       const auto leftType = static_cast<ValueType>(left), rightType = static_cast<ValueType>(right);
-      EXPECT_EQ(AreComparable(ByValue(leftType), ByValue(rightType)), comparable)
-          << left << " " << right;
-      EXPECT_EQ(AreComparable(NullReference(leftType), NullReference(rightType)),
-                comparable || left == right)
-          << left << " " << right;
+      const Variant reference = NullReference(leftType);
+      EXPECT_EQ(AreComparable(ByValue(leftType), ByValue(rightType)), comparable);
+      EXPECT_EQ(AreComparable(reference, NullReference(rightType)), comparable || left == right);
+      EXPECT_EQ(AreComparable(reference, ByValue(rightType)), comparable);
       EXPECT_TRUE(AreComparable(Address(leftType, 1), Address(rightType, 1)));
-      EXPECT_EQ(AreComparable(NullReference(leftType), ByValue(rightType)), comparable)
-          << left << " " << right;
     }
   }
 }
