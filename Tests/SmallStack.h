@@ -6,8 +6,8 @@
 
 namespace Data::tests {
 
-/// Runs a test on a thread with a stack of 1 MB, as programs on Windows have
-/// it: what recurses into its input ends here.
+/// Runs a test on a thread with a stack of 1 MB, the default on Windows: code that
+/// recurses into its input overflows it.
 inline void OnSmallStack(std::function<void()> test) {
   pthread_attr_t attributes;
   ASSERT_EQ(pthread_attr_init(&attributes), 0);

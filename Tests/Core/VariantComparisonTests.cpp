@@ -60,23 +60,4 @@ TEST(VariantComparison, NeverFollowsAnUndefinedReference) {
             "Compare is not implemented for specified value types: Left type is , Right type is ");
 }
 
-/// Both codes primitive, or equal codes of a type with an order of its own.
-TEST(VariantComparison, ComparabilityOfValuesByType) {
-  const std::string_view ownOrder = "000000000000000000111110111000";
-  const std::string_view primitive = "000111111111111100000001000000";
-  for (std::uint32_t left = 0; left < 30; ++left) {
-    for (std::uint32_t right = 0; right < 30; ++right) {
-      SCOPED_TRACE(std::to_string(left) + " " + std::to_string(right));
-      const bool comparable = (primitive[left] == '1' && primitive[right] == '1') ||
-                              (left == right && ownOrder[left] == '1');
-      const auto leftType = static_cast<ValueType>(left), rightType = static_cast<ValueType>(right);
-      const Variant reference = NullReference(leftType);
-      EXPECT_EQ(AreComparable(ByValue(leftType), ByValue(rightType)), comparable);
-      EXPECT_EQ(AreComparable(reference, NullReference(rightType)), comparable || left == right);
-      EXPECT_EQ(AreComparable(reference, ByValue(rightType)), comparable);
-      EXPECT_TRUE(AreComparable(Address(leftType, 1), Address(rightType, 1)));
-    }
-  }
-}
-
 }  // namespace Data::tests
