@@ -4,11 +4,11 @@
 
 namespace Data::Platform {
 
-/// OpenSSL reports errors on a queue of the calling thread, which belongs to the
-/// program. This takes off again what was added during its lifetime. Linux only.
+/// Removes the errors that OpenSSL adds to the calling thread's queue during its
+/// lifetime: the queue also serves the program. Linux only.
 class ProviderErrors {
  public:
-  // An empty queue cannot be marked, but then everything on it later is new.
+  // An empty queue cannot be marked; then all that is on it later is removed.
   ProviderErrors() { ERR_set_mark(); }
   ProviderErrors(const ProviderErrors&) = delete;
   ProviderErrors& operator=(const ProviderErrors&) = delete;

@@ -130,7 +130,7 @@ TEST(Encoding, ReadsAsManyBytesAsTheArrayCountsElements) {
               "Offset or size are not in data bounds");
 }
 
-TEST(Encoding, SurvivesAnArrayThatReleasesItselfAndTheEncoder) {
+TEST(Encoding, SurvivesArraysThatReleaseThemselvesAndTheEncoder) {
   for (const auto operation : {&IEncoding::Encode, &IEncoding::Decode}) {
     auto encoding = New(Data_CreateEncodingInstanceBase64);
     auto array = Core::MakePtr<CallersArray>("TWF");

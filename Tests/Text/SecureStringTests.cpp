@@ -63,7 +63,7 @@ TEST(SecureString, ReadsTheSourceAsUtf8WhichConvertsIt) {
   EXPECT_EQ(PlainText(*secret), "Schl\xC3\xBCssel");
 }
 
-TEST(SecureString, BearsATextOfACallersOwn) {
+TEST(SecureString, TakesTextObjectsOfTheCaller) {
   EXPECT_EQ(PlainText(*Protect(Core::MakePtr<CallersText>(nullptr).Get())), "");
   auto text = Core::MakePtr<CallersText>("secret");
   text->onRead = [&] { text.Reset(); };

@@ -194,7 +194,7 @@ TEST(String, ComparesWithZerosAndWithNothing) {
   EXPECT_EQ(MakeString("")->Compare(none.Get(), true), 0);
 }
 
-TEST(String, ComparesWithATextOfACallersOwn) {
+TEST(String, ComparesWithTextObjectsOfTheCaller) {
   for (const std::size_t form : {0u, 1u, 2u}) {
     const auto with = [&](const char* text, std::function<void(Ptr<IString>&)> onRead) {
       auto string = InEveryForm(std::string(100, 'm'))[form];
