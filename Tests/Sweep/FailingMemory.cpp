@@ -2,17 +2,16 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
-// What is behind malloc: the sanitizer's function, if it is linked, or that of the C library.
+// What is behind malloc: the sanitizer's functions if they are linked, or the C library's.
 extern "C" {
 [[gnu::weak]] void* __interceptor_malloc(std::size_t);
-[[gnu::weak]] void* __interceptor_calloc(std::size_t, std::size_t);
 [[gnu::weak]] void* __interceptor_realloc(void*, std::size_t);
 [[gnu::weak]] void* __interceptor_memalign(std::size_t, std::size_t);
 [[gnu::weak]] void __interceptor_free(void*);
 void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
 void* __libc_realloc(void*, std::size_t);
 void* __libc_memalign(std::size_t, std::size_t);
 void __libc_free(void*);
@@ -22,24 +21,19 @@ namespace Data::tests {
 namespace {
 
 std::uint64_t untilFailure = 0;  ///< allocations, the failing one included; 0: none fails
-bool isFailing = false;
-FailingMemory::Mode failureMode{};
-std::uint64_t failedCount = 0;
-std::int64_t liveBlocks = 0;
+bool isFailing = false, failsOnce = false;
 
 bool Fails() {
   if (untilFailure > 0 && --untilFailure == 0) isFailing = true;
   if (!isFailing) return false;
-  if (failureMode == FailingMemory::Mode::OnlyOne) isFailing = false;
-  ++failedCount;
+  isFailing = !failsOnce;
+  FailingMemory::hasFailed = true;
   errno = ENOMEM;
   return true;
 }
 
-template <class Allocate>
-void* Counted(Allocate allocate) {
-  void* const block = Fails() ? nullptr : allocate();
-  liveBlocks += block ? 1 : 0;
+void* Counted(void* block) {
+  if (block) ++FailingMemory::liveBlocks;
   return block;
 }
 
@@ -50,31 +44,32 @@ void* OrThrow(void* block) {
 
 }  // namespace
 
-FailingMemory::FailingMemory(std::uint64_t n, Mode mode) {
-  failedCount = 0;
-  failureMode = mode;
+constinit bool FailingMemory::hasFailed = false;
+constinit std::int64_t FailingMemory::liveBlocks = 0;
+
+FailingMemory::FailingMemory(std::uint64_t n, bool onlyOne) {
+  hasFailed = false;
+  failsOnce = onlyOne;
   untilFailure = n;
 }
 FailingMemory::~FailingMemory() {
   untilFailure = 0;
   isFailing = false;
 }
-std::uint64_t FailingMemory::FailedCount() { return failedCount; }
-std::int64_t FailingMemory::LiveBlocks() { return liveBlocks; }
 
 }  // namespace Data::tests
 
 using namespace Data::tests;
 
 extern "C" {
-
 void* malloc(std::size_t size) {
-  return Counted(
-      [=] { return (__interceptor_malloc ? __interceptor_malloc : __libc_malloc)(size); });
+  if (Fails()) return nullptr;
+  return Counted((__interceptor_malloc ? __interceptor_malloc : __libc_malloc)(size));
 }
 void* calloc(std::size_t count, std::size_t size) {
-  return Counted(
-      [=] { return (__interceptor_calloc ? __interceptor_calloc : __libc_calloc)(count, size); });
+  std::size_t bytes = 0;
+  void* const block = __builtin_mul_overflow(count, size, &bytes) ? nullptr : malloc(bytes);
+  return block ? std::memset(block, 0, bytes) : nullptr;
 }
 void* realloc(void* old, std::size_t size) {
   if (!old) return malloc(size);
@@ -82,22 +77,16 @@ void* realloc(void* old, std::size_t size) {
   return (__interceptor_realloc ? __interceptor_realloc : __libc_realloc)(old, size);
 }
 void* memalign(std::size_t alignment, std::size_t size) {
-  return Counted([=] {
-    return (__interceptor_memalign ? __interceptor_memalign : __libc_memalign)(alignment, size);
-  });
+  if (Fails()) return nullptr;
+  return Counted(
+      (__interceptor_memalign ? __interceptor_memalign : __libc_memalign)(alignment, size));
 }
 void* aligned_alloc(std::size_t alignment, std::size_t size) { return memalign(alignment, size); }
-int posix_memalign(void** out, std::size_t alignment, std::size_t size) {
-  void* const block = memalign(alignment, size);
-  if (block) *out = block;
-  return block ? 0 : ENOMEM;
-}
 void free(void* block) {
-  liveBlocks -= block ? 1 : 0;
+  if (block) --FailingMemory::liveBlocks;
   (__interceptor_free ? __interceptor_free : __libc_free)(block);
 }
-
-}  // extern "C"
+}
 
 void* operator new(std::size_t size) { return OrThrow(malloc(size)); }
 void* operator new[](std::size_t size) { return OrThrow(malloc(size)); }
@@ -109,5 +98,4 @@ void operator delete(void* block) noexcept { free(block); }
 void operator delete[](void* block) noexcept { free(block); }
 void operator delete(void* block, std::size_t) noexcept { free(block); }
 void operator delete[](void* block, std::size_t) noexcept { free(block); }
-void operator delete(void* block, std::align_val_t) noexcept { free(block); }
 void operator delete(void* block, std::size_t, std::align_val_t) noexcept { free(block); }
