@@ -198,7 +198,14 @@ LAYERDATA_API bool Data_ParseCsvWithSeparator(const char* content, const char* s
                                               Data::Interfaces::ITable** table, uint64_t size,
                                               Core::IErrorCode** error);
 /// A table as delimited text: the header line, then a line per row, no final
-/// line break.
+/// line break. Quotes in texts and documents are doubled; those that contain the
+/// separator are quoted. Some values do not read back as they were: names are
+/// never quoted, a line break alone does not quote a text, and doubles have six
+/// decimals.
+///
+/// An object of the caller's in a cell may change the table when it is asked for
+/// its text: rows that were removed are left out, the rest of a row or column that
+/// is removed meanwhile is empty, columns that were added are left out.
 /// @param separator    one or more bytes; an empty one means a comma
 /// @param alwaysQuote  quotes every text cell, not only those that contain the separator
 LAYERDATA_API bool Data_ConvertTableToCsv(Data::Interfaces::ITable* table, const char* separator,
@@ -224,11 +231,18 @@ LAYERDATA_API bool Data_CreateRtfDocument(Data::Interfaces::IRtfDocument** out);
 /// at least one column before you insert new row!" (an object without members).
 LAYERDATA_API bool Data_JsonToTable(Data::Interfaces::IJsonDocument* document,
                                     Data::Interfaces::ITable** out, Core::IErrorCode** error);
-/// A table as an array with an object per row.
+/// A table as an array with one object per row. Integers and UUIDs are written as
+/// the signed 64-bit integer in the first word of their payload, all objects, JSON
+/// documents too, as strings of their display text. For objects of the caller's
+/// that change the table meanwhile see `Data_ConvertTableToCsv`.
+/// Fails with "Column %s holds a number that JSON cannot represent!" for NaN and
+/// infinities and "Must be value type!" for a number in reference form.
 LAYERDATA_API bool Data_TableToJson(Data::Interfaces::ITable* table,
                                     Data::Interfaces::IJsonDocument** out,
                                     Core::IErrorCode** error);
-/// One row as an object.
+/// One row as an object, with the values of `Data_TableToJson`. A row without a
+/// table fails with "Null pointer exception! Interface is not accessible: struct
+/// Data::Interfaces::ITable".
 LAYERDATA_API bool Data_TableRowToJson(Data::Interfaces::IRow* row,
                                        Data::Interfaces::IJsonDocument** out,
                                        Core::IErrorCode** error);

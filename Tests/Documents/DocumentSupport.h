@@ -19,8 +19,7 @@ inline Core::Ptr<Interfaces::IJsonDocument> Json(std::string_view text) {
 
 inline std::string Repeated(std::string_view part, std::size_t count) {
   std::string text;
-  text.reserve(part.size() * count);
-  for (std::size_t i = 0; i < count; ++i) text += part;
+  while (count-- > 0) text += part;
   return text;
 }
 

@@ -61,17 +61,11 @@ TEST(JsonToTable, TellsColumnsAndRowsAsWritingCellsDoes) {
   for (int i = 0; i < 4; ++i) EXPECT_EQ(table->GetRow(i)->IsModified(), modified[i]) << i;
 }
 
-TEST(JsonToTable, CellsOwnWhatTheyHold) {
-  const auto table =
-      TableOf(R"([{"a":"0123456789abcdefg","b":"2024-01-02","c":[1],"d":"a\u0000b"}])");
-  ASSERT_TRUE(table);
-  const Structures::_VARIANT* const cells = table->GetRow(0)->GetCellAt(0);
-  EXPECT_EQ(ReferencesTo(Core::ToStringObject(cells[0])), 2u);
-  EXPECT_EQ(ReferencesTo(Core::GetDateTime(cells[1])), 2u);
-  const auto document = Core::GetJsonDocument(cells[2]);
-  EXPECT_EQ(ReferencesTo(document), 2u);
+TEST(JsonToTable, KeepsNestedValuesAndZeroCharacters) {
+  const auto table = TableOf(R"([{"c":[1],"d":"a\u0000b"}])");
+  const auto document = Core::GetJsonDocument(*table->GetCellAt(0, 0));
   EXPECT_TRUE(document->IsValid() && document->Equals(Json("[ 1.0 ]").Get()));
-  EXPECT_EQ(Core::GetStringView(cells[3]), "a\0b"sv);
+  EXPECT_EQ(Core::GetStringView(*table->GetCellAt(0, 1)), "a\0b"sv);
 }
 
 TEST(TableToJson, WritesEveryKindOfValue) {

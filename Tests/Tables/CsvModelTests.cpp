@@ -125,7 +125,7 @@ std::string ShowComparable(const CsvResult& result) {
   return shown;
 }
 
-/// Mostly what decides where values end, now and then in long stretches, so that
+/// Mostly what decides where values end, now and then long runs of plain text, so that
 /// lines and quotes reach across every block that the library reads at once.
 std::string RandomText(std::mt19937_64& random) {
   constexpr std::string_view kCharacters("ab\"\"\",,,\n\n \t\r;1.-c\0", 20);
