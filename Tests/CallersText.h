@@ -19,7 +19,7 @@ class CallersText final : public CallersOwn<Interfaces::IString> {
 
   void SetWide(const char16_t*, std::uint64_t) override {}
   void SetMultiByte(const char*, std::uint64_t, std::uint32_t) override {}
-  void SetUtf8(const char*, std::uint64_t) override {}
+  void SetUtf8(const char* text, std::uint64_t length) override { text_.assign(text, length); }
   void* Clear() override { return nullptr; }
   const char* GetMultiByte(std::uint32_t) override { return GetUtf8(); }
   const char* GetUtf8() override {

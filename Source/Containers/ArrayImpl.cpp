@@ -4,7 +4,6 @@
 #include <cstring>
 #include <functional>
 #include <stdexcept>
-#include <utility>
 
 #include "Core/Guard.h"
 
@@ -45,9 +44,6 @@ class SourceBytes {
 };
 
 }  // namespace
-
-ArrayImpl::ArrayImpl(std::vector<std::uint8_t> bytes)
-    : stride_(1), count_(bytes.size()), bytes_(std::move(bytes)) {}
 
 void ArrayImpl::SetData(const void* source, std::uint64_t stride, std::uint64_t count) {
   const std::size_t length = LengthOf(stride, count);

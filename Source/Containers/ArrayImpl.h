@@ -8,10 +8,6 @@
 namespace Data::impl {
 
 struct ArrayImpl final : Core::ObjectBase<Interfaces::IArray> {
-  ArrayImpl() = default;
-  /// Takes over bytes, one element each.
-  explicit ArrayImpl(std::vector<std::uint8_t> bytes);
-
   void SetData(const void* source, std::uint64_t stride, std::uint64_t count) override;
   void Resize(std::uint64_t stride, std::uint64_t count) override;
   void* GetPointer(std::uint64_t offset, std::uint64_t size, Core::IErrorCode** error) override;

@@ -4,6 +4,11 @@ namespace Data::impl {
 
 using Structures::_VARIANT;
 
+void ConfigurationImpl::ReleaseItems(Teardown& teardown) {
+  if (!mayHoldObjects_) return;
+  entries_.ForEachValue([&](Core::Variant& value) { teardown.Release(value); });
+}
+
 Core::Variant* ConfigurationImpl::Find(const char* name) {
   if (entries_.Count() == 0) return nullptr;
   Core::CheckArgument(name);
@@ -30,6 +35,7 @@ void ConfigurationImpl::Set(const char* name, const _VARIANT* value) {
   Core::Variant& entry = existing ? *existing : entries_.Add(name, {});
   Core::CheckInitialized(value);
   if (!existing) listedNames_ = entries_.Count();
+  if (Core::ReferencedObject(*value)) mayHoldObjects_ = true;
   entry = Core::Variant(*value);
 }
 

@@ -18,12 +18,11 @@ struct ConfigurationFields : Interfaces::IConfiguration {
   /// How many of the names are enumerated: all that were there after the latest
   /// addition of a name with a value.
   std::uint64_t listedNames_ = 0;
+  bool mayHoldObjects_ = false;
 };
 
 struct ConfigurationImpl final : ContainerBase<ConfigurationFields> {
-  void ReleaseItems(Teardown& teardown) {
-    entries_.ForEachValue([&](Core::Variant& value) { teardown.Release(value); });
-  }
+  void ReleaseItems(Teardown& teardown);
 
   bool Contains(const char* name) override;
   const char* GetNameAt(std::uint64_t index) override;

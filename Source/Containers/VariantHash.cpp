@@ -43,6 +43,15 @@ bool MayCallBack(const _VARIANT& key) {
   return object && !ExactCast<MultiByteStringImpl>(object) && !ExactCast<DateTimeImpl>(object);
 }
 
+/// Whether two numbers or short texts are alike to the bit: most keys that are found are.
+bool AreSameValue(const _VARIANT& left, const _VARIANT& right) {
+  const bool areAlike =
+      left.type == right.type && left.value[0] == right.value[0] && left.value[1] == right.value[1];
+  const ValueType type = TypeOf(left);
+  return areAlike && HasForm(left, StorageForm::Value) &&
+         (IsPrimitive(type) || type == ValueType::String);
+}
+
 bool AreEqualTexts(std::string_view left, std::string_view right) {
   return left == right || detail::CompareFolded(left, right) == 0;
 }
@@ -59,7 +68,15 @@ bool AreEqualHeld(const _VARIANT& left, const _VARIANT& right) {
   return AreEqualTexts(leftText, GetStringView(right));
 }
 
-std::uint64_t HashOfHeld(const _VARIANT& key) {
+}  // namespace
+
+std::uint64_t HashText(std::string_view text) {
+  std::uint64_t hash = kOffsetBasis;
+  for (const char byte : text) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
+  return hash;
+}
+
+std::uint64_t HashOf(const _VARIANT& key) {
   switch (KindOf(TypeOf(key))) {
     case ValueKind::SignedInteger:
     case ValueKind::UnsignedInteger:
@@ -77,7 +94,8 @@ std::uint64_t HashOfHeld(const _VARIANT& key) {
     case ValueKind::Text:
     case ValueKind::Document:
     case ValueKind::Error:  // has no text as a key and fails as one
-      return HashText(GetStringView(key));
+      return MayCallBack(key) ? HashText(GetStringView(Variant(key)))
+                              : HashText(GetStringView(key));
     case ValueKind::DateTime:
       return HashWord(GetDateTime(key)->GetFileTime());
     case ValueKind::None:
@@ -86,21 +104,10 @@ std::uint64_t HashOfHeld(const _VARIANT& key) {
   return 0;
 }
 
-}  // namespace
-
-std::uint64_t HashText(std::string_view text) {
-  std::uint64_t hash = kOffsetBasis;
-  for (const char byte : text) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
-  return hash;
-}
-
-std::uint64_t HashOf(const _VARIANT& key) {
-  return MayCallBack(key) ? HashOfHeld(Variant(key)) : HashOfHeld(key);
-}
-
 bool EqualsNothing(const _VARIANT& key) { return !AreComparable(key, key); }
 
 bool AreEqualKeys(const _VARIANT& stored, const _VARIANT& key) {
+  if (AreSameValue(stored, key)) return true;
   if (!AreComparable(stored, key)) return false;
   if (MayCallBack(stored) || MayCallBack(key)) {
     const Variant left(stored);  // first: adding a reference to the other may remove the stored key

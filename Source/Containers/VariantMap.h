@@ -1,7 +1,9 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "Containers/VariantHash.h"
@@ -24,6 +26,9 @@ namespace Data::impl {
 class VariantMap {
  public:
   struct Entry {
+    Entry(Core::Variant&& newKey, Core::Variant&& newValue) noexcept
+        : key(std::move(newKey)), value(std::move(newValue)) {}
+
     Core::Variant key;
     Core::Variant value;
   };
@@ -38,7 +43,6 @@ class VariantMap {
   void Set(const Structures::_VARIANT& key, Core::Variant value);
   void Clear();
 
-  const std::vector<Entry>& Entries() const { return entries_; }
   std::vector<Entry>& Entries() { return entries_; }
 
  private:
@@ -52,7 +56,6 @@ class VariantMap {
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
   std::uint64_t Find(const Structures::_VARIANT& key) const;
   std::uint64_t Find(const Structures::_VARIANT& key, std::uint64_t hash) const;
-  void Add(Entry entry, std::uint64_t hash);
   void Occupy(Slot slot);
   void Grow();
 
@@ -61,5 +64,77 @@ class VariantMap {
   std::size_t occupied_ = 0;  ///< slots; keys that equal nothing have none
   std::uint64_t clears_ = 0;  ///< how often the map was cleared
 };
+
+inline Core::Variant VariantMap::Get(const Structures::_VARIANT& key) const {
+  const std::uint64_t found = Find(key);
+  if (found == 0) Core::ThrowMissingKey();
+  return entries_[found - 1].value;
+}
+
+inline bool VariantMap::Contains(const Structures::_VARIANT& key) const { return Find(key) != 0; }
+
+inline void VariantMap::Set(const Structures::_VARIANT& key, Core::Variant value) {
+  const std::uint64_t hash = HashOf(key);
+  const bool hasSlot = !EqualsNothing(key);
+  // Copied before the search, because adding the reference may change the map.
+  Core::Variant newKey(key);
+  if (hasSlot) {
+    if (const std::uint64_t found = Find(key, hash))
+      return std::swap(entries_[found - 1].value, value);
+    if (2 * (occupied_ + 1) > slots_.size()) Grow();
+  }
+  entries_.emplace_back(std::move(newKey), std::move(value));
+  if (hasSlot) Occupy({hash, entries_.size()});
+}
+
+inline void VariantMap::Clear() {
+  const auto released = std::exchange(entries_, {});
+  slots_ = std::vector<Slot>();
+  occupied_ = 0;
+  ++clears_;
+}
+
+/// The slot of a hash: the upper bits of a product, because similar keys share lower bits.
+inline std::size_t VariantMap::FirstSlot(std::uint64_t hash) const {
+  return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15) >>
+                                  (64 - std::countr_zero(slots_.size())));
+}
+
+inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key) const {
+  const std::uint64_t hash = HashOf(key);
+  return EqualsNothing(key) ? 0 : Find(key, hash);
+}
+
+/// The number of the entry with an equal key, or 0. Entries that a comparison adds are not looked
+/// at, so that the search ends.
+inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key, std::uint64_t hash) const {
+  if (slots_.empty()) return 0;
+  const std::uint64_t clears = clears_;
+  const std::size_t entryCount = entries_.size(), slotCount = slots_.size();
+  for (std::size_t i = FirstSlot(hash); slots_[i].entry != 0; i = NextSlot(i)) {
+    const Slot slot = slots_[i];
+    if (slot.hash != hash || slot.entry > entryCount) continue;
+    const bool isEqual = AreEqualKeys(entries_[slot.entry - 1].key, key);
+    if (clears_ != clears) return 0;
+    if (isEqual) return slot.entry;
+    if (slots_.size() != slotCount) return Find(key, hash);  // the slots have moved: begin again
+  }
+  return 0;
+}
+
+inline void VariantMap::Occupy(Slot slot) {
+  std::size_t i = FirstSlot(slot.hash);
+  while (slots_[i].entry != 0) i = NextSlot(i);
+  slots_[i] = slot;
+  ++occupied_;
+}
+
+inline void VariantMap::Grow() {
+  const auto old =
+      std::exchange(slots_, std::vector<Slot>(slots_.empty() ? 16 : 2 * slots_.size()));
+  occupied_ = 0;
+  for (const Slot& slot : old)
+    if (slot.entry != 0) Occupy(slot);
+}
 
 }  // namespace Data::impl

@@ -1,13 +1,16 @@
 #include "Prelude.h"
 
-#include "Callers.h"
+#include "CallersText.h"
 
 /// Operations whose values, keys and destinations call the container back.
 namespace Data::tests {
 
 namespace {
 
-/// What a text of the program does at one of the calls that it gets.
+using Text = Ptr<CallersText>;
+using Operations = std::vector<std::function<void()>>;
+
+/// What the text does at one of the calls that it gets.
 struct Reaction {
   std::function<void()> react = [] {};
   int callsLeft = 0;
@@ -17,59 +20,26 @@ struct Reaction {
   }
 };
 
-/// A text of a program's own that reacts to a call. The reaction may outlive it.
-class CallingText final : public CallersOwn<IString> {
- public:
-  CallingText() {
-    onAddReference = onRelease = [shared = reaction] { shared->CountCall(); };
-  }
-
-  const char* text = "k";
-  const std::shared_ptr<Reaction> reaction = std::make_shared<Reaction>();
-
-  void SetWide(const char16_t*, std::uint64_t) override {}
-  void SetMultiByte(const char*, std::uint64_t, std::uint32_t) override {}
-  void SetUtf8(const char*, std::uint64_t) override {}
-  void* Clear() override { return nullptr; }
-  const char* GetMultiByte(std::uint32_t) override { return GetUtf8(); }
-  const char16_t* GetWide() override { return u""; }
-  const void* GetData() override { return GetUtf8(); }
-  std::uint64_t GetSize() override { return GetLength() + 1; }
-  const char* GetUtf8() override {
-    reaction->CountCall();
-    return text;
-  }
-  std::uint64_t GetLength() override {
-    reaction->CountCall();
-    return std::strlen(text);
-  }
-  std::int32_t Compare(IString* other, bool) override {
-    reaction->CountCall();
-    return std::strcmp(text, other->GetUtf8());
-  }
-};
-
-using Operations = std::vector<std::function<void()>>;
-
 /// Runs every operation with every other one inside it: once for each call that the operation
 /// makes to the text. Whatever happens in between, memory stays sound, every operation works
 /// afterwards and no reference is lost.
 /// @param make  the operations of a new container that holds the text
-void CallBackAtEveryCall(const std::function<Operations(const Ptr<CallingText>&)>& make) {
-  const std::size_t count = make(Core::MakePtr<CallingText>()).size();
+void CallBackAtEveryCall(const std::function<Operations(const Text&)>& make) {
+  const std::size_t count = make(Core::MakePtr<CallersText>("k")).size();
   for (std::size_t outer = 0; outer < count; ++outer) {
     for (std::size_t inner = 0; inner < count; ++inner) {
       bool hasReacted = true;
       for (int call = 1; hasReacted; ++call) {
-        const auto text = Core::MakePtr<CallingText>();
-        {
-          const Operations operations = make(text);
-          *text->reaction = {operations[inner], call};
-          operations[outer]();
-          hasReacted = text->reaction->callsLeft == 0;
-          *text->reaction = {};
-          for (const auto& operation : operations) operation();
-        }
+        Reaction reaction;
+        const auto text = Core::MakePtr<CallersText>("k");
+        text->onRead = text->onAddReference = text->onRelease = [&] { reaction.CountCall(); };
+        Operations operations = make(text);
+        reaction = {operations[inner], call};
+        operations[outer]();
+        hasReacted = std::exchange(reaction.callsLeft, 0) == 0;
+        for (const auto& operation : operations) operation();
+        operations.clear();
+        reaction = {};
         ASSERT_EQ(ReferencesTo(text), 1u) << outer << " calls " << inner << " at " << call;
       }
     }
@@ -77,12 +47,12 @@ void CallBackAtEveryCall(const std::function<Operations(const Ptr<CallingText>&)
 }
 
 /// A record that refers to the text.
-Variant Holding(const Ptr<CallingText>& text) { return Variant(Ptr<IString>(text.Get())); }
+Variant Holding(const Text& text) { return Variant(Ptr<IString>(text.Get())); }
 
 }  // namespace
 
 TEST(Callbacks, Dictionary) {
-  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+  CallBackAtEveryCall([](const Text& text) -> Operations {
     const auto d = New(Data_CreateVariantDictionary);
     const Variant held = Holding(text), inlineKey("k"), number(1);
     const auto get = [=](const Variant& key) {
@@ -103,11 +73,17 @@ TEST(Callbacks, Dictionary) {
     };
     const auto own = Core::MakeString("k");
     const auto changeText = [=] {
-      text->text = "x";  // as long as before, for the call to the length comes later
+      text->SetUtf8("x", 1);
       own->SetUtf8("a text that needs another buffer than before", 44);
     };
+    const auto getUnequal = [=] {
+      text->SetUtf8("x", 1);
+      get(inlineKey)();
+    };
     set(held, held)();
+    set(Variant(2), held)();
     return {get(held),
+            getUnequal,
             get(inlineKey),
             get(Variant(own)),
             [=] { d->Contains(&held, nullptr); },
@@ -122,7 +98,7 @@ TEST(Callbacks, Dictionary) {
 }
 
 TEST(Callbacks, Lists) {
-  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+  CallBackAtEveryCall([](const Text& text) -> Operations {
     const auto objects = New(Data_CreateObjectList);
     const auto values = New(Data_CreateVariantList);
     const auto pairs = New(Data_CreateVariantPairList);
@@ -145,7 +121,7 @@ TEST(Callbacks, Lists) {
 }
 
 TEST(Callbacks, ConfigurationAndProperties) {
-  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+  CallBackAtEveryCall([](const Text& text) -> Operations {
     const auto c = New(Data_CreateConfiguration);
     const auto p = New(Data_CreateProperties);
     const Variant held = Holding(text), number(1);
@@ -172,7 +148,7 @@ TEST(Callbacks, ConfigurationAndProperties) {
 }
 
 TEST(Callbacks, ConstrainedAndAllowedValues) {
-  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+  CallBackAtEveryCall([](const Text& text) -> Operations {
     const Variant held = Holding(text), low("a"), high("z");
     Ptr<IConstrainedValue> c;
     Ptr<IAllowedValue> allowed;
@@ -194,7 +170,7 @@ TEST(Callbacks, ConstrainedAndAllowedValues) {
 }
 
 TEST(Callbacks, Enum) {
-  CallBackAtEveryCall([](const Ptr<CallingText>& text) -> Operations {
+  CallBackAtEveryCall([](const Text& text) -> Operations {
     const auto options = std::make_shared<Ptr<IObjectList>>(New(Data_CreateObjectList));
     const auto add = [=] {
       if (const auto list = *options) list->Add(text.Get());
@@ -213,18 +189,17 @@ TEST(Callbacks, Enum) {
 }
 
 /// The value lies in the range whenever it can be seen.
-TEST(Callbacks, ConstrainedValueChangesItsRangeAtOnce) {
-  const auto text = Core::MakePtr<CallingText>();
-  text->text = "b";
-  const Variant held = Holding(text), low("a"), high("z");
+TEST(Callbacks, ConstrainedValueChangesWithItsRange) {
+  const auto text = Core::MakePtr<CallersText>("a");
+  const Variant held = Holding(text), value("b"), low("x"), high("z");
   Ptr<IConstrainedValue> c;
-  ASSERT_TRUE(Data_CreateConstrainedValue(&held, &low, &high, c.Receive(), nullptr));
+  ASSERT_TRUE(Data_CreateConstrainedValue(&value, &held, &high, c.Receive(), nullptr));
   std::string seen;
   const auto look = [&] {
-    Variant value, min, max;
-    c->GetValue(&value);
+    Variant seenValue, min, max;
+    c->GetValue(&seenValue);
     c->GetConstraints(&min, &max);
-    seen = min.As<std::string>() + value.As<std::string>();
+    seen = min.As<std::string>() + seenValue.As<std::string>();
   };
   bool isLooking = false;
   text->onRelease = [&] {
@@ -232,8 +207,7 @@ TEST(Callbacks, ConstrainedValueChangesItsRangeAtOnce) {
     look();
     isLooking = false;
   };
-  const Variant x("x");
-  ASSERT_TRUE(c->SetConstraints(&x, &high, nullptr));
+  ASSERT_TRUE(c->SetConstraints(&low, &high, nullptr));
   text->onRelease = [] {};
   EXPECT_EQ(seen, "xx");
 }

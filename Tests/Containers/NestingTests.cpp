@@ -6,87 +6,58 @@ namespace Data::tests {
 
 namespace {
 
+/// Makes a container that holds a value.
 using Wrap = std::function<Variant(const Variant& inner)>;
 
-Variant InObjectList(const Variant& inner) {
-  const auto list = New(Data_CreateObjectList);
-  list->Add(inner.As<Ptr<IObject>>().Get());
-  return Variant(list);
+/// @param put  puts the value into a new container of the factory
+template <class Factory, class Put>
+Wrap In(Factory factory, Put put) {
+  return [=](const Variant& inner) {
+    const auto container = New(factory);
+    put(*container, inner);
+    return Variant(container);
+  };
 }
-Variant InVariantList(const Variant& inner) {
-  const auto list = New(Data_CreateVariantList);
-  list->Add(&inner);
-  return Variant(list);
-}
-Variant InKeyOfPair(const Variant& inner) {
-  const auto pairs = New(Data_CreateVariantPairList);
-  EXPECT_TRUE(pairs->Add(&inner, &inner, nullptr));
-  return Variant(pairs);
-}
-Variant InValueOfPair(const Variant& inner) {
-  const auto pairs = New(Data_CreateVariantPairList);
-  const Variant key(1);
-  EXPECT_TRUE(pairs->Add(&key, &inner, nullptr));
-  return Variant(pairs);
-}
-Variant InDictionaryKey(const Variant& inner) {
-  const auto dictionary = New(Data_CreateVariantDictionary);
-  EXPECT_TRUE(dictionary->Set(&inner, &inner, nullptr));
-  return Variant(dictionary);
-}
-Variant InDictionaryValue(const Variant& inner) {
-  const auto dictionary = New(Data_CreateVariantDictionary);
-  const Variant key("key");
-  EXPECT_TRUE(dictionary->Set(&key, &inner, nullptr));
-  return Variant(dictionary);
-}
-Variant InConfiguration(const Variant& inner) {
-  const auto configuration = New(Data_CreateConfiguration);
-  configuration->Set("name", &inner);
-  return Variant(configuration);
-}
-Variant InProperty(const Variant& inner) {
-  const auto properties = New(Data_CreateProperties);
-  EXPECT_TRUE(properties->Register("name", inner.Type(), false, nullptr, nullptr));
-  EXPECT_TRUE(properties->Set("name", &inner, nullptr));
-  return Variant(properties);
-}
-Variant InDefaultOfProperty(const Variant& inner) {
-  const auto properties = New(Data_CreateProperties);
-  EXPECT_TRUE(properties->Register("name", inner.Type(), false, &inner, nullptr));
-  return Variant(properties);
-}
-Variant InConstrainedValue(const Variant& inner) {
-  Ptr<IConstrainedValue> constrained;
-  EXPECT_TRUE(Data_CreateConstrainedValue(&inner, &inner, &inner, constrained.Receive(), nullptr));
-  return Variant(constrained);
-}
-Variant InAllowedValue(const Variant& inner) {
-  Ptr<IAllowedValue> allowed;
-  EXPECT_TRUE(Data_CreateAllowedValue(&inner, ComparisonOperator::None, "", "", "", "",
-                                      allowed.Receive(), nullptr));
-  return Variant(allowed);
-}
+
+const Variant kKey("key");
+const struct {
+  const char* what;
+  Wrap wrap;
+} kContainers[] = {
+    {"object list", In(Data_CreateObjectList,
+                       [](auto& list, auto& v) { list.Add(v.template As<Ptr<IObject>>().Get()); })},
+    {"variant list", In(Data_CreateVariantList, [](auto& list, auto& v) { list.Add(&v); })},
+    {"keys",
+     In(Data_CreateVariantPairList, [](auto& list, auto& v) { list.Add(&v, &v, nullptr); })},
+    {"values",
+     In(Data_CreateVariantPairList, [](auto& list, auto& v) { list.Add(&kKey, &v, nullptr); })},
+    {"key", In(Data_CreateVariantDictionary, [](auto& map, auto& v) { map.Set(&v, &v, nullptr); })},
+    {"value",
+     In(Data_CreateVariantDictionary, [](auto& map, auto& v) { map.Set(&kKey, &v, nullptr); })},
+    {"configuration", In(Data_CreateConfiguration, [](auto& c, auto& v) { c.Set("name", &v); })},
+    {"property", In(Data_CreateProperties,
+                    [](auto& bag, auto& v) {
+                      bag.Register("name", v.Type(), false, &v, nullptr);
+                      bag.Set("name", &v, nullptr);
+                    })},
+    {"constrained value",
+     [](const Variant& v) {
+       Ptr<IConstrainedValue> value;
+       EXPECT_TRUE(Data_CreateConstrainedValue(&v, &v, &v, value.Receive(), nullptr));
+       return Variant(value);
+     }},
+    {"allowed value",
+     [](const Variant& v) {
+       Ptr<IAllowedValue> value;
+       EXPECT_TRUE(Data_CreateAllowedValue(&v, ComparisonOperator::None, "", "", "", "",
+                                           value.Receive(), nullptr));
+       return Variant(value);
+     }},
+};
 
 }  // namespace
 
 TEST(Nesting, FreeingTakesNoStack) {
-  const struct {
-    const char* what;
-    Wrap wrap;
-  } cases[] = {
-      {"object list", InObjectList},
-      {"variant list", InVariantList},
-      {"key of a pair", InKeyOfPair},
-      {"value of a pair", InValueOfPair},
-      {"key of a dictionary", InDictionaryKey},
-      {"value of a dictionary", InDictionaryValue},
-      {"configuration", InConfiguration},
-      {"property", InProperty},
-      {"default of a property", InDefaultOfProperty},
-      {"constrained value", InConstrainedValue},
-      {"allowed value", InAllowedValue},
-  };
   constexpr std::size_t kLevels = 200'000;
   const auto text = Core::MakeString("the innermost object");
   const auto freeNest = [&](const char* what, const auto& wrapAt) {
@@ -95,23 +66,23 @@ TEST(Nesting, FreeingTakesNoStack) {
     OnSmallStack([&] { nest = Null; });
     EXPECT_EQ(ReferencesTo(text), 1u) << what;
   };
-  for (const auto& c : cases) freeNest(c.what, [&](std::size_t) { return c.wrap; });
+  for (const auto& c : kContainers) freeNest(c.what, [&](std::size_t) { return c.wrap; });
   freeNest("all of them in turn",
-           [&](std::size_t level) { return cases[level % std::size(cases)].wrap; });
+           [&](std::size_t level) { return kContainers[level % std::size(kContainers)].wrap; });
 }
 
 TEST(Nesting, WhatOthersHoldStays) {
   const auto text = Core::MakeString("the innermost object");
   Variant nest{Ptr<IObject>(text.Get())}, half;
-  for (int level = 0; level < 1000; ++level) {
-    nest = level % 2 == 0 ? InObjectList(nest) : InDictionaryValue(nest);
+  for (std::size_t level = 0; level < 1000; ++level) {
+    nest = kContainers[level % std::size(kContainers)].wrap(nest);
     if (level == 500) half = nest;
   }
-  Variant other = InVariantList(nest);
+  Variant other = kContainers[0].wrap(nest);
   std::thread thread([&] { other = Null; });
   nest = Null;
   thread.join();
-  EXPECT_EQ(ReferencesTo(half.As<Ptr<IObject>>()), 2u);
+  EXPECT_EQ(ReferencesTo(half.As<Ptr<IObject>>()), 2u) << "here and in `half`";
   EXPECT_EQ(ReferencesTo(text), 2u);
   half = Null;
   EXPECT_EQ(ReferencesTo(text), 1u);
