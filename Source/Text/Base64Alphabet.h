@@ -27,7 +27,7 @@ struct Base64Alphabet {
   std::int8_t lastNibbleShift;
 };
 
-constexpr Base64Alphabet MakeBase64Alphabet(std::string_view characters, bool isPadded) {
+consteval Base64Alphabet MakeBase64Alphabet(std::string_view characters, bool isPadded) {
   Base64Alphabet alphabet{characters, isPadded, {}, {}, {}, {}, 0};
   alphabet.values.fill(Base64Alphabet::kInvalid);
   for (unsigned value = 0; value < 64; ++value)

@@ -40,7 +40,7 @@ std::string Of(IString& text) {
 std::string Of(IDateTime& date) { return Text(Variant(Ptr<IDateTime>(&date))); }
 std::string Of(IErrorCode& error) { return All(error.GetCode(), error.GetMessage()); }
 std::string Of(IArray& array) {
-  const auto* bytes = static_cast<const char*>(array.GetData());
+  const auto* bytes = static_cast<const char*>(std::as_const(array).GetData());
   return All(array.GetStride(), array.GetCount()).append(bytes, bytes ? array.GetSize() : 0);
 }
 std::string Of(IObjectList& list) {
