@@ -66,45 +66,24 @@ TEST(DateTime, EachSetterRebuildsTheTicks) {
   }
 }
 
-TEST(DateTime, AddMonthsCutsTheDayToTheMonth) {
-  for (const Case& c : Cases(kDateTimeCases, "months")) {
-    const auto value = DateTimeOf(c[0]);
-    value->AddMonths(Number(c[1]));
-    EXPECT_EQ(TextOf(value), std::string(c[2]) + "T12:00:00.000000000Z") << c.where;
-  }
-}
-
 TEST(DateTime, AddsAmountsOfEveryUnit) {
-  const struct {
-    const char* what;
-    void (*change)(IDateTime&);
-    const char *from, *to;
-  } cases[] = {
-      {"a leap day has no anniversary", [](IDateTime& d) { d.AddYears(1); }, "2024-02-29T0",
-       "2025-02-28T00:00:00.0"},
-      {"the 32-bit product of years wraps", [](IDateTime& d) { d.AddYears(0x55555556); },
-       "2024-02-29T0", "2024-10-29T00:00:00.0"},
-      {"days cross the leap day", [](IDateTime& d) { d.AddDays(2); }, "2024-02-28T1",
-       "2024-03-01T01:00:00.0"},
-      {"the 32-bit product of days wraps", [](IDateTime& d) { d.AddDays(0x0AAAAAAB); },
-       "2024-01-01T0", "2024-01-01T08:00:00.0"},
-      {"back before 1601", [](IDateTime& d) { d.AddDays(-1); }, "1601-01-01T12",
-       "1600-12-31T12:00:00.0"},
-      {"parts of hours", [](IDateTime& d) { d.AddHours(-0.5); }, "2024-01-01T0",
-       "2023-12-31T23:30:00.0"},
-      {"minutes", [](IDateTime& d) { d.AddMinutes(1.5); }, "2024-01-01T0", "2024-01-01T00:01:30.0"},
-      {"seconds", [](IDateTime& d) { d.AddSeconds(-0.001); }, "2024-01-01T0",
-       "2023-12-31T23:59:59.999"},
-      {"milliseconds", [](IDateTime& d) { d.AddMilliseconds(1999.9); }, "2024-01-01T0",
-       "2024-01-01T00:00:01.999"},
-      {"ticks", [](IDateTime& d) { d.AddTicks(9'999); }, "2024-01-01T0", "2024-01-01T00:00:00.0"},
-      {"a time alone", [](IDateTime& d) { d.AddHours(20); }, "T08:15", "0001-01-02T04:15:00.0"},
+  const std::pair<std::string_view, void (*)(IDateTime&, double)> additions[] = {
+      {"years", [](IDateTime& d, double n) { d.AddYears(static_cast<std::int32_t>(n)); }},
+      {"months", [](IDateTime& d, double n) { d.AddMonths(static_cast<std::int32_t>(n)); }},
+      {"days", [](IDateTime& d, double n) { d.AddDays(static_cast<std::int32_t>(n)); }},
+      {"hours", [](IDateTime& d, double n) { d.AddHours(n); }},
+      {"minutes", [](IDateTime& d, double n) { d.AddMinutes(n); }},
+      {"seconds", [](IDateTime& d, double n) { d.AddSeconds(n); }},
+      {"milliseconds", [](IDateTime& d, double n) { d.AddMilliseconds(n); }},
+      {"ticks", [](IDateTime& d, double n) { d.AddTicks(static_cast<std::int64_t>(n)); }},
   };
-  for (const auto& c : cases) {
-    const auto value = DateTimeOf(c.from);
-    c.change(*value);
-    EXPECT_EQ(TextOf(value), TextOf(DateTimeOf(c.to))) << c.what;
-  }
+  for (const Case& c : Cases(kDateTimeCases, "amounts"))
+    for (const auto& [unit, add] : additions) {
+      const auto value = DateTimeOf(c[0]);
+      if (unit != c[2]) continue;
+      add(*value, std::stod(std::string(c[1])));
+      EXPECT_EQ(TextOf(value), c[3]) << c.where;
+    }
 }
 
 TEST(DateTime, CompareByUnitStartsAtTheFinestField) {

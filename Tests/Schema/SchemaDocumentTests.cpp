@@ -34,12 +34,6 @@ void ForEachMember(const Case& c, Visitor visit) {
     for (const auto& value : Words(c[2])) visit(name, "\"" + name + "\":" + value);
 }
 
-/// The member of a key in a document without white space, from an offset on.
-std::string MemberOf(const std::string& json, const std::string& key, std::size_t from = 0) {
-  const auto value = json.find("\"" + key + "\":\"", from) + key.size() + 4;
-  return json.substr(value, json.find('"', value) - value);
-}
-
 }  // namespace
 
 TEST(SchemaDocument, IsWrittenAsItWasRead) {
@@ -64,15 +58,6 @@ TEST(SchemaDocument, OtherTextsAndForms) {
   EXPECT_EQ(JsonOf(*schema), Rewritten(kPlain)) << "a content in another form";
 }
 
-TEST(SchemaDocument, NamesOfTypesAreRead) {
-  for (const Case& c : Cases(kFile, "type names")) {
-    std::string failure;
-    const auto member = R"("type":")" + std::string(c[0]) + "\"";
-    const auto schema = ParseSchema(WithMember("column", member), failure);
-    EXPECT_EQ(Core::GetValueTypeName(schema->GetType("c", nullptr)), c[1]) << c.where;
-  }
-}
-
 TEST(SchemaDocument, ValuesAreReadByTheirType) {
   for (const Case& c : Cases(kFile, "values"))
     for (const std::string where : {"column", "allowed"}) {
@@ -92,27 +77,16 @@ TEST(SchemaDocument, ValuesAreReadByTheirType) {
     }
 }
 
-TEST(SchemaDocument, DefaultValuesOfFlagsAreFlags) {
-  const std::pair<Variant, const char*> cases[] = {
+TEST(SchemaDocument, ValuesThatNoDocumentHolds) {
+  const std::pair<Variant, const char*> defaults[] = {
       {256, "true"},    {0.5, "false"}, {Address(ValueType::Int32, 0), "0"},
       {"text", "text"}, {Null, ""},     {Date("2024"), "2024-01-01T12:00:00.000000000Z"}};
-  for (const auto& [value, written] : cases) {
-    const auto schema = SchemaWithColumn(ValueType::Bool);
+  const auto schema = SchemaWithColumn(ValueType::Bool);
+  for (const auto& [value, written] : defaults) {
+    const auto member = R"("defaultValue":")" + std::string(written) + "\"";
     EXPECT_TRUE(schema->SetDefaultValue("x", &value, nullptr));
-    EXPECT_EQ(MemberOf(JsonOf(*schema), "defaultValue"), written);
+    EXPECT_NE(JsonOf(*schema).find(member), std::string::npos) << JsonOf(*schema) << member;
   }
-}
-
-TEST(SchemaDocument, AllowedValuesAreReadAndWritten) {
-  for (const Case& c : Cases(kFile, "allowed values")) {
-    const auto member = R"("type":")" + std::string(c[0]) + R"(","value":")" + std::string(c[1]) +
-                        R"(","comparison":")" + std::string(c[2]) + "\"";
-    const std::string json = Rewritten(WithMember("allowed", member));
-    const auto begin = json.find("allowedValues");
-    EXPECT_EQ(MemberOf(json, "type", begin), c[3]) << c.where;
-    EXPECT_EQ(MemberOf(json, "comparison", begin), c[4]) << c.where;
-  }
-  const auto schema = SchemaWithColumn();
   EXPECT_TRUE(schema->AddAllowedValue("x", AllowedValue(Variant(kSomeUuid)).Get(), nullptr));
   EXPECT_EQ(JsonOf(*schema), "Unsupported schema type! Uuid");
 }
