@@ -1,5 +1,6 @@
 #include <chrono>
 
+#include "Callers.h"
 #include "Tables/TableSupport.h"
 
 namespace Data::tests {
@@ -133,6 +134,30 @@ TEST(Table, ObjectsThatAreNotItsOwnAreRefused) {
   for (const auto& c : cases) EXPECT_EQ(ThrownBy(c.operation).substr(0, c.error.size()), c.error);
   EXPECT_EQ(TextOf(*t), "1|x| 2|y| 3|z|");
   EXPECT_THROW(t->GetColumnByName("d"), std::out_of_range);
+}
+
+TEST(Table, ADictionaryThatFailsAddsNoRow) {
+  struct Failing final : CallersOwn<IVariantDictionary> {
+    explicit Failing(bool hasKey) : hasKey_(hasKey) {}
+    bool Get(const _VARIANT*, _VARIANT*, IErrorCode**) override { return false; }
+    bool Contains(const _VARIANT*, IErrorCode** error) override {
+      if (!hasKey_) *error = SomeError().Detach();
+      return hasKey_;
+    }
+    bool Set(const _VARIANT*, const _VARIANT*, IErrorCode**) override { return false; }
+    bool IsEmpty() override { return false; }
+    bool Clear() override { return false; }
+    std::uint64_t GetCount() override { return 1; }
+    bool GetKeys(IVariantList**, IErrorCode**) override { return false; }
+
+   private:
+    bool hasKey_;
+  };
+  const auto table = MakeTable({"a"});
+  for (const bool hasKey : {false, true})
+    EXPECT_EQ(ThrownBy([&] { table->AddRowFromDictionary(Core::MakePtr<Failing>(hasKey).Get()); }),
+              "Error while setting cell value");
+  EXPECT_EQ(table->GetRowCount(), 0);
 }
 
 TEST(Table, ListsItsRows) {
