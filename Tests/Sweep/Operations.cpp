@@ -163,19 +163,6 @@ Ptr<IJsonDocument> SchemaDocument() {
 std::vector<Operation> Operations() {
   // clang-format off: a line for an operation
   std::vector<Operation> operations = {
-      {"Data_CreateArray", [](Call& c) { return Data_CreateArray(c); }},
-      {"Data_CreateObjectList", [](Call& c) { return Data_CreateObjectList(c); }},
-      {"Data_CreateVariantList", [](Call& c) { return Data_CreateVariantList(c); }},
-      {"Data_CreateString", [](Call& c) { return Data_CreateString(c); }},
-      {"Data_CreateJsonDocument", [](Call& c) { return Data_CreateJsonDocument(c); }},
-      {"Data_CreateXmlDocument", [](Call& c) { return Data_CreateXmlDocument(c); }},
-      {"Data_CreateHtmlDocument", [](Call& c) { return Data_CreateHtmlDocument(c); }},
-      {"Data_CreateVariantDictionary", [](Call& c) { return Data_CreateVariantDictionary(c, c); }},
-      {"Data_CreateVariantPairList", [](Call& c) { return Data_CreateVariantPairList(c, c); }},
-      {"Data_CreateConfiguration", [](Call& c) { return Data_CreateConfiguration(c, c); }},
-      {"Data_CreateProperties", [](Call& c) { return Data_CreateProperties(c, c); }},
-      {"Data_CreateTable", [](Call& c) { return Data_CreateTable(c, c); }},
-      {"Data_CreateEncodingInstanceBase64", [](Call& c) { return Data_CreateEncodingInstanceBase64(c, c); }},
       {"Data_CreateHashingInstanceSha2", [](Call& c) { return Data_CreateHashingInstanceSha2(1, c, c); }},
       {"Data_CreateHashingInstanceHmacSha2", [](Call& c, IArray* key) { return Data_CreateHashingInstanceHmacSha2(0, key, c, c); }, Bytes},
       {"Data_CreateEnum", [](Call& c, IObjectList* texts) { return Data_CreateEnum(texts, c, c); }, Texts},
@@ -198,8 +185,6 @@ std::vector<Operation> Operations() {
       {"Data_ParseSchema", [](Call& c, IJsonDocument* d) { return Data_ParseSchema(d, c, c); }, SchemaDocument},
       {"Data_ParseSchema_Unexpected", [](Call& c, IJsonDocument* d) { return Data_ParseSchema(d, c, c); }, Document<Data_CreateJsonDocument, kOddSchema>},
       {"Data_ParseSchema_Fails", [](Call& c, IJsonDocument* d) { return Data_ParseSchema(d, c, c); }, Json},
-      {"Data_CreateMinimumDateTime", [](Call& c) { return Data_CreateMinimumDateTime(c); }},
-      {"Data_CreateMaximumDateTime", [](Call& c) { return Data_CreateMaximumDateTime(c); }},
       {"Data_CreateDateTimeFromIso8601", [](Call& c) { return Data_CreateDateTimeFromIso8601("2024-11-14T10:20:30.5", c, c); }},
       {"Data_CreateDateTimeFromIso8601_Fails", [](Call& c) { return Data_CreateDateTimeFromIso8601(kText, c, c); }},
       {"Data_CreateDateTimeFromPosixTime", [](Call& c) { return Data_CreateDateTimeFromPosixTime(1, c); }},
@@ -259,7 +244,8 @@ std::vector<Operation> Operations() {
       {"ITable_InsertRowCopy", [](ITable* t, ITable* from) { return t->InsertRowCopy(1, from->GetRow(1)); }, Table, Indexed},
       {"ITable_RemoveRows", [](ITable* t) { t->RemoveRows(1, 2); }, Indexed},
       {"ITable_RemoveRow", [](ITable* t) { t->RemoveRow(1); }, Indexed},
-      {"ITable_SetCellByName", [](Call& c, ITable* t) { t->SetCellByName(3, "id", &c.text); }, Indexed},  {"ITable_SetCell", [](Call& c, ITable* t) { t->SetCell(3, 0, &c.text); }, Indexed},
+      {"ITable_SetCellByName", [](Call& c, ITable* t) { t->SetCellByName(3, "id", &c.text); }, Indexed},
+      {"ITable_SetCell", [](Call& c, ITable* t) { t->SetCell(3, 0, &c.text); }, Indexed},
       {"ITable_GetRows", [](Call& c, ITable* t) { return t->GetRows(c, c); }, Table},
       {"ITable_BuildIndex", [](Call& c, ITable* t) { return t->BuildIndex(1, t->GetColumn(0), c); }, Table},
       {"ITable_FindRow_Fails", [](Call& c, ITable* t) { return t->FindRow(&c.text); }, Table},
@@ -296,6 +282,23 @@ std::vector<Operation> Operations() {
       {"ISchema_Clone", [](Call& c, ISchema* s) { return s->Clone(c, c); }, Schema},
   };
   // clang-format on
+  const auto add = [&]<class... Create>(Create... create) {
+    (operations.emplace_back("Data_Create_" + std::to_string(operations.size()),
+                             [=](Call& c) {
+                               if constexpr (std::is_invocable_v<Create, Call&>)
+                                 return create(c);
+                               else
+                                 return create(c, c);
+                             }),
+     ...);
+  };
+  add(Data_CreateArray, Data_CreateObjectList, Data_CreateVariantList, Data_CreateString,
+      Data_CreateJsonDocument, Data_CreateXmlDocument, Data_CreateHtmlDocument,
+      Data_CreateRtfDocument, Data_CreateVariantDictionary, Data_CreateVariantPairList,
+      Data_CreateConfiguration, Data_CreateProperties, Data_CreateTable,
+      Data_CreateEncodingInstanceBase64, Data_CreateEncodingInstanceBase64Url,
+      Data_CreateHashingInstanceMD5, Data_CreateHashingInstanceSha1, Data_CreateMinimumDateTime,
+      Data_CreateMaximumDateTime);
   using SetText = bool (ISchema::*)(const char*, const char*, IErrorCode**);
   for (const SetText set : {&ISchema::SetColumnDescription, &ISchema::SetUpdateExpression,
                             &ISchema::SetInsertExpression, &ISchema::SetUnit,
