@@ -30,82 +30,58 @@ class Steps {
   bool HasOnlyOwnValues() const { return hasOnlyOwnValues_; }
 
  private:
-  void Step();
-  void SetTexts(const char* name);
-  void SetFlags(const char* name);
-  void AllowValue(const char* name);
+  void SetText(const char* name) {
+    constexpr bool (ISchema::*kSetters[])(const char*, const char*, Core::IErrorCode**) = {
+        &ISchema::SetColumnDescription,
+        &ISchema::SetUpdateExpression,
+        &ISchema::SetUnit,
+        &ISchema::SetInsertExpression,
+        &ISchema::SetDisplayName,
+        &ISchema::SetGroup,
+        &ISchema::SetHelpUri};
+    const auto setter = kSetters[input_.Below(std::size(kSetters))];
+    Require((schema_.Get()->*setter)(name, input_.Text(20).c_str(), nullptr));
+  }
+  void SetFlag(const char* name) {
+    constexpr bool (ISchema::*kSetters[])(const char*, bool, Core::IErrorCode**) = {
+        &ISchema::SetAllowAnyValue, &ISchema::SetReadOnly, &ISchema::SetVisible,
+        &ISchema::SetDisplayAttribute, &ISchema::SetNullable};
+    const auto setter = kSetters[input_.Below(std::size(kSetters))];
+    Require((schema_.Get()->*setter)(name, input_.Flag(), nullptr));
+  }
+  void AllowValue(const char* name) {
+    const Variant value = AnyValue(input_);
+    const auto comparison = static_cast<Data::Structures::ComparisonOperator>(input_.Below(8));
+    const std::string text = input_.Text(8);
+    Ptr<IAllowedValue> allowed;
+    if (Data_CreateAllowedValue(&value, comparison, text.c_str(), "", text.c_str(), "",
+                                allowed.Receive(), nullptr))
+      Require(schema_->AddAllowedValue(name, allowed.Get(), nullptr));
+    hasOnlyOwnValues_ = false;
+  }
+  void SetDefault(const char* name) {
+    const Variant value = AnyValue(input_);
+    schema_->SetDefaultValue(name, &value, nullptr);
+    hasOnlyOwnValues_ = false;
+  }
+  void Step() {
+    const char* name = kNames[input_.Below(std::size(kNames))];
+    const auto type = static_cast<ValueType>(input_.Below(28));
+    const std::uint32_t step = input_.Below(8);
+    if (step < 2)
+      schema_->AddColumn(name, type, static_cast<std::int8_t>(input_.Byte()), 2, nullptr);
+    if (step == 2) SetText(name);
+    if (step == 3) SetFlag(name);
+    if (step == 4) AllowValue(name);
+    if (step == 5) SetDefault(name);
+    if (step == 6) schema_->SetIdentifierColumn(name);
+    if (step == 7) schema_->SetTitle(input_.Text(12).c_str());
+  }
 
   Input& input_;
   Ptr<ISchema> schema_;
-  Error error_;
   bool hasOnlyOwnValues_ = true;
 };
-
-void Steps::SetTexts(const char* name) {
-  using Setter = bool (ISchema::*)(const char*, const char*, Core::IErrorCode**);
-  constexpr Setter kSetters[] = {&ISchema::SetColumnDescription,
-                                 &ISchema::SetUpdateExpression,
-                                 &ISchema::SetUnit,
-                                 &ISchema::SetInsertExpression,
-                                 &ISchema::SetDisplayName,
-                                 &ISchema::SetGroup,
-                                 &ISchema::SetHelpUri};
-  const Setter setter = kSetters[input_.Below(std::size(kSetters))];
-  Require((schema_.Get()->*setter)(name, input_.Text(20).c_str(), error_.Receive()));
-}
-
-void Steps::SetFlags(const char* name) {
-  using Setter = bool (ISchema::*)(const char*, bool, Core::IErrorCode**);
-  constexpr Setter kSetters[] = {&ISchema::SetAllowAnyValue, &ISchema::SetReadOnly,
-                                 &ISchema::SetVisible, &ISchema::SetDisplayAttribute,
-                                 &ISchema::SetNullable};
-  const Setter setter = kSetters[input_.Below(std::size(kSetters))];
-  Require((schema_.Get()->*setter)(name, input_.Flag(), error_.Receive()));
-}
-
-void Steps::AllowValue(const char* name) {
-  const Variant value = AnyValue(input_);
-  const auto comparison = static_cast<Data::Structures::ComparisonOperator>(input_.Below(8));
-  const std::string text = input_.Text(8);
-  Ptr<IAllowedValue> allowed;
-  if (Data_CreateAllowedValue(&value, comparison, text.c_str(), "", text.c_str(), "",
-                              allowed.Receive(), error_.Receive()))
-    Require(schema_->AddAllowedValue(name, allowed.Get(), error_.Receive()));
-  hasOnlyOwnValues_ = false;
-}
-
-void Steps::Step() {
-  const char* name = kNames[input_.Below(std::size(kNames))];
-  const auto type = static_cast<ValueType>(input_.Below(28));
-  switch (input_.Below(8)) {
-    case 0:
-    case 1:
-      schema_->AddColumn(name, type, static_cast<std::int8_t>(input_.Byte()), 2, error_.Receive());
-      break;
-    case 2:
-      SetTexts(name);
-      break;
-    case 3:
-      SetFlags(name);
-      break;
-    case 4:
-      AllowValue(name);
-      break;
-    case 5: {
-      const Variant value = AnyValue(input_);
-      schema_->SetDefaultValue(name, &value, error_.Receive());
-      hasOnlyOwnValues_ = false;
-      break;
-    }
-    case 6:
-      schema_->SetType(name, type, error_.Receive());
-      hasOnlyOwnValues_ = false;
-      break;
-    default:
-      schema_->SetIdentifierColumn(name);
-      schema_->SetTitle(input_.Text(12).c_str());
-  }
-}
 
 Ptr<IJsonDocument> DocumentOf(std::string_view text) {
   const auto document = New(Data_CreateJsonDocument);
