@@ -26,8 +26,9 @@ namespace Data::impl {
 class VariantMap {
  public:
   struct Entry {
-    Entry(Core::Variant&& newKey, Core::Variant&& newValue) noexcept
-        : key(std::move(newKey)), value(std::move(newValue)) {}
+    template <class Key>
+    Entry(Key&& newKey, Core::Variant&& newValue)
+        : key(std::forward<Key>(newKey)), value(std::move(newValue)) {}
 
     Core::Variant key;
     Core::Variant value;
@@ -52,6 +53,8 @@ class VariantMap {
     std::uint64_t entry = 0;
   };
 
+  template <class Key>
+  void Put(Key&& key, Core::Variant& value);
   std::size_t FirstSlot(std::uint64_t hash) const;
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
   std::uint64_t Find(const Structures::_VARIANT& key) const;
@@ -74,16 +77,26 @@ inline Core::Variant VariantMap::Get(const Structures::_VARIANT& key) const {
 inline bool VariantMap::Contains(const Structures::_VARIANT& key) const { return Find(key) != 0; }
 
 inline void VariantMap::Set(const Structures::_VARIANT& key, Core::Variant value) {
+  // An object is referenced before the search, because that may change the map.
+  if (Core::ReferencedObject(key)) {
+    Put(Core::Variant(key), value);
+  } else {
+    Put(key, value);
+  }
+}
+
+/// @param key    goes into a new entry
+/// @param value  gets the value that it replaces
+template <class Key>
+void VariantMap::Put(Key&& key, Core::Variant& value) {
   const std::uint64_t hash = HashOf(key);
   const bool hasSlot = !EqualsNothing(key);
-  // Copied before the search, because adding the reference may change the map.
-  Core::Variant newKey(key);
   if (hasSlot) {
     if (const std::uint64_t found = Find(key, hash))
       return std::swap(entries_[found - 1].value, value);
     if (2 * (occupied_ + 1) > slots_.size()) Grow();
   }
-  entries_.emplace_back(std::move(newKey), std::move(value));
+  entries_.emplace_back(std::forward<Key>(key), std::move(value));
   if (hasSlot) Occupy({hash, entries_.size()});
 }
 
