@@ -244,6 +244,7 @@ std::vector<Operation> Operations() {
       {"ITable_InsertRowCopy", [](ITable* t, ITable* from) { return t->InsertRowCopy(1, from->GetRow(1)); }, Table, Indexed},
       {"ITable_RemoveRows", [](ITable* t) { t->RemoveRows(1, 2); }, Indexed},
       {"ITable_RemoveRow", [](ITable* t) { t->RemoveRow(1); }, Indexed},
+      {"ITable_SetCell_Wide", [](ITable* t) { t->SetCell(3, 0, t->GetCellAt(1, 1)); }, Indexed},
       {"ITable_SetCellByName", [](Call& c, ITable* t) { t->SetCellByName(3, "id", &c.text); }, Indexed},
       {"ITable_SetCell", [](Call& c, ITable* t) { t->SetCell(3, 0, &c.text); }, Indexed},
       {"ITable_GetRows", [](Call& c, ITable* t) { return t->GetRows(c, c); }, Table},

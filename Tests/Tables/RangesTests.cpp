@@ -37,7 +37,7 @@ TEST(Ranges, CellsAreMeantByPositionNameOrColumn) {
   EXPECT_EQ(row.Get<int>(height), 2465);
   EXPECT_EQ(row.Get<std::string_view>(std::string("name")), "Glittertind");
   EXPECT_EQ(&row[std::size_t{1}], row.Cells().data() + 1);
-  row.Set("name", "a");
+  row.Set("name"s, "a");
   row.Set(1, Null);
   EXPECT_TRUE(row.IsNull(height));
   row.Set(height, 3);
