@@ -1,7 +1,7 @@
 #include "Prelude.h"
 
 #include "CallersText.h"
-#include "Containers/RecordOf.h"
+#include "Records.h"
 
 namespace Data::tests {
 

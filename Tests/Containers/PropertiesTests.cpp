@@ -1,6 +1,6 @@
 #include "Prelude.h"
 
-#include "Containers/RecordOf.h"
+#include "Records.h"
 
 namespace Data::tests {
 
@@ -55,7 +55,7 @@ TEST(Properties, RegistersConcreteTypesAlone) {
 
 TEST(Properties, FailuresChangeNothing) {
   const auto properties = NewProperties();
-  const Variant five(5), undefined = RecordOf("code 28");
+  const Variant five(5), undefined = RecordOf("28");
   const auto add = [&](const char* name, ValueType type, const _VARIANT* defaultValue) {
     return Failure([&](auto e) { return properties->Register(name, type, true, defaultValue, e); });
   };

@@ -87,16 +87,6 @@ TEST(Ptr, CastsToAnotherInterfaceOfTheObject) {
   EXPECT_EQ(ReferencesTo(array), 2u);
 }
 
-TEST(Failures, NameTheTypeThatIsMissing) {
-  EXPECT_EQ(ThrownBy([] { Core::CheckOutPointer<IVariantList>(nullptr); }),
-            "Pointer to a pointer of struct Data::Interfaces::IVariantList must not be null! "
-            "Address of return must be specified!");
-  EXPECT_EQ(ThrownBy([] { Core::CheckArgument<const void>(nullptr); }),
-            "Pointer of void must not be null!");
-  EXPECT_EQ(ThrownBy([] { Core::CheckArgument<const char>(nullptr); }), kNullText);
-  EXPECT_EQ(ThrownBy([] { Core::CheckArgument<const _VARIANT>(nullptr); }), kNullRecord);
-}
-
 TEST(StringFormat, FormatsAsPrintf) {
   const std::string longText(100'000, 'x');
   EXPECT_EQ(Core::StringFormat("%s", ""), "");

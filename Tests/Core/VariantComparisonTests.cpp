@@ -45,15 +45,6 @@ TEST(VariantComparison, OfObjectsGoesByAddress) {
   EXPECT_EQ(Order(Variant::StringList(greater), Variant::StringList(less)), 1);
 }
 
-TEST(VariantComparison, OfErrorsGoesByText) {
-  const auto first = SomeError();  // ...VariantDictionary
-  Ptr<IErrorCode> second;          // ...VariantPairList
-  ASSERT_FALSE(Data_CreateVariantPairList(nullptr, second.Receive()));
-  EXPECT_EQ(Order(first, second), -1);
-  EXPECT_EQ(Order(second, first), 1);
-  EXPECT_EQ(Order(first, first), 0);
-}
-
 TEST(VariantComparison, NeverFollowsAnUndefinedReference) {
   const Variant undefined = Record(static_cast<ValueType>(200), StorageForm::Reference, 0xBAD);
   EXPECT_EQ(ThrownBy([&] { Compare(undefined, undefined); }),
