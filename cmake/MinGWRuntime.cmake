@@ -3,7 +3,7 @@
 foreach(name libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}.dll
     OUTPUT_VARIABLE dll OUTPUT_STRIP_TRAILING_WHITESPACE)
-  if(NOT IS_ABSOLUTE "${dll}")  # the compiler answers with the bare name of what it does not find
+  if(NOT IS_ABSOLUTE "${dll}")  # the compiler prints only the name of a file that it does not find
     find_file(dll_${name} ${name}.dll PATHS /usr/x86_64-w64-mingw32/lib NO_CMAKE_FIND_ROOT_PATH REQUIRED)
     set(dll ${dll_${name}})
   endif()

@@ -15,13 +15,13 @@ using Buffer = std::vector<std::uint8_t>;
 
 [[noreturn]] void ThrowTooLong() { throw std::length_error("vector too long"); }
 
-/// stride * count as a number of bytes that a buffer can have.
+/// stride * count in bytes.
 std::size_t LengthOf(std::uint64_t stride, std::uint64_t count) {
   if (stride != 0 && count > Buffer().max_size() / stride) ThrowTooLong();
   return static_cast<std::size_t>(stride * count);
 }
 
-/// Bytes to copy from. They may be a buffer's own, which move when it grows.
+/// Bytes to copy from. They may lie in the buffer itself, where they move when it grows.
 class SourceBytes {
  public:
   SourceBytes(const void* bytes, const Buffer& buffer)
@@ -49,7 +49,7 @@ void ArrayImpl::SetData(const void* source, std::uint64_t stride, std::uint64_t 
   const std::size_t length = LengthOf(stride, count);
   if (length != 0) {
     Core::CheckArgument(source);
-    // A copy first: the source may lie in this very buffer.
+    // Copied before the buffer is replaced: the source may lie in it.
     const auto* first = static_cast<const std::uint8_t*>(source);
     bytes_ = Buffer(first, first + length);
   } else {
@@ -67,7 +67,8 @@ void ArrayImpl::Resize(std::uint64_t stride, std::uint64_t count) {
 
 void* ArrayImpl::GetPointer(std::uint64_t offset, std::uint64_t size, Core::IErrorCode** error) {
   return Core::Guarded(error, [&]() -> void* {
-    // The sum wraps by contract, so the offset is added as a number.
+    // The sum wraps by contract. A wrapped offset is no valid pointer offset, so it is added as an
+    // integer.
     if (offset + size > bytes_.size())
       throw std::runtime_error("Offset or size are not in data bounds");
     return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(bytes_.data()) + offset);

@@ -31,7 +31,7 @@ bool ConfigurationImpl::Get(const char* name, _VARIANT* destination) {
 void ConfigurationImpl::Set(const char* name, const _VARIANT* value) {
   Core::CheckArgument(name);
   Core::Variant* existing = Find(name);
-  // A rejected value leaves a new name behind, present but not enumerated.
+  // A rejected value leaves a new name in the configuration, but not among the enumerated names.
   Core::Variant& entry = existing ? *existing : entries_.Add(name, {});
   Core::CheckInitialized(value);
   if (!existing) listedNames_ = entries_.Count();

@@ -9,14 +9,13 @@
 
 namespace Data::impl {
 
-/// A configuration's own fields, which come before its lock and its reference count.
+/// A configuration's own fields. Their memory precedes that of its lock and its reference count.
 struct ConfigurationFields : Interfaces::IConfiguration {
  protected:
   ~ConfigurationFields() = default;
 
   NameMap<Core::Variant> entries_;
-  /// How many of the names are enumerated: all that were there after the latest
-  /// addition of a name with a value.
+  /// How many names are enumerated: all that existed when a name with a value was last added.
   std::uint64_t listedNames_ = 0;
   bool mayHoldObjects_ = false;
 };

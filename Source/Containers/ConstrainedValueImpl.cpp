@@ -36,10 +36,10 @@ ConstrainedValueImpl::ConstrainedValueImpl(const _VARIANT& value, const _VARIANT
   state_ = Clamped(Core::Variant(value), Core::Variant(min), Core::Variant(max));
 }
 
-/// The value is kept, or replaced by the bound that it lies beyond.
+/// The new state: the value is replaced by the bound that it exceeds, if any.
 ConstrainedValueImpl::State ConstrainedValueImpl::Clamped(Core::Variant value, Core::Variant min,
                                                           Core::Variant max) {
-  // Both comparisons come first: one of them may fail.
+  // Both comparisons come before any change, since one of them may fail.
   const int againstMin = Core::Compare(value, min), againstMax = Core::Compare(value, max);
   if (againstMax == 1) {
     value = max;
@@ -53,8 +53,8 @@ void ConstrainedValueImpl::ReleaseItems(Teardown& teardown) {
   for (Core::Variant* item : {&state_.value, &state_.min, &state_.max}) teardown.Release(*item);
 }
 
-// Comparing may call code of the program, which may set this very value. So each operation
-// computes from copies, stores a whole new state, and releases the old one last.
+// A comparison may run the caller's code, which may set this very value. So each operation computes
+// from copies, stores a complete new state, and releases the old one last.
 
 bool ConstrainedValueImpl::SetConstraints(const _VARIANT* min, const _VARIANT* max,
                                           Core::IErrorCode** error) {

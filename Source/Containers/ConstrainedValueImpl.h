@@ -7,7 +7,7 @@
 namespace Data::impl {
 
 struct ConstrainedValueImpl final : ContainerBase<Interfaces::IConstrainedValue> {
-  /// @throws std::runtime_error as `SetConstraints` fails
+  /// @throws std::runtime_error with the messages of `SetConstraints`
   ConstrainedValueImpl(const Structures::_VARIANT& value, const Structures::_VARIANT& min,
                        const Structures::_VARIANT& max);
 
@@ -20,7 +20,7 @@ struct ConstrainedValueImpl final : ContainerBase<Interfaces::IConstrainedValue>
   void GetValue(Structures::_VARIANT* destination) override;
 
  private:
-  /// A value and the range in which it lies; replaced as a whole.
+  /// A value and its range; replaced as a whole.
   struct State {
     Core::Variant value, min, max;
   };

@@ -21,9 +21,9 @@ class NameMap {
     return found != entries_.end() ? &found->second : nullptr;
   }
 
-  /// @pre the name is not there
+  /// @pre the name is new
   Value& Add(std::string_view name, Value value) {
-    // First, so that a failure to allocate leaves every entry with an index.
+    // First, so that after a failure to allocate every entry still has an index.
     order_.resize(entries_.size() + 1);
     const auto added = entries_.emplace(name, std::move(value)).first;
     order_.back() = &*added;

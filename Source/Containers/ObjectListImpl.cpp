@@ -30,7 +30,7 @@ void ObjectListImpl::Add(Core::IObject* object) {
 }
 
 void ObjectListImpl::Clear() {
-  // The list is empty before the objects go: releasing one may run code of the program.
+  // The list is emptied before its objects are released: releasing one may run the caller's code.
   const auto released = std::exchange(objects_, {});
 }
 

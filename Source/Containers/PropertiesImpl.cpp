@@ -20,8 +20,7 @@ void CheckConcrete(ValueType type) {
         static_cast<int>(type)));
 }
 
-/// Rejects a record that is not of the form, or refers to an object that is not of the interface,
-/// that its type stands for.
+/// Rejects a record whose storage form, or whose object's interface, does not match its type.
 void CheckForm(const _VARIANT& value) {
   switch (Core::KindOf(Core::TypeOf(value))) {
     case Core::ValueKind::Object:

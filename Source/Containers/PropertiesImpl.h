@@ -32,7 +32,8 @@ struct PropertiesImpl final : ContainerBase<Interfaces::IProperties> {
     Core::Variant defaultValue = Core::Null;
     Core::Variant value = Core::Null;
 
-    /// What it reads as: Null only without a value and a default, neither of which can be Null.
+    /// What `Get` returns. Null means that neither a value nor a default is set; neither can be set
+    /// to Null.
     const Core::Variant& Effective() const { return value.IsNull() ? defaultValue : value; }
   };
 

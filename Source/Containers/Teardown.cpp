@@ -19,12 +19,12 @@ namespace {
 
 template <class... Containers>
 struct ClassList {
-  /// Calls `visit` with an object as the class it is.
+  /// Calls `visit` with the object cast to its class.
   /// @return false for an object of any other class
   template <class Visit>
   static bool VisitAsItsClass(IObject& object, const Visit& visit) {
     const std::type_info* type = Core::ClassOf(object);
-    // These classes are internal to the library, so each has type information at one address.
+    // These classes are internal to the library, so each has its type information at one address.
     return ((type == &typeid(Containers) && (visit(static_cast<Containers&>(object)), true)) ||
             ...);
   }

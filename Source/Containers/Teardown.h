@@ -8,18 +8,18 @@ namespace Data::impl {
 
 /// Frees containers that hold each other, however deeply nested, without recursion.
 ///
-/// If each container released its items as it ended, a chain of containers would take stack for
-/// every link. Instead the first one to end starts a teardown, which takes over the references
-/// that the container holds. An item that is a container of this library and ends as well joins
-/// a list that is linked through the containers themselves, so that nothing is allocated; any
-/// other item is released as usual. The teardown frees what is on the list until it is empty.
+/// If each container released its items in its destructor, a chain of containers would use stack
+/// for every link. Instead, the first container to lose its last reference starts a teardown, which
+/// takes over the references that the container holds. An item that is a container of this library,
+/// and loses its last reference too, joins a list that is linked through the containers themselves,
+/// so nothing is allocated; any other item is released as usual. The teardown frees the containers
+/// on the list until it is empty.
 class Teardown {
  public:
-  /// Ends a container that has no references left. Its class is among those that Teardown.cpp
-  /// lists.
+  /// Destroys a container that has no references left. Its class must be listed in Teardown.cpp.
   static void End(Core::IObject& container) noexcept;
 
-  /// Takes over the reference that an ending container holds.
+  /// Takes over a reference from a container that is being destroyed.
   void Release(Core::Ptr<Core::IObject>& object) {
     if (object) Release(object.Detach());
   }
@@ -33,8 +33,8 @@ class Teardown {
   Core::IObject* next_ = nullptr;  ///< the first container to be freed
 };
 
-/// `ObjectBase` for classes whose objects may hold each other. Each has an operation
-/// `void ReleaseItems(Teardown&)` that gives up every reference it holds.
+/// `ObjectBase` for classes whose objects may hold each other. Each has an operation `void
+/// ReleaseItems(Teardown&)` that hands over every reference it holds.
 template <class Interface>
 class ContainerBase : public Core::ObjectBase<Interface> {
  public:

@@ -22,7 +22,7 @@ bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
     Core::CheckRecord(key);
     Core::CheckArgument(destination);
     Core::Variant value = map_.Get(*key);
-    std::swap<_VARIANT>(value, *destination);  // what the destination held is released last
+    std::swap<_VARIANT>(value, *destination);  // its previous value is released last
   });
 }
 

@@ -19,8 +19,8 @@ namespace {
 constexpr std::uint64_t kOffsetBasis = 0xcbf29ce484222325;
 constexpr std::uint64_t kPrime = 0x100000001b3;
 
-/// The word's bytes from the least significant one up, then an offset that
-/// keeps numbers apart from short texts of the same bytes.
+/// FNV-1a over the word's bytes, least significant first, plus an offset that keeps numbers apart
+/// from short texts of the same bytes.
 constexpr std::uint64_t HashWord(std::uint64_t word) {
   std::uint64_t hash = kOffsetBasis;
   for (int shift = 0; shift < 64; shift += 8) hash = (hash ^ (word >> shift & 0xFF)) * kPrime;
@@ -36,14 +36,14 @@ std::uint64_t HashReal(double value) {
   return HashWord(std::bit_cast<std::uint64_t>(value == 0 ? 0.0 : value));  // -0.0 equals 0.0
 }
 
-/// Whether hashing, comparing or counting references to a key may run code of the program, which
-/// may change anything: the key is an object of another class than these.
+/// Whether hashing or comparing a key, or counting references to it, may run the caller's code,
+/// which may change anything. True for objects of all classes but these two.
 bool MayCallBack(const _VARIANT& key) {
   IObject* object = ReferencedObject(key);
   return object && !ExactCast<MultiByteStringImpl>(object) && !ExactCast<DateTimeImpl>(object);
 }
 
-/// Whether two numbers or short texts are alike to the bit: most keys that are found are.
+/// Whether two numbers or short texts are bit-identical, as most matching keys are.
 bool AreSameValue(const _VARIANT& left, const _VARIANT& right) {
   const bool areAlike =
       left.type == right.type && left.value[0] == right.value[0] && left.value[1] == right.value[1];
@@ -93,7 +93,7 @@ std::uint64_t HashOf(const _VARIANT& key) {
       return HashWord(key.value[0]);
     case ValueKind::Text:
     case ValueKind::Document:
-    case ValueKind::Error:  // has no text as a key and fails as one
+    case ValueKind::Error:  // has no text, so reading it fails
       return MayCallBack(key) ? HashText(GetStringView(Variant(key)))
                               : HashText(GetStringView(key));
     case ValueKind::DateTime:
@@ -115,7 +115,7 @@ bool AreEqualKeys(const _VARIANT& stored, const _VARIANT& key) {
     return AreEqualHeld(left, right);
   }
   if (!AreTexts(stored, key)) return Compare(stored, key) == 0;
-  // Hashing has left both as UTF-8, so no string object is made for a short text.
+  // Hashing has already converted both to UTF-8, so no string object is created for a short text.
   return AreEqualTexts(GetStringView(stored), GetStringView(key));
 }
 

@@ -11,18 +11,17 @@
 
 namespace Data::impl {
 
-/// A hash map of values: entries are added, given another value, or all removed at once.
+/// A hash map of values. Entries can be added, given another value, or all removed at once.
 ///
-/// `entries_` holds the keys and values in the order in which they were added. `slots_` finds
-/// them: an open-addressed table with linear probing, a power of two in size and at most half
-/// full. A key's hash gives the slot where its search begins; the search goes from slot to slot
-/// until it meets an equal key or a free slot. Each slot keeps the hash of its entry, so that
-/// most other keys are told apart without a look at them and the table grows without hashing
-/// any key again.
+/// `entries_` holds the keys and values in the order in which they were added. `slots_` finds them:
+/// an open-addressed table with linear probing, a power of two in size and at most half full. A
+/// key's hash gives the slot where its search begins; the search goes from slot to slot until it
+/// meets an equal key or a free slot. Each slot keeps the hash of its entry, so most other keys are
+/// rejected without comparing them, and the table grows without hashing any key again.
 ///
-/// Hashing and comparing keys, and counting references, may run code of the program, which may
-/// change this very map. So a change is made at once, between two such calls, what it removes is
-/// released after it, and a search looks at the table again after every comparison.
+/// Hashing and comparing keys, and counting references, may run the caller's code, which may change
+/// this very map. So every change is made between two such calls, what it removes is released
+/// afterwards, and a search reads the table again after every comparison.
 class VariantMap {
  public:
   struct Entry {
@@ -35,11 +34,11 @@ class VariantMap {
   };
 
   /// The value of an equal key.
-  /// @throws std::out_of_range without one, and what hashing and comparing throw
+  /// @throws std::out_of_range if there is none, and what hashing and comparing throw
   Core::Variant Get(const Structures::_VARIANT& key) const;
   /// @throws what hashing and comparing throw
   bool Contains(const Structures::_VARIANT& key) const;
-  /// Gives the entry of an equal key another value, or adds an entry.
+  /// Replaces the value of an equal key, or adds an entry.
   /// @throws as `Contains`; the map is then as before
   void Set(const Structures::_VARIANT& key, Core::Variant value);
   void Clear();
@@ -64,7 +63,7 @@ class VariantMap {
 
   std::vector<Entry> entries_;
   std::vector<Slot> slots_;
-  std::size_t occupied_ = 0;  ///< slots; keys that equal nothing have none
+  std::size_t occupied_ = 0;  ///< slots in use; keys that equal nothing have none
   std::uint64_t clears_ = 0;  ///< how often the map was cleared
 };
 
@@ -77,7 +76,7 @@ inline Core::Variant VariantMap::Get(const Structures::_VARIANT& key) const {
 inline bool VariantMap::Contains(const Structures::_VARIANT& key) const { return Find(key) != 0; }
 
 inline void VariantMap::Set(const Structures::_VARIANT& key, Core::Variant value) {
-  // An object is referenced before the search, because that may change the map.
+  // The reference to an object is added before the search, because adding it may change the map.
   if (Core::ReferencedObject(key)) {
     Put(Core::Variant(key), value);
   } else {
@@ -85,8 +84,8 @@ inline void VariantMap::Set(const Structures::_VARIANT& key, Core::Variant value
   }
 }
 
-/// @param key    goes into a new entry
-/// @param value  gets the value that it replaces
+/// @param key    stored if an entry is added
+/// @param value  receives the value that it replaces
 template <class Key>
 void VariantMap::Put(Key&& key, Core::Variant& value) {
   const std::uint64_t hash = HashOf(key);
@@ -118,8 +117,8 @@ inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key) const {
   return EqualsNothing(key) ? 0 : Find(key, hash);
 }
 
-/// The number of the entry with an equal key, or 0. Entries that a comparison adds are not looked
-/// at, so that the search ends.
+/// The number of the entry with an equal key, or 0. Entries that a comparison adds are skipped, so
+/// that the search ends.
 inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key, std::uint64_t hash) const {
   if (slots_.empty()) return 0;
   const std::uint64_t clears = clears_;
@@ -130,7 +129,7 @@ inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key, std::uint
     const bool isEqual = AreEqualKeys(entries_[slot.entry - 1].key, key);
     if (clears_ != clears) return 0;
     if (isEqual) return slot.entry;
-    if (slots_.size() != slotCount) return Find(key, hash);  // the slots have moved: begin again
+    if (slots_.size() != slotCount) return Find(key, hash);  // the table has grown: start again
   }
   return 0;
 }

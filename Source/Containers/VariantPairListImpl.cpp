@@ -29,7 +29,7 @@ bool VariantPairListImpl::GetAt(std::uint64_t index, _VARIANT* key, _VARIANT* va
     Core::Variant foundKey = pairs_[index].key;
     CheckIndex(index);  // again: adding the key's reference may call code that changes this list
     Core::Variant foundValue = pairs_[index].value;
-    // What the destinations held is released last.
+    // The destinations' previous values are released last.
     std::swap<_VARIANT>(foundKey, *key);
     std::swap<_VARIANT>(foundValue, *value);
   });

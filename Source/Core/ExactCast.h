@@ -7,8 +7,8 @@
 
 namespace Core {
 
-/// The object if its class is exactly this one of the library's own, else null: one
-/// comparison, where a cast to an interface walks through the base classes.
+/// The object if its class is exactly this one of the library, else null. Takes one comparison,
+/// whereas a cast to an interface walks through the base classes.
 template <class Implementation>
 Implementation* ExactCast(IObject* object) {
   const std::type_info* type = object ? ClassOf(*object) : nullptr;

@@ -9,7 +9,7 @@ void ReportError(IErrorCode** error, std::string_view message, ErrorKind kind) n
   try {
     *error = new impl::ErrorCodeImpl(message, static_cast<std::uint32_t>(kind));
   } catch (...) {
-    // Without memory for the error object the result alone reports the failure.
+    // Without memory for an error object, the result alone reports the failure.
   }
 }
 

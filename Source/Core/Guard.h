@@ -13,13 +13,12 @@ namespace Core {
 
 enum class ErrorKind : std::uint32_t { Problem = 0, UnknownException = 1, StandardException = 2 };
 
-/// Stores a new error object if the caller asked for one and holds none yet; does
-/// nothing without memory for it.
+/// Stores a new error object if `error` is not null and holds none yet; does nothing if there is no
+/// memory for one.
 void ReportError(IErrorCode** error, std::string_view message, ErrorKind kind) noexcept;
 
-/// Runs the body of a guarded operation or export so that no exception leaves it.
-/// A body without a result succeeds by returning; a failure gives false, zero or
-/// null.
+/// Runs the body of a guarded operation or export so that no exception leaves it. A body without a
+/// result succeeds by returning; after a failure the result is false, zero or null.
 template <class Body>
 auto Guarded(IErrorCode** error, Body&& body) noexcept {
   using Result = std::invoke_result_t<Body>;

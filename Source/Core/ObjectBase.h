@@ -8,8 +8,8 @@
 
 namespace Core {
 
-/// The first six slots for every implementation: counts, locks, frees. A class
-/// that derives from `ObjectBase<IXxx>` holds only behaviour.
+/// Implements the first six slots: reference counting, locking and destruction. A class that
+/// derives from `ObjectBase<IXxx>` adds only its own operations.
 template <class Interface>
 class ObjectBase : public Interface {
  public:
@@ -24,7 +24,7 @@ class ObjectBase : public Interface {
   void Unlock() override { mutex_.unlock(); }
   void Destroy() override { delete this; }
 
-  /// Gives one reference back without destroying the object.
+  /// Drops one reference without destroying the object.
   /// @return whether it was the last one: the caller then destroys the object
   bool DropReference() { return references_.fetch_sub(1) <= 1; }
 

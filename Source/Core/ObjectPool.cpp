@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kSmallestRegion = std::size_t{4} << 10;
 constexpr std::size_t kLargestRegion = std::size_t{16} << 20;
-/// From here on a partly used large page at the end of a region weighs little.
+/// From this size on, a partly used large page at the end of a region hardly matters.
 constexpr std::size_t kLargePageRegion = std::size_t{4} << 20;
 /// Left to the heap for its own header, so that a region fills whole pages.
 constexpr std::size_t kHeapHeader = 64;

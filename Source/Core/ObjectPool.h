@@ -8,22 +8,21 @@
 
 namespace Core {
 
-/// Memory for many small objects that are created together, such as the rows,
-/// texts and date-times of a table that is read.
+/// Memory for many small objects that are created together, such as the rows, texts and date-times
+/// of a table that is being read.
 ///
-/// They are allocated one after another from regions, which come from the heap
-/// and grow up to 16 MB, so creating or freeing an object costs a few
-/// instructions. Each object still has a life of its own: it may outlive the
-/// pool, and any thread may free it, in any order. A region is freed with its
-/// last object. Only one thread at a time may create objects.
+/// They are allocated one after another from regions, which come from the heap and grow up to 16
+/// MB, so creating or freeing an object costs a few instructions. Each object still has its own
+/// lifetime: it may outlive the pool, and any thread may free it, in any order. A region is freed
+/// with its last object. Only one thread at a time may create objects.
 ///
-/// A class takes part with
+/// A class opts in with
 ///
 ///     static void* operator new(std::size_t size, ObjectPool* pool);
 ///     static void operator delete(void* object) { ObjectPool::Free(object); }
 class ObjectPool {
  public:
-  /// @param expectedBytes  of all objects; a first region of that size is taken
+  /// @param expectedBytes  of all objects; determines the size of the first region
   explicit ObjectPool(std::size_t expectedBytes) noexcept;
   ObjectPool(const ObjectPool&) = delete;
   ObjectPool& operator=(const ObjectPool&) = delete;
@@ -35,7 +34,7 @@ class ObjectPool {
   static void* Allocate(ObjectPool* pool, std::size_t size) {
     return pool ? pool->Allocate(size) : ::operator new(size);
   }
-  /// Frees what `Allocate` gave, with or without a pool.
+  /// Frees memory from `Allocate`, with or without a pool.
   static void Free(void* object) noexcept {
     if (IsPooled(object)) {
       FreePooled(object);
@@ -47,9 +46,9 @@ class ObjectPool {
  private:
   struct Region;
 
-  /// Heap blocks are aligned to 16. Pooled objects sit at 16n + 8, behind the
-  /// address of their region, which is how `Free` tells them apart. A program
-  /// that replaces operator new must keep the alignment, as the language asks.
+  /// Heap blocks are aligned to 16. Pooled objects sit at 16n + 8, preceded by the address of their
+  /// region, which is how `Free` tells them apart. A program that replaces operator new must keep
+  /// the alignment, as the language requires.
   static constexpr std::size_t kGrain = 16, kHeader = sizeof(void*);
   static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= kGrain && kHeader == kGrain / 2);
   static bool IsPooled(const void* object) {

@@ -13,8 +13,8 @@
 #include <sanitizer/asan_interface.h>
 #endif
 
-/// Tells the address sanitizer which bytes of a heap block are in use when the
-/// block is divided by hand. Without the sanitizer all this does nothing.
+/// Tells the address sanitizer which bytes of a heap block are in use when the block is divided by
+/// hand. Without the sanitizer these functions do nothing.
 namespace Core {
 
 #if defined(LAYERDATA_POISONS_MEMORY)
@@ -22,7 +22,7 @@ namespace Core {
 /// Makes any access to the bytes an error.
 inline void Poison(void* bytes, std::size_t size) { __asan_poison_memory_region(bytes, size); }
 inline void Unpoison(void* bytes, std::size_t size) { __asan_unpoison_memory_region(bytes, size); }
-/// Poisons the bytes up to the first that already is, `size` at most.
+/// Poisons bytes up to the first one that is already poisoned, at most `size`.
 inline void PoisonUntilPoisoned(void* bytes, std::size_t size) {
   const void* const end = __asan_region_is_poisoned(bytes, size);
   Poison(bytes,

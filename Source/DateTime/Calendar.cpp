@@ -11,8 +11,8 @@ constexpr std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
   return quotient - (value % divisor < 0);
 }
 
-/// Days since 1970-01-01. The year is taken to begin in March: then the leap day
-/// is its last day and the lengths of the months follow a linear rule.
+/// Days since 1970-01-01. The year is counted from March: then the leap day is its last day and the
+/// lengths of the months follow a linear rule.
 constexpr std::int64_t DayNumber(std::int64_t year, std::int64_t month, std::int64_t day) {
   const bool beforeMarch = month < 3;
   const std::int64_t shiftedYear = year - beforeMarch;
@@ -25,8 +25,7 @@ constexpr std::int64_t DayNumber(std::int64_t year, std::int64_t month, std::int
 constexpr std::int64_t kDay1601 = DayNumber(1601, 1, 1);
 constexpr std::int64_t kFirstDay = DayNumber(1, 1, 1);
 
-/// As `DayNumber` for any month: 13 is January of the next year, 0 December of
-/// the previous one.
+/// Like `DayNumber`, for any month: 13 is January of the next year, 0 December of the previous one.
 constexpr std::int64_t DayNumberOf(const CalendarFields& fields) {
   std::int64_t year = fields.year, month = fields.month;
   if (month - 1u > 11u) {

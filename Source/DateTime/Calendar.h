@@ -37,7 +37,7 @@ constexpr std::uint64_t TicksOfPosixTime(std::int64_t seconds) {
   return static_cast<std::uint64_t>(seconds) * kTicksPerSecond + kTicksAtPosixEpoch;
 }
 
-/// The day of the week, Sunday 0; of no meaning for a month beyond 12.
+/// The day of the week, Sunday 0; meaningless for a month above 12.
 std::uint16_t ComputeDayOfWeek(const CalendarFields& fields);
 
 /// The tick count of any fields. An out-of-range field carries over: 30 February

@@ -35,8 +35,8 @@ void MakeText(std::string_view text, IString** out) {
   if (out) *out = Core::MakeString(text).Detach();
 }
 
-/// The fields that `CompareByUnit` compares, in its order. A unit starts at its
-/// own field and goes on to the year.
+/// The fields that `CompareByUnit` compares, in order. It starts at the field of the unit and ends
+/// at the year.
 using FieldReader = std::int32_t (*)(IDateTime&);
 constexpr FieldReader kFieldsFromFinest[] = {
     [](IDateTime& value) { return static_cast<std::int32_t>(value.GetNanosecond() / 1'000'000); },
@@ -49,7 +49,7 @@ constexpr FieldReader kFieldsFromFinest[] = {
     [](IDateTime& value) -> std::int32_t { return value.GetYear(); },
 };
 constexpr std::int32_t kFinestUnit = static_cast<std::int32_t>(DateTimeUnit::Millisecond);
-/// Another number for the finest unit, which callers use.
+/// Another number that callers use for the finest unit.
 constexpr std::int32_t kFinestUnitAlias = -100;
 
 std::int32_t Order(std::int64_t left, std::int64_t right) {
@@ -142,7 +142,7 @@ std::int32_t DateTimeImpl::CompareByUnit(IDateTime* other, DateTimeUnit unit) {
   if (finest == kFinestUnitAlias) finest = kFinestUnit;
   if (finest < 0 || finest > kFinestUnit) return -1;
   if (!other) Core::ThrowNullInterface<IDateTime>();
-  // Both are held: the other's own code may release them.
+  // Both are held: code of the other object may release them.
   const Core::Ptr<IDateTime> held(this), heldOther(other);
   for (std::int32_t field = kFinestUnit - finest; field <= kFinestUnit; ++field) {
     // A week lies in a year, not in a month.
@@ -155,7 +155,7 @@ std::int32_t DateTimeImpl::CompareByUnit(IDateTime* other, DateTimeUnit unit) {
 
 std::int32_t DateTimeImpl::CompareTo(IDateTime* other) {
   if (!Core::ExactCast<DateTimeImpl>(other)) Core::CheckInterface(other);
-  const auto ticks = static_cast<std::int64_t>(ticks_);  // before code of the other runs
+  const auto ticks = static_cast<std::int64_t>(ticks_);  // read before the other object's code runs
   return Order(ticks, static_cast<std::int64_t>(other->GetFileTime()));
 }
 

@@ -80,7 +80,7 @@ struct DateTimeImpl final : Core::ObjectBase<Interfaces::IDateTime> {
   CalendarFields fields_;
 };
 
-/// A date-time of calendar fields; their day of week is ignored.
+/// A date-time with these calendar fields; their day of week is ignored.
 /// @param pool  for many date-times created together; null for the heap
 inline Core::Ptr<DateTimeImpl> MakeDateTime(const CalendarFields& fields,
                                             Core::ObjectPool* pool = nullptr) {

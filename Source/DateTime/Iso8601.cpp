@@ -10,7 +10,7 @@ namespace Data::impl {
 
 namespace {
 
-// -- The fixed shapes that nearly every date has --
+// -- The fixed formats of nearly all dates --
 
 /// The number of two digits; sets `bad` if they are not digits.
 std::uint32_t TwoDigits(const char* text, std::uint32_t& bad) {
@@ -50,7 +50,7 @@ std::string_view TakeUntil(std::string_view& text, std::string_view stops) {
   return piece;
 }
 
-/// The number at the start of a piece of at most nine characters; 0 without one.
+/// The number at the start of a piece of at most nine characters; 0 if there is none.
 std::int32_t LeadingNumber(std::string_view piece) {
   const bool negative = !piece.empty() && piece[0] == '-';
   std::int32_t value = 0;
@@ -94,7 +94,7 @@ bool ReadTime(std::string_view text, CalendarFields& out) {
   return text.empty() || ReadFraction(text.substr(1), out);
 }
 
-/// Reads the date; leaves the rest in `text`, from the "T" or space after the day on.
+/// Reads the date; leaves the rest in `text`, starting at the "T" or space after the day.
 bool ReadDate(std::string_view& text, CalendarFields& out) {
   if (!ReadWord(TakeUntil(text, "-"), 4, out.year)) return false;
   if (text.empty()) return true;

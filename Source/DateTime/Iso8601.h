@@ -11,14 +11,13 @@ enum class Iso8601Result : std::uint8_t { Read, Empty, BadTime, BadDate, MonthZe
 
 /// Reads a date, a date and time, or a time alone ("T08:15", on 0001-01-01).
 ///
-/// The number of each piece between separators is its leading digits: "2x" is 2
-/// and an empty piece is 0. A month or day of 0 is refused; no other range is
-/// checked. An unreadable time after a date is ignored. Without a time it is
-/// noon. Offsets are never applied. Does not allocate.
+/// The number of each piece between separators is its leading digits: "2x" is 2 and an empty piece
+/// is 0. A month or day of 0 is rejected; no other range is checked. An unreadable time after a
+/// date is ignored. A date without a time is at noon. Offsets are never applied. Does not allocate.
 /// @param out  its day of week is 0; unspecified on failure
 Iso8601Result ReadIso8601(std::string_view text, CalendarFields& out) noexcept;
 
-/// As `ReadIso8601`.
+/// Like `ReadIso8601`.
 /// @throws std::runtime_error  the failure's message, followed by the text where the message
 ///         ends with "!"
 CalendarFields FieldsOfIso8601(std::string_view text);

@@ -41,7 +41,7 @@ Iso8601Text& Iso8601Text::Mark(char mark) {
   return *this;
 }
 
-/// As printf's "%0*d".
+/// Like printf's "%0*d".
 Iso8601Text& Iso8601Text::Number(std::int32_t value, int width) {
   char digits[12];
   char* const end = digits + sizeof digits;

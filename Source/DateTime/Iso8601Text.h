@@ -7,8 +7,8 @@
 
 namespace Data::impl {
 
-/// Calendar fields as ISO 8601 text, in a buffer of its own. Fields are padded
-/// with zeros and never cut.
+/// Calendar fields as ISO 8601 text, in a buffer inside the object. Fields are padded with zeros
+/// and never truncated.
 class Iso8601Text {
  public:
   static Iso8601Text DateTime(const CalendarFields& fields);  ///< 2024-11-14T10:20:30.123000000Z

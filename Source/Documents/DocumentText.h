@@ -20,8 +20,8 @@ Core::Ptr<Interfaces::IString> ContentOf(Interface& document) {
   return content;
 }
 
-/// A content in UTF-8, for a parser. The content may hold its text in another form at the moment,
-/// or be an object of the caller's: then this is a copy. The content does not change.
+/// A document's content in UTF-8, for a parser. If the content currently holds its text in another
+/// form, or is the caller's own object, this is a copy. The content itself does not change.
 class DocumentText {
  public:
   explicit DocumentText(Interfaces::IString& content) : text_(Utf8Of(content)) {}

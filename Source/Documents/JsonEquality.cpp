@@ -16,7 +16,7 @@ std::string_view NameOf(const Member& member) {
   return {member.name.GetString(), member.name.GetStringLength()};
 }
 
-/// By length first, which is cheaper than by bytes: most names differ in length.
+/// Orders by length first, which is cheaper than comparing bytes: most names differ in length.
 bool IsNameLess(std::string_view left, std::string_view right) {
   if (left.size() != right.size()) return left.size() < right.size();
   return std::memcmp(left.data(), right.data(), left.size()) < 0;

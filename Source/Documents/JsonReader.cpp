@@ -6,8 +6,8 @@ namespace Data::impl {
 
 namespace {
 
-/// Whether a number that no double can hold is too large rather than too small: the power of ten
-/// of its first digit decides.
+/// Whether a number that no double can hold is too large rather than too small: the power of ten of
+/// its first nonzero digit decides.
 bool IsTooLarge(std::string_view number) {
   const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
   const std::string_view mantissa = number.substr(0, mantissaEnd);

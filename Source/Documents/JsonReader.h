@@ -14,10 +14,9 @@ namespace Data::impl {
 /// @return false if the number is too large for a double
 bool ReadDouble(std::string_view number, double& value);
 
-/// Adapts the reader's events for a handler: converts numbers, which the reader hands over as text,
-/// and takes strings from the stream. A handler
-/// sees only Null, Bool, Int64, Uint64 (above 2^63 - 1), Double (finite),
-/// String, Key, StartObject, EndObject, StartArray and EndArray.
+/// Adapts the reader's events for a handler: converts numbers, which the reader passes as text, and
+/// takes strings from the stream. A handler sees only Null, Bool, Int64, Uint64 (above 2^63 - 1),
+/// Double (finite), String, Key, StartObject, EndObject, StartArray and EndArray.
 template <class Handler>
 class JsonEvents : public rapidjson::BaseReaderHandler<> {
  public:
@@ -60,7 +59,7 @@ class JsonEvents : public rapidjson::BaseReaderHandler<> {
 
 /// Parses exactly one JSON value with optional white space around it: no comments, no trailing
 /// commas, no NaN. Nested values take no stack. The handler may throw.
-/// @param text  as `JsonTextOf` gives it: followed by a zero byte
+/// @param text  as `JsonTextOf` returns it: followed by a zero byte
 /// @return false if the text is not JSON or the handler returned false
 template <class Handler>
 bool ParseJson(std::string_view text, Handler& handler) {
@@ -76,7 +75,7 @@ bool IsJson(std::string_view text);
 
 /// Reads a text into a tree, which copies the strings. The root of a new tree stays null if the
 /// text is not JSON.
-/// @return whether it is
+/// @return whether the text is JSON
 bool ReadJsonTree(std::string_view text, JsonTree& tree);
 
 }  // namespace Data::impl

@@ -19,8 +19,7 @@ namespace Data::impl {
 ///     Take(), Put('\0')                 the closing quote, and a terminator in its place
 ///     PutEnd()                          the length, terminator included
 /// Then it calls the handler's String or Key, with pointers that mean nothing here: `JsonEvents`
-/// asks the stream for the string instead. For a number it calls RawNumber once its bytes are
-/// taken.
+/// takes the string from the stream instead. It calls RawNumber after taking the number's bytes.
 class JsonStream {
  public:
   using Ch = char;
@@ -70,7 +69,7 @@ class JsonStream {
   const char* end_;
   const char* position_;
   std::string_view run_;  // plain bytes since the last escape
-  std::string decoded_;   // what came before them
+  std::string decoded_;   // the decoded text before them
   bool isDecoded_ = false;
 };
 

@@ -11,7 +11,7 @@
 namespace Data::impl {
 
 /// The part of a text that is read as JSON: up to the first zero byte, without the byte-order mark.
-/// Each byte of the mark is skipped on its own, so that a part of one does no harm either.
+/// Each byte of the mark is skipped on its own, so an incomplete mark does no harm either.
 /// @param text  followed by a zero byte, as the result is
 inline std::string_view JsonTextOf(std::string_view text) {
   text = UpToFirstZero(text);
@@ -30,8 +30,8 @@ constexpr bool EndsPlainRun(char byte) {
 inline const char* EndOfPlainRun(const char* begin, const char* end) {
   static_assert(std::endian::native == std::endian::little, "the first byte is the lowest");
   constexpr std::uint64_t kOnes = 0x0101010101010101, kHighBits = kOnes * 0x80;
-  // Each sets the high bit of the first (lowest) byte that is below a limit, or equal; bits above
-  // it may be wrong, since subtraction borrows from them.
+  // These set the high bit of the first (lowest) byte that is below a limit, or equal to a byte;
+  // higher bits may be wrong, since the subtraction borrows from them.
   const auto less = [](std::uint64_t word, std::uint64_t limit) {
     return (word - kOnes * limit) & ~word & kHighBits;
   };

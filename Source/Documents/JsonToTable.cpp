@@ -22,7 +22,7 @@ namespace {
 _VARIANT MakeCell() { return Core::MakeNull(); }
 _VARIANT MakeCell(bool value) { return Core::MakeInteger(ValueType::Bool, value); }
 _VARIANT MakeCell(std::int64_t value) { return Core::MakeInteger(ValueType::Int64, value); }
-/// Only for integers that no Int64 holds.
+/// Called only for integers above the range of Int64.
 _VARIANT MakeCell(std::uint64_t) { throw std::runtime_error("Unsupported variant type"); }
 _VARIANT MakeCell(double value) { return Core::MakeDouble(value); }
 _VARIANT MakeCell(const char* begin, std::size_t length, bool) {
@@ -32,8 +32,8 @@ _VARIANT MakeCell(const char* begin, std::size_t length, bool) {
   return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields).Detach());
 }
 
-/// Finds the column of each member of an object. Objects mostly repeat the order of members, so a
-/// name is first compared with the column that followed the same member last time.
+/// Finds the column of each member of an object. Most objects list their members in the same order,
+/// so a name is first compared with the column that followed the same member last time.
 class MemberColumns {
  public:
   explicit MemberColumns(TableImpl& table) : table_(table) {}
@@ -118,7 +118,7 @@ class TableBuilder {
     row_ = nullptr;
   }
 
-  /// A value without parts: of a nested value, or of a cell.
+  /// A scalar: part of a nested value, or the value of a cell.
   template <class... Value>
   bool Scalar(bool (JsonWriter::*write)(Value...), Value... value) {
     if (depth_ != 0) return (nested_.*write)(value...);
@@ -135,16 +135,17 @@ class TableBuilder {
     row_ = &table_->AppendBlankRow();
   }
 
-  /// Has the effects of writing the cell of the member's column.
+  /// Has the same effects as writing the cell through its row.
   void Store(const _VARIANT& value) {
     _VARIANT& cell = row_->Cell(*column_);
-    Core::ReleaseReferenceOf(std::exchange(cell, value));  // of a repeated member
+    // A repeated member replaces its value.
+    Core::ReleaseReferenceOf(std::exchange(cell, value));
     column_->NoteValue(Core::TypeOf(value));
     row_->SetModified(1);
   }
 
-  /// Enters an array or object.
-  /// @return false for one that is not a value within a row
+  /// Enters an array or object that is nested in a row.
+  /// @return false if it is not nested in a row
   bool EnterNested() {
     if (!row_) return false;
     if (depth_++ == 0) {

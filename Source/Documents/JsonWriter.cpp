@@ -40,8 +40,8 @@ void AppendEscape(TextBuffer& buffer, char byte) {
   buffer.Append({escape, letter == 'u' ? sizeof escape : 2});
 }
 
-/// Writes a number of at most six decimals and 15 digits, as most measured values are. No two texts
-/// of at most 15 digits mean the same double, so this one is the shortest.
+/// Writes a number of at most six decimals and 15 digits, as most measured values are. Different
+/// numbers of at most 15 digits are different doubles, so this text is the shortest.
 /// @return the end of the text; null for any other number
 char* WriteShortDecimal(char* to, double magnitude) {
   constexpr int kDecimals = 6;
@@ -61,7 +61,7 @@ char* WriteShortDecimal(char* to, double magnitude) {
   return end;
 }
 
-/// Any number, in rapidjson's notation.
+/// Writes any number, in rapidjson's notation.
 char* WriteShortest(char* to, double magnitude) {
   char scientific[32];  // d.ddde+dd
   char* const end =

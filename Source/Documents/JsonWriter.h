@@ -23,7 +23,7 @@ using JsonWriter =
     rapidjson::Writer<TextBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
 
 /// Appends a JSON text without insignificant white space; "null" if it is not JSON.
-/// @param text  as `JsonTextOf` gives it
+/// @param text  as `JsonTextOf` returns it
 void AppendCompactJson(TextBuffer& buffer, std::string_view text);
 
 }  // namespace Data::impl

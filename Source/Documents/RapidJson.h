@@ -5,10 +5,10 @@
 #include <new>
 #include <stdexcept>
 
-/// rapidjson as this library uses it. Include this header before any other of rapidjson's: all
+/// rapidjson as this library uses it. Include this header before any of rapidjson's own: all
 /// sources must see them with the same settings.
 
-// Sizes of 64 bits: no length or count that fits in memory overflows.
+// 64-bit sizes: no length or count that fits in memory overflows.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 namespace rapidjson {
 using SizeType = std::size_t;
@@ -30,13 +30,13 @@ namespace Data::impl {
 #include <rapidjson/reader.h>
 #include <rapidjson/writer.h>
 
-// The classes that stand in for its streams and specialise its reader and writer (JsonStream.h,
-// JsonWriter.h) rely on how these call them.
+// The streams and the specialisations of its reader and writer (JsonStream.h, JsonWriter.h) rely on
+// how this version calls them.
 static_assert(RAPIDJSON_MAJOR_VERSION == 1 && RAPIDJSON_MINOR_VERSION == 1);
 
 namespace Data::impl {
 
-/// The base allocator of all of rapidjson's memory. rapidjson uses the null pointer of a failed
+/// The base allocator for all of rapidjson's memory. rapidjson uses the null pointer of a failed
 /// allocation without checking it, so the failure is thrown.
 struct ThrowingAllocator {
   static constexpr bool kNeedFree = true;

@@ -19,7 +19,7 @@ class RowWriter {
  public:
   explicit RowWriter(TableCursor& cursor);
 
-  /// Adds the row that the cursor is at.
+  /// Appends the cursor's current row.
   void AddRow();
   void Put(char byte) { text_.Put(byte); }
   Core::Ptr<JsonDocumentImpl> MakeDocument() const {
@@ -31,7 +31,7 @@ class RowWriter {
   void AddReal(const _VARIANT& cell, std::size_t column);
 
   TableCursor& cursor_;
-  std::vector<std::string> keys_;  // with what comes before and after: {"name":
+  std::vector<std::string> keys_;  // with the brace or comma before and the colon after
   TextBuffer text_;
 };
 

@@ -11,7 +11,7 @@ namespace Data::impl {
 /// while it is written, see `TableCursor`.
 /// @throws std::runtime_error "Must be value type!" for a number in reference form, "Column %s
 ///         holds a number that JSON cannot represent!" for NaN and infinities, and what
-///         `Core::ToText` throws for a cell that is not what its type says
+///         `Core::ToText` throws for a cell whose contents do not match its type
 Core::Ptr<JsonDocumentImpl> WriteJsonTable(Interfaces::ITable& table);
 
 /// One row as an object.

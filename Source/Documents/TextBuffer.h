@@ -19,7 +19,7 @@ class TextBuffer {
   std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
   void Clear() { end_ = begin_; }
 
-  /// Makes room for that many more bytes.
+  /// Makes room for `count` more bytes.
   /// @throws std::bad_alloc
   void Reserve(std::size_t count) {
     if (static_cast<std::size_t>(limit_ - end_) < count) Grow(count);
@@ -32,7 +32,7 @@ class TextBuffer {
     Reserve(text.size());
     AppendUnsafe(text);
   }
-  /// Without a check: the caller has reserved room.
+  /// Does not check for room: the caller has reserved it.
   void PutUnsafe(char byte) { *end_++ = byte; }
   void AppendUnsafe(std::string_view text) {
     if (text.empty()) return;
@@ -41,7 +41,7 @@ class TextBuffer {
   }
   void Flush() {}
 
-  /// The end of the text, with room for that many bytes to be written there.
+  /// The end of the text, where `room` bytes can be written.
   char* Tail(std::size_t room) {
     Reserve(room);
     return end_;
@@ -57,7 +57,7 @@ class TextBuffer {
   char* limit_ = nullptr;
 };
 
-// Found by rapidjson's writers.
+// rapidjson's writers call these.
 inline void PutReserve(TextBuffer& buffer, std::size_t count) { buffer.Reserve(count); }
 inline void PutUnsafe(TextBuffer& buffer, char byte) { buffer.PutUnsafe(byte); }
 

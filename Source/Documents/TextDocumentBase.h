@@ -12,13 +12,13 @@
 
 namespace Data::impl {
 
-/// The answer to a question about documents. A failure on the way counts as "no", except a lack of
-/// memory, which is no answer.
+/// Evaluates a condition on documents. A failure counts as false, except a lack of memory, which is
+/// thrown.
 /// @throws std::bad_alloc
-template <class Question>
-bool IsTrue(Question&& question) {
+template <class Condition>
+bool IsTrue(Condition&& condition) {
   try {
-    return question();
+    return condition();
   } catch (const std::bad_alloc&) {
     throw;
   } catch (...) {
@@ -26,14 +26,14 @@ bool IsTrue(Question&& question) {
   }
 }
 
-/// What all documents share: a text, and whether it is well-formed.
+/// The base of all documents: a text, and whether it is well-formed.
 template <class Interface>
 class TextDocumentBase : public Core::ObjectBase<Interface> {
  public:
   void SetContent(const char* text, std::uint64_t length) override {
     if (length != 0) Core::CheckArgument(text);
     const std::string_view bytes(text, static_cast<std::size_t>(length));
-    // Checked before it is stored: without memory the document stays as it is.
+    // Checked before it is stored: if memory runs out, the document is unchanged.
     const Core::Ptr<Interfaces::IString> content = MultiByteStringImpl::FromUtf8(bytes);
     isValid_ = IsTrue([&] { return Check(Core::Utf8View(*content)); });
     content_ = content;
@@ -43,7 +43,7 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
 
  protected:
   TextDocumentBase() = default;
-  /// A document made by the library, whose content needs no check.
+  /// A document created by the library, whose content needs no check.
   explicit TextDocumentBase(Core::Ptr<Interfaces::IString> validContent)
       : content_(std::move(validContent)), isValid_(true) {}
 
@@ -64,7 +64,7 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
 template <class Interface, class AreEqual>
 bool AreValidAndEqual(Interface& left, Interface* right, AreEqual&& areEqual) {
   return IsTrue([&] {
-    // A document of the caller's may release either of them when it is asked.
+    // The caller's own document may release either of them while it is being called.
     const Core::Ptr<Interface> heldLeft(&left), heldRight(Core::CheckInterface(right));
     return left.IsValid() && right->IsValid() && areEqual(*ContentOf(left), *ContentOf(*right));
   });

@@ -10,7 +10,7 @@ namespace {
 using Characters = rapidxml::internal::lookup_tables<0>;
 using CharacterClass = const unsigned char[256];
 
-/// Goes through a text from one piece of markup to the next.
+/// Scans a text from one piece of markup to the next.
 class Markup {
  public:
   enum class Kind { StartTag, EmptyTag, EndTag, Other };

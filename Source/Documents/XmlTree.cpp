@@ -31,7 +31,7 @@ XmlTree::XmlTree(std::string_view xml) : text_(xml) {
   document_.parse<0>(text_.data());
 }
 
-// rapidxml's printer recurses into nested elements, so it is given only nodes without children.
+// rapidxml's printer recurses into nested elements, so it prints only nodes without children.
 std::string XmlTree::Print() const {
   std::string text;
   text.reserve(text_.size());

@@ -9,7 +9,7 @@ namespace Data::impl {
 /// A parsed XML text. The object contains the first 64 KB of its nodes: allocate it on the heap.
 class XmlTree {
  public:
-  /// So many levels take a small part of even a small thread's stack.
+  /// This many levels use only a small part of even a small thread's stack.
   static constexpr std::size_t kMaxDepth = 1000;
 
   /// @throws rapidxml::parse_error, std::runtime_error for deeper nesting, std::bad_alloc

@@ -29,7 +29,7 @@ std::string_view CheckedSeparator(const char* separator) {
 
 Core::Ptr<IObjectList> ListOf(const std::vector<std::string>& problems) {
   auto list = Core::MakePtr<ObjectListImpl>();
-  for (const auto& problem : problems) list->Add(MultiByteStringImpl::FromUtf8(problem).Get());
+  for (const auto& problem : problems) list->AddText(problem);
   return list;
 }
 

@@ -13,7 +13,7 @@ bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** 
   return Core::Guarded(error, [&] {
     Core::CheckArgument(document);
     Core::CheckOutPointer(out);
-    // A document of the caller's may release itself when it is asked.
+    // The caller's own document may release itself while it is being called.
     const Core::Ptr<IJsonDocument> held(document);
     if (!document->IsValid()) throw std::runtime_error("JsonDocument content is not valid");
     const DocumentText content(*ContentOf(*document));

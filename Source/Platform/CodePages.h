@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string_view>
 
-/// Conversion between UTF-16 and the code pages of Windows: 65001 is UTF-8, 0 and 1
-/// are the ANSI and the OEM page. Both systems give the same results, also for
-/// best-fit characters, undefined bytes and incomplete characters. Conversions never
-/// fail: every text converts to something, an unknown page to nothing.
+/// Conversion between UTF-16 and the code pages of Windows: 65001 is UTF-8, 0 and 1 are the ANSI
+/// and the OEM page. Both systems give the same results, even for best-fit characters, undefined
+/// bytes and incomplete characters. Conversions never fail; the result for an unknown page is
+/// empty.
 ///
 /// The caller provides a buffer for the longest possible result; no terminator is
 /// written.

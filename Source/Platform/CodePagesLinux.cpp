@@ -28,10 +28,9 @@ const DoubleBytePage* FindDoubleBytePage(std::uint32_t id) {
   return nullptr;
 }
 
-/// Converts a text: ASCII in blocks, other text by `step`, which reads one character
-/// from its first argument and writes it to its third. A block that is not all ASCII
-/// goes through `step` as a whole, so that mixed text does not switch paths at every
-/// word.
+/// Converts a text: ASCII in blocks, other text by `step`, which reads one character from its first
+/// argument and writes it to its third. A block that is not all ASCII goes through `step` as a
+/// whole, so mixed text does not switch paths at every word.
 template <class In, class Out, class Step>
 std::size_t Convert(std::basic_string_view<In> text, Out* const out, Step step) {
   const In* in = text.data();

@@ -105,8 +105,8 @@ HashStatus CreateHash(HashState& state, std::span<const std::uint8_t> key) {
   });
 }
 
-// A context that failed to start must not be used, but can be started again. So each
-// digest starts its own rather than the next one's.
+// A context that failed to start must not be used, but can be started again. So the context is
+// started before each digest rather than after it.
 HashStatus HashData(HashState& state, std::span<const std::uint8_t> bytes) {
   return StatusOf([&] {
     if (state.keyedContext)

@@ -45,7 +45,7 @@ NTSTATUS ReadNumber(BCRYPT_ALG_HANDLE provider, const wchar_t* property, ULONG& 
                            &read, 0);
 }
 
-/// The system's declarations lack the const of the memory that they only read.
+/// The system's declarations lack const for memory that is only read.
 PUCHAR Readable(const std::uint8_t* bytes) { return const_cast<PUCHAR>(bytes); }
 
 }  // namespace
@@ -98,8 +98,8 @@ HashStatus CreateHash(HashState& state, std::span<const std::uint8_t> key) {
                                    static_cast<ULONG>(key.size()), kReusable));
 }
 
-// Finishing a digest starts the next one, so one that fails is finished, too: otherwise
-// its bytes would count for the next.
+// Finishing a digest starts the next one, so one that fails is finished too: otherwise its bytes
+// would become part of the next.
 HashStatus HashData(HashState& state, std::span<const std::uint8_t> bytes) {
   NTSTATUS status = 0;
   while (!bytes.empty() && status >= 0) {

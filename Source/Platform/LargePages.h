@@ -4,8 +4,8 @@
 
 namespace Data::Platform {
 
-/// Advises the system to back a block of memory with large pages, which cost
-/// fewer page faults. Its contents and its end of life are unaffected.
+/// Advises the system to back a block of memory with large pages, which cause fewer page faults.
+/// The contents are unaffected, and the block is freed as usual.
 void PreferLargePages(void* memory, std::size_t size) noexcept;
 
 }  // namespace Data::Platform

@@ -8,12 +8,12 @@
 namespace Data::Platform {
 
 void PreferLargePages(void* memory, std::size_t size) noexcept {
-  // The advice holds for whole pages: those that the block begins and ends in.
+  // madvise works on whole pages, so those in which the block begins and ends are included.
   const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
   const auto address = reinterpret_cast<std::uintptr_t>(memory);
   const std::uintptr_t begin = address / page * page;
   const std::uintptr_t end = (address + size + page - 1) / page * page;
-  // Without large pages the memory serves as it is.
+  // A failure is ignored: the memory can be used without large pages.
   madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 }
 

@@ -2,7 +2,7 @@
 
 namespace Data::Platform {
 
-// Large pages take a privilege here, and an allocation of their own.
+// Large pages require a privilege here, and a special allocation.
 void PreferLargePages(void*, std::size_t) noexcept {}
 
 }  // namespace Data::Platform

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-/// Encrypts secrets in memory with a key that only this process has.
+/// Encrypts secrets in memory with a key known only to this process.
 namespace Data::Platform {
 
 /// Memory is encrypted in blocks of this many bytes.
@@ -16,10 +16,10 @@ constexpr std::size_t kProtectionBlock = 16;
 /// @throws std::bad_alloc or std::system_error if no key can be created
 bool ProtectMemory(std::span<std::uint8_t> memory);
 
-/// Decrypts all of what one call of `ProtectMemory` encrypted. Fails as that does.
+/// Decrypts the whole of what one call of `ProtectMemory` encrypted; fails as that does.
 bool UnprotectMemory(std::span<std::uint8_t> memory);
 
-/// Overwrites memory; compilers do not optimise it away.
+/// Overwrites memory in a way that compilers do not optimise away.
 void WipeMemory(std::span<std::uint8_t> memory);
 
 }  // namespace Data::Platform

@@ -24,8 +24,8 @@ struct Unmap {
   void operator()(void* page) const { munmap(page, sizeof(ProcessKey)); }
 };
 
-/// On a page of its own that the kernel keeps out of swap and core dumps if it can.
-/// The page is never unmapped: secrets may live until the process ends.
+/// The key has its own page, which the kernel keeps out of swap and core dumps if it can. The page
+/// is never unmapped: secrets may live until the process ends.
 const ProcessKey* MakeProcessKey() {
   void* const mapped =
       mmap(nullptr, sizeof(ProcessKey), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -51,7 +51,7 @@ struct Free {
 bool Cipher(std::span<std::uint8_t> memory, int mode) {
   const ProcessKey& key = GetProcessKey();
   const ProviderErrors errors;
-  // The context holds a copy of the key; freeing it overwrites that.
+  // The context holds a copy of the key; freeing the context overwrites it.
   const std::unique_ptr<EVP_CIPHER_CTX, Free> context(EVP_CIPHER_CTX_new());
   if (!context || EVP_CipherInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, key.key,
                                     key.initialVector, mode) != 1)

@@ -4,11 +4,11 @@
 
 namespace Data::Platform {
 
-/// Removes the errors that OpenSSL adds to the calling thread's queue during its
-/// lifetime: the queue also serves the program. Linux only.
+/// Removes the errors that OpenSSL adds to the calling thread's queue during the lifetime of this
+/// object: the program uses the same queue. Linux only.
 class ProviderErrors {
  public:
-  // An empty queue cannot be marked; then all that is on it later is removed.
+  // An empty queue cannot be marked; then everything added later is removed.
   ProviderErrors() { ERR_set_mark(); }
   ProviderErrors(const ProviderErrors&) = delete;
   ProviderErrors& operator=(const ProviderErrors&) = delete;

@@ -22,7 +22,7 @@ struct NewColumn {
   std::int32_t decimals;
 };
 
-/// The default value of a column of that type.
+/// The default value of a column of this type.
 Core::Variant ZeroOf(Core::ValueType type);
 
 /// How an attribute is read from a column of a document.
@@ -40,9 +40,9 @@ enum class Writing : std::uint8_t {
   IfNotEmpty
 };
 
-/// The attributes of a column, each defined once: its type, its key in
-/// documents, how it is read and written there, and the value that `AddColumn`
-/// sets. One without `Initial` is only set by its setter.
+/// The attributes of a column, each defined once: its type, its key in documents, how it is read
+/// and written there, and the value that `AddColumn` sets. `AddColumn` does not set an attribute
+/// without `Initial`.
 namespace attributes {
 
 using AllowedValueList = std::vector<Core::Ptr<Interfaces::IAllowedValue>>;
@@ -152,7 +152,7 @@ using All = List<Group, DisplayName, Description, HelpUri, Type, DefaultValue, U
 
 }  // namespace attributes
 
-/// The objects of a list. Their own code may change the list while it is copied.
+/// The objects of a list. Code of the objects may change the list while it is copied.
 template <class Interface>
 std::vector<Core::Ptr<Interface>> CopyOf(const attributes::AllowedValueList& list) {
   std::vector<Core::Ptr<Interface>> copy;
@@ -164,12 +164,12 @@ std::vector<Core::Ptr<Interface>> CopyOf(const attributes::AllowedValueList& lis
   return copy;
 }
 
-/// The attributes that a column has. Objects of callers are released where
-/// nothing is half changed, since their code may use the column again.
+/// The attributes that a column has. The caller's objects are released only when no change is half
+/// done, since their code may use the column again.
 class Column {
  public:
   Column() = default;
-  /// With everything that `AddColumn` sets.
+  /// A column with all attributes that `AddColumn` sets.
   explicit Column(const NewColumn& column) {
     attributes::All::ForEach([&]<class A>(A) {
       if constexpr (attributes::HasInitial<A>) Set<A>(A::Initial(column));
@@ -207,7 +207,7 @@ class Column {
   void Set(typename A::Value value) {
     std::swap(Edit<A>(), value);
   }
-  /// The attribute for changes; a missing one gets an empty value first.
+  /// The attribute, to be changed; a missing one is added with an empty value first.
   template <class A>
   typename A::Value& Edit() {
     auto& value = Slot<A>();
@@ -215,7 +215,7 @@ class Column {
     return *value;
   }
 
-  /// Every attribute that the other column has replaces the one here.
+  /// Replaces the attributes that the other column has.
   void TakeOver(Column other) {
     attributes::All::ForEach([&]<class A>(A) {
       if (auto& value = other.Slot<A>()) Slot<A>().swap(value);

@@ -201,8 +201,8 @@ constexpr char kText[] = R"json({
 }
 )json";
 
-// Programs compare this text byte for byte: no white space may change, and an
-// editor that ends lines in its own way is found here.
+// Programs compare this text byte for byte: no white space may change. The check also detects an
+// editor that converted the line ends.
 static_assert(sizeof kText - 1 == 8182);
 
 }  // namespace

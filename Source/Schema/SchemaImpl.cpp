@@ -21,7 +21,7 @@ using Structures::_VARIANT;
 
 namespace {
 
-/// The list may be the caller's own, and so may change while it is read.
+/// The list may be the caller's own object and may change while it is read.
 attributes::AllowedValueList AllowedValuesOf(IObjectList& list) {
   const Ptr<IObjectList> held(&list);
   attributes::AllowedValueList values;

@@ -30,11 +30,11 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
 
   const SchemaHeader& Header() const { return header_; }
   const impl::NameMap<Column>& Columns() const { return columns_; }
-  /// The attributes of the given column replace those of the column of that
-  /// name, which is added if need be.
+  /// The attributes of the given column replace those of the column of this name, which is added if
+  /// necessary.
   void Put(std::string_view name, Column column);
-  /// Appends what the last document violated. The import goes on regardless and
-  /// no operation of the interface shows it: it is kept for the library's own use.
+  /// Appends the violations of the last document. The import continues regardless, and no operation
+  /// returns them.
   void AppendLastError(std::string_view text) { lastError_ += text; }
 
   // -- ISchema --
@@ -184,8 +184,8 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
   void SetIdentifierColumn(const char* name) override;
 
  private:
-  /// Changes the column of that name, or adds one with the change applied. If
-  /// the change throws, no column is added.
+  /// Changes the column of this name, or adds one with the change applied. If the change throws, no
+  /// column is added.
   template <class Change>
   void Edit(std::string_view name, Change change) {
     if (Column* column = columns_.Find(name)) return change(*column);

@@ -24,7 +24,7 @@ constexpr struct {
     {"date", ValueType::DateTime},
     {"string", ValueType::String},
     {"boolean", ValueType::Bool},
-    {"byterarray", ValueType::Array},  // sic: documents are spelled so
+    {"byterarray", ValueType::Array},  // sic: documents use this spelling
     {"integerarray", ValueType::Array},
     {"doublearray", ValueType::Array},
     {"jsonobject", ValueType::JsonDocument},

@@ -164,7 +164,7 @@ const JsonValue* FindOptional(const JsonValue& object) {
 
 NewColumn ReadNewColumn(const JsonValue& column) {
   using attributes::Decimals, attributes::Type, attributes::Width;
-  // A name ends at its first zero byte, as it does for every caller.
+  // A name ends at its first zero byte, as everywhere in the interface.
   const std::string_view name = GetText(column, "name").data();
   return {name, TypeOfName(GetText(column, Type::kKey)),
           AsInteger(GetMember(column, Width::kKey), Width::kKey),

@@ -6,9 +6,8 @@
 
 namespace Data {
 
-/// The schema of a layer schema document; an empty one if its text is not a JSON
-/// object.
-/// @throws as `Data_ParseSchema` says
+/// The schema in a layer schema document; an empty one if its text is not a JSON object.
+/// @throws as documented at `Data_ParseSchema`
 Core::Ptr<SchemaImpl> ReadSchema(Interfaces::IJsonDocument& document);
 
 }  // namespace Data

@@ -19,8 +19,7 @@ class Pool : public impl::JsonPool {
   enum class Owner { Rapidjson, Validation };
   explicit Pool(Owner owner = Owner::Rapidjson) : owner_(owner) {}
 
-  /// A copied JSON pointer makes a pool of its own, and forgets it if the one
-  /// allocation from it throws.
+  /// A copied JSON pointer creates its own pool, and leaks it if its one allocation throws.
   void* Malloc(std::size_t size) {
     try {
       return impl::JsonPool::Malloc(size);

@@ -17,8 +17,8 @@ using Core::Variant;
 
 namespace {
 
-/// The whole trimmed text as a number. The conversion itself also knows names of
-/// infinity and NaN.
+/// The whole trimmed text as a finite number; the conversion itself would also accept "inf" and
+/// "nan".
 template <class Number>
 Number ParseNumber(std::string_view text) {
   const std::string_view digits = impl::Trim(text);

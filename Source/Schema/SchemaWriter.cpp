@@ -43,7 +43,7 @@ void WriteMember(Writer& writer, std::string_view key, const Value& value) {
   Write(writer, value);
 }
 
-/// A text of an allowed value, which may be the caller's own object and answer null.
+/// A text of an allowed value, which may be the caller's own object and return null.
 void WriteMember(Writer& writer, std::string_view key, const char* text) {
   WriteMember(writer, key, std::string_view(text ? text : ""));
 }
@@ -60,7 +60,8 @@ void WriteHeader(Writer& writer, const SchemaHeader& header) {
   writer.EndObject();
 }
 
-/// The text and the type are the record's own, whatever the object answers next time.
+/// The text and the type come from one copy of the value: the object may return another one next
+/// time.
 void Write(Writer& writer, IAllowedValue& allowed) {
   Core::Variant value;
   allowed.GetValue(&value);
@@ -75,7 +76,7 @@ void Write(Writer& writer, IAllowedValue& allowed) {
   writer.EndObject();
 }
 
-// An attribute's value, by its type.
+// The value of an attribute, written by its type.
 
 void WriteAttribute(Writer& writer, const Column&, const std::string& text) {
   Write(writer, std::string_view(text));
@@ -94,8 +95,8 @@ std::string DefaultText(ValueType columnType, const Core::Variant& value) {
   return Core::ToText(value);
 }
 
-// The code of a caller's object may change the column while it is asked for its
-// text: a copy holds the object, and positions are checked again.
+// The caller's object may change the column while its text is read: a copy holds the object, and
+// positions are checked again.
 
 void WriteAttribute(Writer& writer, const Column& column, const Core::Variant& value) {
   const Core::Variant held = value;
@@ -112,7 +113,7 @@ void WriteAttribute(Writer& writer, const Column&, const attributes::AllowedValu
 }
 
 /// The value of an attribute if it is to be written, else null.
-/// @throws std::out_of_range without a required one
+/// @throws std::out_of_range if a required attribute is missing
 template <class A>
 const typename A::Value* FindToWrite(const Column& column) {
   if constexpr (A::kWriting == Writing::Required) {

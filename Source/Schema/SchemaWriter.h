@@ -15,7 +15,7 @@ struct Indentation {
 };
 
 /// Writes the schema as a layer schema document.
-/// @throws as `ISchema::ToJson` says
+/// @throws as documented at `ISchema::ToJson`
 Core::Ptr<Interfaces::IJsonDocument> WriteSchema(const SchemaImpl& schema, Indentation indentation);
 
 }  // namespace Data

@@ -6,12 +6,12 @@
 #include "Text/MultiByteStringImpl.h"
 
 /// Cells may refer to objects of the caller's own classes, whose operations may call the very table
-/// that uses them. The library's texts, dates and arrays never do, so cells of these kinds are used
-/// in place; everything else is held while it is used.
+/// that uses them. The library's strings, date-times and arrays never do, so cells of these kinds
+/// are used in place; all other objects are held while they are used.
 namespace Data::impl {
 
-/// Whether using the object of a record (copying, reading or releasing it) may run code of the
-/// caller's. False for every record that holds its value itself.
+/// Whether using the object of a record (copying, reading or releasing it) may run the caller's
+/// code. False for every record that holds its value itself.
 inline bool CallsBack(const Structures::_VARIANT& value) {
   Core::IObject* object = Core::ReferencedObject(value);
   if (!object) return false;
@@ -26,14 +26,14 @@ inline bool AnyCallsBack(const Structures::_VARIANT* values, std::uint64_t count
   return false;
 }
 
-/// An object that is held while code of the caller's may run, and costs nothing otherwise.
+/// A reference to hold while the caller's code may run; null otherwise, which costs nothing.
 template <class Object>
 Core::Ptr<Object> HeldIf(bool callsBack, Object* object) {
   return Core::Ptr<Object>(callsBack ? object : nullptr);
 }
 
-/// A record to read: a copy that holds its object if code of the caller's may run meanwhile,
-/// otherwise the record itself.
+/// A record to read: a copy that holds its object if the caller's code may run meanwhile, otherwise
+/// the record itself.
 class HeldValue {
  public:
   HeldValue(const Structures::_VARIANT& value, bool callsBack)

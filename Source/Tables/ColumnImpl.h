@@ -51,7 +51,7 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
   std::int32_t Index() const { return index_.load(std::memory_order_relaxed); }
   void SetIndex(std::int32_t index) { index_.store(index, std::memory_order_relaxed); }
   /// Adds 1; the largest index wraps to the smallest.
-  void RaiseIndex() { index_.fetch_add(1, std::memory_order_relaxed); }
+  void IncrementIndex() { index_.fetch_add(1, std::memory_order_relaxed); }
   ColumnImpl* ColumnAtDistance(std::int32_t distance);
 
   bool IsOf(const TableImpl* table) const { return table_ == table; }
@@ -63,7 +63,7 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
     else
       type_ = type;
   }
-  /// As `NoteValue` for many values, for code that fills cells in place.
+  /// Like `NoteValue` for many values, for code that fills cells in place.
   /// @param lastNonNull  type of the last value that was not Null; Null if there
   ///                     was none
   void NoteValues(ValueType lastNonNull, bool nullSeen) {
@@ -81,9 +81,8 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
   std::string name_;
   TableImpl* table_;
   TableHeaderImpl* header_;
-  /// Atomic because an insertion before other columns increments one forever: the
-  /// compiler must not assume that this loop ends, and other threads may still
-  /// read the index.
+  /// Atomic because an insertion before other columns increments one forever: the compiler must not
+  /// assume that this loop ends, and other threads may read the index meanwhile.
   std::atomic<std::int32_t> index_;
   std::uint32_t width_ = 0;
   std::uint32_t decimals_ = 0;

@@ -67,7 +67,7 @@ ParsedNumber Real(std::string_view text, bool isNegative, Digits digits, std::pt
   return {ValueType::Double, true, std::bit_cast<std::uint64_t>(isNegative ? -value : value)};
 }
 
-/// An exponent that is no integer. The text still looks like a number if the rest consists of
+/// An exponent that is not an integer. The text still looks like a number if the rest consists of
 /// digits, at most one dot in the whole text, and at most one minus sign in the exponent.
 ParsedNumber OddExponent(const char* p, const char* end, bool hasDot, bool hasSign) {
   for (; p != end; ++p) {

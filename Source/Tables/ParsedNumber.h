@@ -7,9 +7,9 @@
 
 namespace Data::impl {
 
-/// What a text is as a number.
+/// The result of parsing a text as a number.
 struct ParsedNumber {
-  /// What the text looks like: Int64, Double, or String if it is no number.
+  /// What the text looks like: Int64, Double, or String if it is not a number.
   Core::ValueType type = Core::ValueType::String;
   /// Whether a 64-bit integer or a finite double can hold it. "1e", "1e999" and an integer of 30
   /// digits look like numbers but have no value.

@@ -38,7 +38,7 @@ std::vector<ColumnImpl*> FillFrom(IRow& source, const TableHeaderImpl& header, R
     const _VARIANT* cell = source.GetCellAt(from->GetIndex());
     if (!cell) ThrowCannotSetCell();
     Core::CopyVariant(cell, row.Cells() + i);
-    // A Null in a column that has seen none was never written.
+    // A Null in a column that has never seen one was not written.
     if (!Core::IsNull(row.Cells()[i]) || from->HasSeenNull())
       written.push_back(&header.ColumnAt(static_cast<std::int64_t>(i)));
   }

@@ -6,19 +6,19 @@
 #include "Data/Interfaces/IVariantDictionary.h"
 #include "Tables/TableHeaderImpl.h"
 
-/// Filling a new row by the names of the columns. The sources may be objects of the caller's own,
-/// which may change the table: the caller of these functions holds the table and compares the
-/// header's revision afterwards.
+/// Functions that fill a new row by column name. The source may be the caller's own object, which
+/// may change the table: callers of these functions must hold the table and compare the header's
+/// revision afterwards.
 namespace Data::impl {
 
 struct RowImpl;
 
-/// Fills a row with the values that a dictionary holds under the names of the columns.
-/// @return the columns that the dictionary has
+/// Fills a row with a dictionary's values, whose keys are column names.
+/// @return the columns for which the dictionary has a value
 std::vector<ColumnImpl*> FillFrom(Interfaces::IVariantDictionary& values,
                                   const TableHeaderImpl& header, RowImpl& row);
 
-/// Fills a row with the cells that another row has in the columns of the same names.
+/// Fills a row with another row's cells in the columns of the same names.
 /// @return the columns that were written in the other row's table
 std::vector<ColumnImpl*> FillFrom(Interfaces::IRow& source, const TableHeaderImpl& header,
                                   RowImpl& row);

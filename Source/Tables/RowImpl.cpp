@@ -199,8 +199,8 @@ void RowImpl::Write(ColumnImpl& column, const _VARIANT& value) {
   Core::ReleaseReferenceOf(replaced);
 }
 
-/// Writes a cell where code of the caller's may run before the cell changes: as the value is
-/// copied, or as the index reads keys.
+/// Writes a cell when the caller's code may run before the cell changes: while the value is copied,
+/// or while the index reads keys.
 void RowImpl::WriteHeld(ColumnImpl& column, const _VARIANT& value) {
   const bool callsBack = impl::CallsBack(value) || table_->IndexCallsBack();
   const auto heldTable = HeldIf(callsBack, table_);

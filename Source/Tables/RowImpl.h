@@ -15,14 +15,13 @@ namespace Data::impl {
 struct ColumnImpl;
 struct TableImpl;
 
-/// A row and its cells in one block of memory. Only when the table gains columns
-/// later do the cells move to a block of their own, which grows by a quarter
-/// when it is full.
+/// A row and its cells in one block of memory. Only when the table gains columns later do the cells
+/// move to a separate block, which grows geometrically.
 struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   using _VARIANT = Structures::_VARIANT;
 
   /// A row of Null cells that belongs to a table but is not in its list yet.
-  /// @param pool  for many rows that are created together; null for the heap
+  /// @param pool  for many rows created together; null for the heap
   static Core::Ptr<RowImpl> Make(TableImpl* table, std::size_t cellCount,
                                  Core::ObjectPool* pool = nullptr);
   ~RowImpl() override;
@@ -52,7 +51,7 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
 
   // -- For the rest of the library --
 
-  /// The cells in column order, to be filled in place. Whoever fills them calls
+  /// The cells in column order, to be filled in place. Code that fills them must call
   /// `ColumnImpl::NoteValues` for each column.
   _VARIANT* Cells() { return cells_; }
   std::size_t CellCount() const { return cellCount_; }
@@ -65,7 +64,7 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   /// Writes a cell and updates the column and the table's index. The replaced
   /// value is released last, so the row may be gone on return.
   void Write(ColumnImpl& column, const _VARIANT& value);
-  /// Whether releasing the cells may run code of the caller's.
+  /// Whether releasing the cells may run the caller's code.
   bool CallsBack() const { return AnyCallsBack(cells_, cellCount_); }
 
   /// Makes room for one more cell, so that inserting it cannot fail.
@@ -110,7 +109,7 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   _VARIANT* cells_;
   std::uint32_t cellCount_;
   std::uint8_t modified_ = 0;
-  /// The size class of a block of its own (see `RoomOf`).
+  /// The size class of a separate block (see `RoomOf`).
   std::uint8_t roomClass_ = 0;
 };
 static_assert(sizeof(RowImpl) % alignof(Structures::_VARIANT) == 0);

@@ -8,8 +8,8 @@
 
 namespace Data::impl {
 
-/// Whether reading a table may run code of the caller's: it is a table of a class of the caller's
-/// own, or one of its cells calls back.
+/// Whether reading a table may run the caller's code: the table is the caller's own object, or one
+/// of its cells calls back.
 bool CallsBack(Interfaces::ITable& table);
 
 /// A new table with the columns and cells of another.

@@ -47,7 +47,7 @@ void TableCursor::LookAgain() {
     cells_ = nullptr;
     cellCount_ = 0;
     --next_;
-    row_.Reset();  // It may end here, and with it objects of the caller's.
+    row_.Reset();  // may destroy the row, and objects of the caller with it
   }
   for (Column& column : columns_) column.index = column.object->GetIndex();
   if (!row_) return;

@@ -16,19 +16,18 @@
 
 namespace Data::impl {
 
-/// Goes through the rows of a table for a writer.
+/// Iterates over the rows of a table for a writer.
 ///
-/// An object in a cell may be the caller's own and may change or release the table while it is
-/// asked for its text. So the cursor holds what it reads from, and looks at all positions again
-/// after each such call: rows that were removed are left out, the rest of a row that was removed
-/// while it is read is Null, and so is a column that was removed. Columns that were added are left
-/// out.
+/// An object in a cell may be the caller's own and may change or release the table while its text
+/// is read. So the cursor holds what it reads from and determines all positions again after each
+/// such call: removed rows and added columns are skipped; a removed column is Null, and so is the
+/// rest of a row that is removed while it is read.
 class TableCursor {
  public:
-  /// Stands before the first row.
+  /// Starts before the first row.
   explicit TableCursor(Interfaces::ITable& table);
 
-  /// The columns that the table had at first.
+  /// The columns that the table had when the cursor was created.
   std::size_t ColumnCount() const { return columns_.size(); }
   const char* ColumnName(std::size_t column) const { return columns_[column].object->GetName(); }
 
@@ -44,8 +43,8 @@ class TableCursor {
     return index >= 0 && index < cellCount_ ? cells_[index] : kNull;
   }
 
-  /// Hands the display text of a cell of the row to `use`.
-  /// @throws what `Core::ToText` throws for a cell that is not what its type says
+  /// Calls `use` with the display text of a cell of the row.
+  /// @throws what `Core::ToText` throws for a cell whose contents do not match its type
   template <class Use>
   void UseText(const Structures::_VARIANT& cell, Use&& use);
 
@@ -78,7 +77,7 @@ void TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
     const bool isInline = type == ValueType::String && HasForm(cell, Core::StorageForm::Value);
     return isInline ? use(Core::InlineText(cell)) : use(Core::ToText(cell));
   }
-  // Nearly all objects are the library's own strings and date-times, which call nobody.
+  // Nearly all objects are the library's own strings and date-times, which never call back.
   if (type == ValueType::String)
     if (auto* const text = Core::ExactCast<MultiByteStringImpl>(object))
       return use(Core::Utf8View(*text));

@@ -63,8 +63,8 @@ ColumnImpl& TableHeaderImpl::Column(const char* name) const {
 
 ColumnImpl& TableHeaderImpl::Insert(Ptr<ColumnImpl> column, std::size_t position) {
   ColumnImpl& inserted = *column;
-  // Room first, so that nothing fails once the name is entered; doubled, so that
-  // adding columns takes linear time.
+  // Reserved first, so that nothing fails once the name is entered; doubled, so that adding columns
+  // takes linear time.
   if (columns_.size() == columns_.capacity()) columns_.reserve(2 * columns_.size() + 1);
   byName_.emplace(inserted.Name(), &inserted);
   columns_.insert(columns_.begin() + static_cast<std::ptrdiff_t>(position), std::move(column));

@@ -34,11 +34,11 @@ struct TableHeaderImpl final : Core::ObjectBase<Interfaces::ITableHeader> {
   ColumnImpl& ColumnAt(std::int64_t index) const;
   /// The column of that name, or null.
   ColumnImpl* Find(std::string_view name) const;
-  /// As `Find`; throws for a missing and for a null name.
+  /// Like `Find`, but throws for a missing and for a null name.
   ColumnImpl& Column(const char* name) const;
 
-  /// Counts the columns added and removed: unchanged, every column is still at
-  /// its index.
+  /// Counts the columns added and removed: while it is unchanged, every column is still at its
+  /// index.
   std::uint64_t Revision() const { return revision_; }
 
   /// Inserts a column of a new name at a position of the list.

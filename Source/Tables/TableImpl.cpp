@@ -26,8 +26,8 @@ using Structures::MergeMode;
 TableImpl::TableImpl() : header_(Core::MakePtr<TableHeaderImpl>()) {}
 
 TableImpl::~TableImpl() {
-  // An object in a cell may use the table while it is released, and even add rows. The reference
-  // keeps such a use from ending the table a second time.
+  // An object in a cell may use the table while it is released, and even add rows. The extra
+  // reference keeps such a use from destroying the table a second time.
   AddReference();
   do ClearRows();
   while (!rows_.empty());
@@ -65,9 +65,9 @@ IColumn* TableImpl::InsertColumn(const char* name, std::int32_t index) {
   if (index == count) return AddColumn(name);
 
   ColumnImpl& column = InsertNamedColumn(name, static_cast<std::size_t>(index), 0);
-  // Every pass asks the new column, so this increments its successor's index
-  // forever; callers rely on the state of the columns meanwhile.
-  while (ColumnImpl* next = column.ColumnAtDistance(1)) next->RaiseIndex();
+  // Every pass starts at the new column, so this increments its successor's index forever; callers
+  // rely on the state of the columns meanwhile.
+  while (ColumnImpl* next = column.ColumnAtDistance(1)) next->IncrementIndex();
   OnColumnAdded(&column);
   return &column;
 }
@@ -217,8 +217,8 @@ RowImpl& TableImpl::InsertFilled(std::size_t index, Ptr<RowImpl> row,
   return inserted;
 }
 
-/// Inserts a row that is complete. Code of the caller's may have run since the header had the given
-/// revision, and may run while the index reads keys; after that nothing is called.
+/// Inserts a complete row. The caller's code may have run since the header had the given revision,
+/// and may run while the index reads keys, but not after that.
 RowImpl& TableImpl::Insert(std::size_t index, Ptr<RowImpl> row, std::uint64_t revision) {
   std::optional<UniqueIndex::Slot> slot;
   if (index_ && header_->Revision() == revision)
@@ -256,7 +256,8 @@ void TableImpl::RemoveRows(std::int64_t first, std::int64_t count) {
 void TableImpl::ClearRows() {
   ClearIndexes();
   auto removed = std::exchange(rows_, {});
-  // Most rows are touched once only, which is what freeing millions of them costs.
+  // Rows that cannot call back are freed at once, so that freeing millions of rows touches each
+  // only once. The others are freed last.
   for (auto& row : removed) {
     row->LeaveTable();
     if (!row->CallsBack()) row.Reset();
@@ -376,7 +377,7 @@ bool TableImpl::BuildIndex(std::uint8_t ignoreNulls, IColumn* column, Core::IErr
   });
 }
 
-/// Finds the slot of a row for the value it gets, or drops an index that cannot hold it.
+/// Finds the slot of a row for its new value, or drops an index that cannot hold it.
 std::optional<UniqueIndex::Slot> TableImpl::SlotInIndex(const RowImpl& row, const _VARIANT& value) {
   const std::shared_ptr<UniqueIndex> index = index_;
   const std::uint64_t revision = index->Revision();
@@ -388,7 +389,7 @@ std::optional<UniqueIndex::Slot> TableImpl::SlotInIndex(const RowImpl& row, cons
   } catch (...) {
     // A value without a hash has no slot.
   }
-  // Code of the caller's may have changed the index while it read keys.
+  // The caller's code may have changed the index while keys were read.
   if (!slot || index_ != index || index->Revision() != revision) {
     ClearIndexes();
     return std::nullopt;

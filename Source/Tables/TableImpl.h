@@ -77,7 +77,7 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   /// A column given as an object. Throws "Column does not belong to the current
   /// table!".
   ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
-  /// The column of that name, appended if there is none.
+  /// The column of this name, appended if there is none.
   ColumnImpl& AddNamedColumn(std::string_view name);
 
   std::size_t RowCount() const { return rows_.size(); }
@@ -98,15 +98,15 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   // -- For rows that write a cell of the index column --
 
   bool IsIndexed(const ColumnImpl& column) const { return header_->IndexColumn() == &column; }
-  /// Whether reading the keys of the index may run code of the caller's.
+  /// Whether reading the keys of the index may run the caller's code.
   bool IndexCallsBack() const;
-  /// Moves a row in the index to the value that its cell is about to get. May run
-  /// code of the caller's before the index changes.
+  /// Moves a row in the index to the value that its cell is about to receive. May run the caller's
+  /// code before the index changes.
   /// @throws std::bad_alloc, nothing changed
   void MoveInIndex(RowImpl& row, const _VARIANT& value);
 
  private:
-  /// As the position of a new row: after the last one.
+  /// The position of a new row that is appended.
   static constexpr std::size_t kEnd = SIZE_MAX;
 
   ColumnImpl& ExistingColumn(const char* name) const;
@@ -135,7 +135,7 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
 
   Core::Ptr<TableHeaderImpl> header_;
   std::vector<Core::Ptr<RowImpl>> rows_;
-  /// Shared with operations that read keys which call back.
+  /// Shared with operations that read keys that call back.
   std::shared_ptr<UniqueIndex> index_;
 };
 

@@ -34,7 +34,7 @@ class MergeSide {
 
   std::size_t KeyCount() const { return keys_.size(); }
   const _VARIANT& Key(std::size_t row, std::size_t i) const { return Cell(row, keys_[i]); }
-  /// Whether the row can have partners at all.
+  /// Whether the row can match any row of the other side.
   bool HasKey(std::size_t row) const {
     for (std::size_t i = 0; i < KeyCount(); ++i)
       if (IsNullKey(Key(row, i)) || EqualsNothing(Key(row, i))) return false;
@@ -93,7 +93,7 @@ class KeyLookup {
   bool HasEqualKeys(const MergeSide& other, std::size_t otherRow, std::size_t row) const {
     for (std::size_t i = 0; i < side_.KeyCount(); ++i) {
       const _VARIANT &stored = side_.Key(row, i), &key = other.Key(otherRow, i);
-      // Equal hashes of all keys together say little about each of them.
+      // An equal combined hash does not imply equal hashes of the single keys.
       if (HashOf(stored) != HashOf(key) || !AreEqualKeys(stored, key)) return false;
     }
     return true;
@@ -192,7 +192,7 @@ class Merger {
   }
 
   MergeSide left_, right_;
-  /// Where the cells of each side are read, and where right keys go.
+  /// The cells that are copied from each side, and the columns into which right keys are copied.
   std::vector<std::int32_t> leftCells_, rightCells_, keyTargets_;
   Ptr<TableImpl> result_;
 };
@@ -203,7 +203,7 @@ Ptr<TableImpl> MergeTables(ITable& left, ITable& right, std::span<const KeyNames
                            MergeMode mode) {
   if (keys.empty()) throw std::runtime_error("Invalid column!");
   const Ptr<ITable> heldLeft(&left), heldRight(&right);
-  // Code of the caller's that one table runs may change the other.
+  // The caller's code, run by one table, may change the other.
   const bool callsBack = CallsBack(left) || CallsBack(right);
   const auto readable = [&](ITable& table) {
     return callsBack ? CopyOf(table) : Ptr<TableImpl>(static_cast<TableImpl*>(&table));

@@ -60,8 +60,7 @@ UniqueIndex::RowsByHash::iterator UniqueIndex::FindByScan(const RowImpl& row) no
   return entry;
 }
 
-/// The entry of a row, the end for a row without one; nothing for a row that is not found under
-/// its value.
+/// The entry of a row, or the end if it has none; nothing if the row is not found under its value.
 std::optional<UniqueIndex::RowsByHash::iterator> UniqueIndex::EntryOf(const RowImpl& row) noexcept {
   std::optional<std::uint64_t> hash;
   if (const auto known = callersHashes_.find(&row); known != callersHashes_.end()) {
@@ -71,7 +70,7 @@ std::optional<UniqueIndex::RowsByHash::iterator> UniqueIndex::EntryOf(const RowI
     const _VARIANT* cell = row.CellOrNull(column_->Index());
     if (!cell || !Covers(*cell)) return rows_.end();
     if (impl::CallsBack(*cell)) return std::nullopt;
-    // Hashing a text may need memory; the row is found without, only slower.
+    // Hashing a text may run out of memory; a scan finds the row without it, only slower.
     if (!Core::Guarded(nullptr, [&] { hash = SearchKey(*cell).Hash(); })) return FindByScan(row);
   }
   auto [entry, end] = rows_.equal_range(*hash);

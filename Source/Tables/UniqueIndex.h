@@ -31,14 +31,14 @@ class SearchKey {
 };
 
 /// The rows of a table by their value in one column, in which no value repeats. Refers to rows
-/// without owning them. Reading keys may run code of the caller's; entering and removing rows never
-/// does, so a change is worked out first (`SlotFor`) and then made.
+/// without owning them. Reading keys may run the caller's code; entering and removing rows never
+/// does, so a change is first prepared (`SlotFor`) and then made.
 class UniqueIndex {
  public:
   /// Where a row is entered.
   struct Slot {
     bool isCovered = false;  ///< false: not in the index at all
-    bool callsBack = false;  ///< whether reading the key runs code of the caller's
+    bool callsBack = false;  ///< whether reading the key may run the caller's code
     std::uint64_t hash = 0;
   };
 
@@ -46,7 +46,7 @@ class UniqueIndex {
 
   /// Whether rows with this value are in the index.
   bool Covers(const Structures::_VARIANT& value) const;
-  /// Whether reading one of the keys may run code of the caller's.
+  /// Whether reading one of the keys may run the caller's code.
   bool CallsBack() const { return !callersHashes_.empty(); }
 
   /// Where a row with this value goes; nothing if another row has the value.
@@ -55,8 +55,7 @@ class UniqueIndex {
   /// Enters a new row.
   /// @throws std::bad_alloc, nothing changed
   void Enter(RowImpl& row, const Slot& slot) { Put(row, slot, rows_.end()); }
-  /// Moves a row from the slot of its present value to another. As `Remove` and `Enter`, but for
-  /// the failure.
+  /// Moves a row from the slot of its present value to another. Returns false as `Remove` does.
   /// @throws std::bad_alloc, nothing changed
   [[nodiscard]] bool Move(RowImpl& row, const Slot& slot);
   /// Removes a row. False if the row is not found under its value, because the cell was changed
@@ -65,13 +64,13 @@ class UniqueIndex {
   /// Removes all rows, as the table does when it drops the index: an operation that still holds it
   /// must find no row that has left.
   void Clear() noexcept;
-  /// The row of a value, or null. If keys call back, the caller holds the index, and the row may
-  /// have left the table by the time it is returned.
+  /// The row of a value, or null. If keys call back, the caller must hold the index, and the row
+  /// may have left the table by the time it is returned.
   Core::Ptr<RowImpl> FindHeld(const SearchKey& key) const;
-  /// As `FindHeld` where neither the key nor one of the index calls back.
+  /// Like `FindHeld`, for when neither the key nor any key of the index calls back.
   RowImpl* Find(const SearchKey& key) const;
 
-  /// Counts the changes: unchanged, what `SlotFor` found is still true.
+  /// Counts the changes: while it is unchanged, a slot from `SlotFor` is still valid.
   std::uint64_t Revision() const { return revision_; }
 
  private:
@@ -91,8 +90,8 @@ class UniqueIndex {
   bool ignoreNulls_;
   std::uint64_t revision_ = 0;
   RowsByHash rows_;
-  /// The hashes of keys that call back: they are not read again when the row leaves. Nothing for a
-  /// row that is not entered.
+  /// The hashes of keys that call back: such a key is not read again when its row leaves. No hash
+  /// for a row that is not entered.
   std::unordered_map<const RowImpl*, std::optional<std::uint64_t>> callersHashes_;
 };
 

@@ -20,7 +20,7 @@ bool ValueImpl::GetValue(_VARIANT* out) {
 
 void ValueImpl::SetValue(const _VARIANT* value) {
   Core::CheckArgument(value);
-  const Ptr<ValueImpl> held(this);  // copying may run code of the caller's
+  const Ptr<ValueImpl> held(this);  // copying may run the caller's code
   value_ = Core::Variant(*value);
 }
 

@@ -7,7 +7,7 @@
 
 namespace Data::impl {
 
-/// Reads a trimmed text that is no number as a date-time if it looks like one: a date of three
+/// Reads a trimmed text that is not a number as a date-time if it looks like one: a date of three
 /// parts, whatever follows, or an hour and minute after a `T`.
 /// @return false for any other text; `out` is then unspecified
 bool DetectDateTime(std::string_view text, CalendarFields& out) noexcept;

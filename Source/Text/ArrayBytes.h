@@ -10,9 +10,8 @@
 
 namespace Data::impl {
 
-/// The first `GetCount` bytes of an array, with a reference to it. An array can
-/// count more elements than it has bytes (its stride may be 0), so it is asked
-/// for that range.
+/// The first `GetCount` bytes of an array, with a reference to it. An array can have more elements
+/// than bytes (its stride may be 0), so `GetPointer` checks the range.
 class ArrayBytes {
  public:
   /// @throws std::runtime_error with the array's own message if it has fewer bytes

@@ -15,7 +15,7 @@ using Interfaces::IArray;
 
 namespace {
 
-/// One to three bytes as two to four characters; missing bytes count as zero.
+/// Encodes one to three bytes as two to four characters; missing bytes count as zero.
 void EncodeGroup(const Base64Alphabet& alphabet, std::span<const std::uint8_t> group,
                  std::uint8_t* out) {
   unsigned bits = 0;
@@ -37,7 +37,7 @@ Core::Ptr<IArray> EncodeBase64(const Base64Alphabet& alphabet,
   return text;
 }
 
-/// The whole bytes in up to four characters, up to the first invalid one.
+/// Decodes the whole bytes in up to four characters, up to the first invalid one.
 /// @return bytes written
 std::size_t DecodeGroup(const Base64Alphabet& alphabet, std::string_view group, std::uint8_t* out) {
   unsigned bits = 0;
@@ -52,7 +52,7 @@ std::size_t DecodeGroup(const Base64Alphabet& alphabet, std::string_view group, 
   return whole;
 }
 
-/// @param out  room for the whole text, should it be valid to its end
+/// @param out  room for the decoded text if all of it is valid
 /// @return bytes written
 std::size_t DecodeInto(std::uint8_t* out, const Base64Alphabet& alphabet, std::string_view text) {
   std::size_t done = DecodeBase64Blocks(alphabet, text, out);
@@ -70,7 +70,7 @@ Core::Ptr<IArray> DecodeBase64(const Base64Alphabet& alphabet, std::string_view 
   auto bytes = NewArray(most);
   const std::size_t length =
       DecodeInto(static_cast<std::uint8_t*>(bytes->GetData()), alphabet, text);
-  // A text that is invalid early on would leave most of the memory unused.
+  // If a text is invalid early on, most of the memory would stay unused.
   if (length < most / 2) {
     auto shorter = NewArray(0);
     shorter->SetData(bytes->GetData(), 1, length);

@@ -11,7 +11,7 @@ namespace Data::Hashing::impl {
 
 namespace {
 
-/// @param problem  a format for the number and the text of the status
+/// @param problem  a format string for the status number (%d) and its text (%s)
 void Check(Platform::HashStatus status, const char* problem) {
   if (status.isSuccess) return;
   throw std::runtime_error(

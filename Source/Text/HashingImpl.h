@@ -11,7 +11,7 @@ namespace Data::Hashing::impl {
 
 struct HashingImpl final : Core::ObjectBase<Interfaces::IHashing> {
   explicit HashingImpl(Platform::HashAlgorithm algorithm);
-  /// An HMAC with the key, of which no copy is kept here.
+  /// For HMACs with this key; keeps no copy of it here.
   HashingImpl(Platform::HashAlgorithm algorithm, std::span<const std::uint8_t> key);
 
   bool Hash(const void* data, std::uint64_t length, Interfaces::IArray** out,

@@ -107,8 +107,8 @@ void MultiByteStringImpl::Adopt(std::unique_ptr<char[]> buffer, std::size_t capa
   capacity_ = capacity;
 }
 
-/// `text` may be a range of this string's own buffer, which therefore stays
-/// until the text has been copied.
+/// `text` may be a range of this string's own buffer, which is therefore freed only after the text
+/// has been copied.
 template <class Unit>
 void MultiByteStringImpl::Store(const Unit* text, std::uint64_t length, Kind kind) {
   if (length != 0) Core::CheckArgument(text);
@@ -171,7 +171,7 @@ std::basic_string_view<Unit> MultiByteStringImpl::StoredText() const {
   return {reinterpret_cast<const Unit*>(buffer_), size_ / sizeof(Unit) - 1};
 }
 
-/// Of a text that is held in bytes.
+/// The code page of a text that is stored as bytes.
 std::uint32_t MultiByteStringImpl::SourceCodePage() const {
   return kind_ == Kind::MultiByte ? codePage_ : kUtf8CodePage;
 }
@@ -183,8 +183,8 @@ void MultiByteStringImpl::ConvertToWide() {
   });
 }
 
-/// From bytes to bytes, by way of UTF-16 that is not stored: without memory for
-/// the second step the string must not be left halfway.
+/// Converts bytes to bytes by way of UTF-16 that is not stored: if memory runs out in the second
+/// step, the string must not be left half converted.
 void MultiByteStringImpl::ConvertBytes(std::uint32_t codePage) {
   const auto text = UpToFirstZero(StoredText<char>());
   Scratch<char16_t> wide(Platform::MaxWideLength(text.size()), isSecret_);
@@ -220,12 +220,12 @@ std::int32_t MultiByteStringImpl::Compare(IString* other, bool caseSensitive) {
   if (!other) return -1;
   if (Core::ExactCast<MultiByteStringImpl>(other)) return CompareWith(*other, caseSensitive);
   Core::CheckInterface(other);
-  // Reading an object of the caller's own may change this string or release it.
+  // Reading the caller's own object may change this string or release it.
   const Core::Ptr<IString> self(this), held(other);
   return CompareWith(*other, caseSensitive);
 }
 
-/// Reads the other text first: that may change this string.
+/// Reads the other text first, since reading it may change this string.
 std::int32_t MultiByteStringImpl::CompareWith(IString& other, bool caseSensitive) {
   switch (kind_) {
     case Kind::Empty:

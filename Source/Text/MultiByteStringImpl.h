@@ -34,8 +34,8 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   template <class Fill>
   static Core::Ptr<MultiByteStringImpl> FromUtf8(std::size_t capacity, Fill&& fill,
                                                  Core::ObjectPool* pool = nullptr);
-  /// As `FromUtf8`, for a secret: the string overwrites every piece of memory
-  /// that held its text before it frees or reuses it.
+  /// Like `FromUtf8`, for a secret: the string overwrites all memory that held its text before it
+  /// frees or reuses it.
   template <class Fill>
   static Core::Ptr<MultiByteStringImpl> SecretFromUtf8(std::size_t capacity, Fill&& fill);
 

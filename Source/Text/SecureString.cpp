@@ -18,7 +18,7 @@ std::size_t RoundUpToBlocks(std::size_t length) {
   return (length + kBlock - 1) / kBlock * kBlock;
 }
 
-/// Overwrites plain text unless it has been encrypted.
+/// Overwrites plain text when it goes out of scope, unless dismissed.
 class WipeGuard {
  public:
   explicit WipeGuard(std::span<std::uint8_t> memory) : memory_(memory) {}
@@ -33,7 +33,7 @@ class WipeGuard {
 
 }  // namespace
 
-// The text may be an object of the caller's own, so it is held while it is read.
+// The text may be the caller's own object, so a reference to it is held while it is read.
 SecureString::SecureString(Interfaces::IString& text)
     : SecureString(Core::Utf8View(*Core::Ptr<Interfaces::IString>(&text))) {}
 
@@ -50,7 +50,7 @@ SecureString::SecureString(std::string_view text)
 bool SecureString::GetText(Interfaces::IString** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    // Decrypted in the memory of the caller's string: there is no other copy.
+    // Decrypted directly into the memory of the new string: there is no other copy.
     const auto decrypt = [this](char* to) {
       if (length_ == 0) return length_;
       std::memcpy(to, encrypted_.data(), encrypted_.size());

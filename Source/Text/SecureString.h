@@ -9,7 +9,7 @@
 namespace Data::impl {
 
 struct SecureString final : Core::ObjectBase<Interfaces::ISecureString> {
-  /// Encrypts a copy of the text; `text` itself converts to UTF-8.
+  /// Encrypts a copy of the text; `text` itself is converted to UTF-8.
   explicit SecureString(Interfaces::IString& text);
 
   bool GetText(Interfaces::IString** out, Core::IErrorCode** error) override;

@@ -7,8 +7,8 @@
 
 namespace Data::impl {
 
-/// A record of a text: inline if it fits, otherwise a reference to a new string
-/// object, which the caller owns.
+/// A record that holds a text: inline if it fits, otherwise a reference to a new string object,
+/// which the caller owns.
 inline Structures::_VARIANT MakeTextValue(std::string_view text) {
   if (Core::FitsInline(text)) return Core::MakeInlineText(text);
   return Core::MakeReference(Core::ValueType::String, MultiByteStringImpl::FromUtf8(text).Detach());

@@ -26,7 +26,7 @@ std::size_t CountDoubledQuotes(std::string_view text) {
   return pairs;
 }
 
-/// Copies a text, each doubled quote as a single one.
+/// Copies a text, with each doubled quote as a single one.
 /// @return the number of bytes written
 std::size_t UnescapeQuotes(std::string_view text, char* out) {
   char* end = out;
@@ -40,8 +40,8 @@ std::size_t UnescapeQuotes(std::string_view text, char* out) {
   return static_cast<std::size_t>(end - out);
 }
 
-/// Stores member by member: a record that is built elsewhere and then copied is read back before
-/// the processor has stored it, which stalls.
+/// Stores member by member: a record that is built elsewhere and then copied would be read back
+/// before the processor has stored it, which stalls.
 void Fill(_VARIANT& cell, std::uint32_t tag, std::uint64_t first, std::uint64_t second = 0) {
   cell.type = tag;
   cell.value[0] = first;

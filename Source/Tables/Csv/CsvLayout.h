@@ -16,7 +16,7 @@ struct CsvLayout {
 };
 
 /// Whichever of comma, semicolon, TAB and vertical bar comes first in the text; a comma if none
-/// does. Quotes are not regarded.
+/// does. Quotes are not taken into account.
 std::string_view DetectSeparator(std::string_view text);
 
 /// @throws std::runtime_error "No lines detected in the csv content"

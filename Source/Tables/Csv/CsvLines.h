@@ -22,7 +22,7 @@ class CsvLine {
       : text_(text), origin_(origin), separators_(separators), separatorSize_(separatorSize) {}
 
   std::size_t ValueCount() const { return separators_.size() + 1; }
-  /// Hands the first `count` values to `visit`, untrimmed.
+  /// Calls `visit` with each of the first `count` values, untrimmed.
   template <class Visit>
   void ForEachValue(std::size_t count, Visit&& visit) const {
     const char* begin = text_.data();
@@ -66,7 +66,7 @@ class CsvLines {
   CsvStructure structure_;
   std::unique_ptr<std::size_t[]> positions_;
   std::size_t capacity_;
-  /// Indexes into `positions_`: the first of the next line, the first not looked at yet, the end.
+  /// Indexes into `positions_`: the first of the next line, the first not yet examined, the end.
   std::size_t first_ = 0, seen_ = 0, end_ = 0;
   std::size_t lineStart_ = 0;
   bool isThrough_ = false;

@@ -18,7 +18,7 @@ using Structures::_VARIANT;
 
 namespace {
 
-/// What the objects of a table take at least for a byte of text, by experience.
+/// The least memory that the objects of a table typically take per byte of text.
 constexpr std::size_t kBytesPerCharacter = 4;
 
 std::string_view WithoutByteOrderMark(std::string_view text) {
@@ -68,7 +68,7 @@ class RowBuilder {
         notes_(table_.ColumnCount()) {}
 
   void Add(const CsvLine& line, std::size_t number);
-  /// Tells the columns the types of their cells.
+  /// Passes the types of the cells to their columns.
   void Finish() const;
 
  private:

@@ -19,7 +19,7 @@ struct CsvResult {
 };
 
 /// Reads delimited text into a table: finds the layout, splits lines and values, types each cell.
-/// @param separator  empty to have it detected
+/// @param separator  empty to detect it
 /// @throws std::runtime_error "No lines detected in the csv content", "Csv file
 ///         does not have consistent usage of column separator between lines!,
 ///         Columns %d vs Values %d at line %d" (only for `ExtraValues::Fail`)

@@ -14,8 +14,8 @@ namespace Data::impl {
 namespace {
 
 constexpr std::size_t kBlock = 64;
-/// Large enough to make the cost of a call small, small enough for the text and its positions to
-/// stay in the first-level cache.
+/// Large enough that the cost of a call hardly matters, small enough that the text and its
+/// positions stay in the first-level cache.
 constexpr std::size_t kChunk = CsvStructure::kRoom - 8;
 static_assert(kChunk % kBlock == 0);
 

@@ -17,14 +17,14 @@ class CsvStructure {
   /// @param separator  not a quote; a line end to find line ends only
   CsvStructure(std::string_view text, char separator) : text_(text), separator_(separator) {}
 
-  /// Entries that `ScanNext` needs: one for each byte of a chunk, and up to 8 past the last, which
-  /// it overwrites.
+  /// Entries that `ScanNext` needs: one for each byte of a chunk, and 8 more because it may write
+  /// past the last one.
   static constexpr std::size_t kRoom = 4096 + 8;
 
   bool IsAtEnd() const { return next_ == text_.size(); }
   /// Stores the positions found in the next chunk of the text, perhaps none.
-  /// @param out  with `kRoom` entries to write
-  /// @return the end of what was stored
+  /// @param out  room for `kRoom` entries
+  /// @return the end of the stored positions
   std::size_t* ScanNext(std::size_t* out);
 
  private:
@@ -38,8 +38,8 @@ class CsvStructure {
   std::uint64_t quoted_ = 0;
 };
 
-/// Appends the positions of a separator of any length in one line. An occurrence that an odd number
-/// of quotes precedes is inside quotes: the search goes on at the next quote, or after that quote
+/// Appends the positions of a separator of any length in one line. An occurrence after an odd
+/// number of quotes is inside quotes: the search continues at the next quote, or after that quote
 /// and the next if it is doubled; without another quote the rest of the line has no separator.
 void AppendSeparators(std::string_view line, std::string_view separator,
                       std::vector<std::size_t>& positions);

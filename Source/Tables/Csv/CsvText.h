@@ -10,7 +10,7 @@ namespace Data::impl {
 inline constexpr char kQuote = '"';
 inline constexpr char kLineEnd = '\n';
 
-/// What is trimmed around a line; around a value a zero byte stays.
+/// The characters trimmed around a line. Zero bytes around a value are kept.
 constexpr bool IsLineSpace(char c) { return IsSpace(c) || c == '\0'; }
 
 constexpr std::string_view TrimLine(std::string_view text) { return Trim(text, IsLineSpace); }

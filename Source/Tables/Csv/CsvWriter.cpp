@@ -18,7 +18,7 @@ class CsvWriter {
       : cursor_(cursor), separator_(separator), alwaysQuote_(alwaysQuote) {}
 
   void AddHeader();
-  /// Adds the row that the cursor is at.
+  /// Appends the cursor's current row.
   void AddRow();
   void EndLine() { text_ += kLineEnd; }
   std::string TakeText() { return std::move(text_); }

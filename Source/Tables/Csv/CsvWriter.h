@@ -7,10 +7,11 @@
 
 namespace Data::impl {
 
-/// A table as delimited text: the names of the columns as they are, then a line per row, without a
-/// final line break. Quotes in texts and documents are doubled; those that contain the separator,
-/// or all of them, are quoted. The table may change while it is written, see `TableCursor`.
-/// @throws what `Core::ToText` throws for a cell that is not what its type says
+/// A table as delimited text: a line with the names of the columns, neither quoted nor escaped,
+/// then one per row, the last without a line break. Quotes in texts and documents are doubled;
+/// those that contain the separator, or all of them, are quoted. The table may change while it is
+/// written, see `TableCursor`.
+/// @throws what `Core::ToText` throws for a cell whose contents do not match its type
 std::string WriteCsv(Interfaces::ITable& table, std::string_view separator, bool alwaysQuote);
 
 }  // namespace Data::impl
