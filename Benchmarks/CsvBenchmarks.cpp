@@ -33,9 +33,9 @@ Ptr<ITable> Read(const std::string& text) {
   return table;
 }
 
-/// What the records of a table take by themselves: object headers (interface,
-/// lock, count), 24 bytes a cell, the members of rows, texts and date-times, and
-/// the characters of texts that no cell holds.
+/// The memory that the records of a table need by themselves: object headers (interface, lock,
+/// count), 24 bytes a cell, the members of rows, texts and date-times, and the characters of texts
+/// that do not fit into a cell.
 std::size_t RecordBytes(const Ptr<ITable>& table) {
   constexpr std::size_t kObject = 8 + 40 + 4, kRow = kObject + 8 + 8 + 24 + 24 + 4 + 1;
   constexpr std::size_t kText = kObject + 4 + 24 + 4, kDateTime = kObject + 8 + 32 + 16;
@@ -74,7 +74,7 @@ std::size_t ResidentBytes() {
   return residentPages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// Memory of a table, as a multiple of what its records take by themselves.
+/// The memory of a table as a multiple of what its records need by themselves.
 void MemoryOfTable(benchmark::State& state) {
   const std::string text = TextOf(state, TableKind::Mixed);
   double ratio = 0;

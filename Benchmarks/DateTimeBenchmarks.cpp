@@ -6,8 +6,8 @@
 #include "Data/Exports.h"
 #include "Data/Interfaces/IDateTime.h"
 
-// Reading, printing and shifting single date-times, including the object or string that each
-// creates.
+// Reading, printing and shifting single date-times, including the object or string that an
+// operation creates.
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "Data/Interfaces/IHashing.h"
 
 // The library's hash objects compared with OpenSSL's contexts, reused in the same way. The library
-// also creates an array for each digest, whose cost is measured alone.
+// also creates an array for each digest; its cost is measured separately.
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include "Data/Interfaces/IAllowedValue.h"
 #include "Data/Interfaces/ISchema.h"
 
-// A layer schema with 20 allowed values in each column: reading, writing and copying it takes time
-// in proportion to its columns, and a setter the same time however many there are.
+// A layer schema with 20 allowed values in each column. The time to read, write or copy it is
+// proportional to the number of its columns; the time of a setter does not depend on it.
 
 namespace {
 

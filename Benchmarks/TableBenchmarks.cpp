@@ -35,7 +35,7 @@ Ptr<ITable> MakeColumns(std::int64_t count) {
   return table;
 }
 
-/// Rows of a distinct key and a number, the keys in random order.
+/// Rows of a key and a number. The keys ascend by random steps.
 Ptr<ITable> MakeKeyed(Values values, std::int64_t rows) {
   const auto table = MakeColumns(2);
   std::mt19937_64 random(7);

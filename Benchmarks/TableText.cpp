@@ -17,8 +17,9 @@ constexpr std::string_view kWords[] = {
 constexpr std::string_view kKinds[] = {"bridge", "ford",       "culvert",       "ferry",
                                        "tunnel", "footbridge", "level crossing"};
 
-/// Columns of a table, one method per kind of value, each from the next random
-/// numbers. The standard's distributions differ between libraries, so none is used.
+/// Writes the rows of a table, with one method per kind of value, each drawing the next random
+/// numbers. The distributions of the standard library differ between implementations, so none is
+/// used.
 class TableText {
  public:
   explicit TableText(std::uint64_t seed) : random_(seed) {}
@@ -76,8 +77,8 @@ void TableText::Sentence(std::size_t words) {
   }
 }
 
-/// One remark in eight is empty, one in eight is quoted for its comma, and some
-/// of those hold quotes of their own.
+/// One remark in eight is empty, one in eight is quoted because of its comma, and some of those
+/// contain quotes.
 void TableText::Mixed(std::size_t row) {
   text_ += std::to_string(100000 + row);
   Next();

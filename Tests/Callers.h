@@ -5,15 +5,15 @@
 
 namespace Data::tests {
 
-/// The base of objects that a program makes itself: references are counted, and code of the test
-/// runs where the library gives one or takes one back. Made by `Core::MakePtr`.
+/// The base of the caller's own objects in tests. It counts references, and runs the test's code
+/// when the library adds or releases one. Create such objects with `Core::MakePtr`.
 template <class Interface>
 class CallersOwn : public Interface {
  public:
   virtual ~CallersOwn() = default;
 
   std::function<void()> onAddReference = [] {};
-  /// The object may end after the call.
+  /// Called after the reference is released, when the object may already be destroyed.
   std::function<void()> onRelease = [] {};
 
   void AddReference() override {

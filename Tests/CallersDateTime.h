@@ -5,13 +5,13 @@
 
 namespace Data::tests {
 
-/// A date-time of the program's own, which answers what one of the library's answers. Made by
+/// The caller's own date-time, which returns the same as one of the library's. Create it with
 /// `Core::MakePtr<CallersDateTime>("2024-11-14")`.
 class CallersDateTime final : public CallersOwn<IDateTime> {
  public:
   explicit CallersDateTime(const char* iso8601) : date_(Date(iso8601).As<Ptr<IDateTime>>()) {}
 
-  /// Called by each operation that reads; the object may end meanwhile.
+  /// Called by each operation that reads; the call may destroy the object.
   std::function<void()> onRead = [] {};
 
   std::uint16_t GetYear() override { return Read()->GetYear(); }

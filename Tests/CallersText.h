@@ -8,7 +8,7 @@
 
 namespace Data::tests {
 
-/// A text object of a program's own, which may answer null for its text.
+/// The caller's own text object, which may return null for its text.
 class CallersText final : public CallersOwn<Interfaces::IString> {
  public:
   /// @param text  ASCII, or null
@@ -31,7 +31,7 @@ class CallersText final : public CallersOwn<Interfaces::IString> {
     return isNull_ ? nullptr : wide_.c_str();
   }
   const void* GetData() override { return GetUtf8(); }
-  /// Of a null text, too: the object claims more than it has.
+  /// Not 0 for a null text either: the object claims more than it has.
   std::uint64_t GetLength() override { return isNull_ ? 5 : text_.size(); }
   std::uint64_t GetSize() override { return GetLength() + 1; }
   std::int32_t Compare(IString*, bool) override { return 0; }

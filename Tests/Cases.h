@@ -21,7 +21,7 @@ struct Case {
 ///
 /// A line is a case: fields separated by "|", trimmed. Escapes: \n \r \t \0 \\, \s for a space,
 /// \p for "|", \xHH for a byte. Lines that start with "#" are comments, "[name]" starts a section.
-/// @throws std::runtime_error  without the file or without a case in the section, and for an
+/// @throws std::runtime_error if the file is missing, if the section has no cases, and for an
 ///         unknown escape
 std::vector<Case> Cases(const char* file, std::string_view section);
 

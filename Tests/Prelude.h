@@ -71,12 +71,12 @@ using Structures::ComparisonOperator;
 using Structures::DateTimeUnit;
 using Structures::ValueType;
 
-/// The message of an error object, "" without one.
+/// The message of an error object, "" if there is none.
 inline std::string MessageOf(const Core::Ptr<Core::IErrorCode>& error) {
   return error ? error->GetMessage() : "";
 }
 
-/// The text of what an unguarded operation throws, "" if it does not.
+/// The text of what an unguarded operation throws, "" if it does not throw.
 template <class Operation>
 std::string ThrownBy(Operation&& operation) {
   try {
@@ -88,7 +88,7 @@ std::string ThrownBy(Operation&& operation) {
 }
 
 /// A record of any tag and payload.
-/// @param low  for a reference: null, or an object whose reference is taken over
+/// @param low  for a reference: null, or the address of an object whose reference is taken over
 inline Core::Variant Record(Structures::ValueType type, Core::StorageForm form,
                             std::uint64_t low = 0, std::uint64_t high = 0) {
   return Core::Variant::Adopt({Core::MakeTag(type, form), {low, high}});
@@ -103,13 +103,13 @@ inline Core::Variant NullReference(Structures::ValueType type) {
 inline Core::Variant Address(Structures::ValueType type, std::uint64_t address) {
   return Record(type, Core::StorageForm::Pointer, address);
 }
-/// A record that says `type` and refers to some object, fitting or not.
+/// A record of this type that refers to an object, which need not match the type.
 template <class Interface>
 Core::Variant Reference(Structures::ValueType type, Core::Ptr<Interface> object) {
   return Core::Variant::Adopt(Core::MakeReference(type, object.Detach()));
 }
 
-/// A new object of a factory without an error argument.
+/// A new object from a factory without an error argument.
 template <class Interface>
 Core::Ptr<Interface> New(bool (*factory)(Interface**)) {
   Core::Ptr<Interface> object;
@@ -117,7 +117,7 @@ Core::Ptr<Interface> New(bool (*factory)(Interface**)) {
   return object;
 }
 
-/// A new object of a factory that is guarded.
+/// A new object from a guarded factory.
 template <class Interface>
 Core::Ptr<Interface> New(bool (*factory)(Interface**, Core::IErrorCode**)) {
   Core::Ptr<Interface> object;
@@ -133,8 +133,8 @@ inline constexpr const char* kUndefinedRecord =
     "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
     "uninitialized!";
 
-/// What a guarded operation fails with, "" if it succeeds. A failed operation is
-/// tried again without an error argument and with one that is taken.
+/// What a guarded operation fails with, "" if it succeeds. A failed operation is repeated with an
+/// error that is already set, and without an error argument.
 template <class Operation>
 std::string Failure(Operation&& operation) {
   Core::Ptr<Core::IErrorCode> error;
@@ -149,7 +149,7 @@ std::string Failure(Operation&& operation) {
   return MessageOf(error);
 }
 
-/// An error object, by way of a call that fails with the given message.
+/// Some error object, from a call that fails.
 inline Core::Ptr<Core::IErrorCode> SomeError() {
   Core::Ptr<Core::IErrorCode> error;
   EXPECT_FALSE(Data_CreateVariantDictionary(nullptr, error.Receive()));

@@ -7,14 +7,14 @@ template. LIST names the lines that no test reaches:
     Source/Folder/File.cpp: why no test can
       the text of a line
 
-Each listed line must exist and be unseen, and each unseen line must be listed. A line of
-closing brackets alone goes with the one before it.
+Each listed line must exist and be unseen, and each unseen line must be listed. A line that has only
+closing brackets counts with the line before it.
 """
 import os
 import re
 import sys
 
-# Folders, least share of lines and of branches.
+# Folders, and the least percentage of lines and of branches.
 GOALS = [("Source", ["Source"], 99.0, 95.0), ("SourceAndInclude", ["Source", "Include"], 98.5, 93.0)]
 
 

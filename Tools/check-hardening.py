@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Reads the built libraries and finds what an exploit could use: check-hardening.py LIBRARY...
+"""Checks the built libraries for what an exploit could use: check-hardening.py LIBRARY...
 
-Protections that were lost, file names and times of the machine that built them, and whether the DLL
-says its version. Both formats are read by the GNU tools for them.
+It finds missing protections, folder names and times of the build machine, and a DLL that does not
+state its version. The GNU tools read both formats.
 """
 import pathlib
 import re

@@ -1,8 +1,8 @@
 #!/bin/bash
 # Builds parts of the library again and compares them byte by byte:
 #   check-reproducible.sh TREE LIBRARY SUFFIX [CMAKE-OPTION...]
-# The objects of Source/Exports from a copy of the sources in another folder, and the library itself
-# linked a second time from the objects of TREE.
+# These parts are the objects of Source/Exports, built from a copy of the sources in another folder, and
+# the library itself, linked again from the objects of TREE.
 set -eu
 cd "$(dirname "$0")/.."
 tree=$1 library=$2 suffix=$3
@@ -23,6 +23,6 @@ for object in "${objects[@]}"; do cmp "$tree/$object" "$copy/build/$object"; don
 
 cp "$tree/$library" "$copy/before"
 rm "$(readlink -f "$tree/$library")"
-sleep 1 # a time in the file would differ
+sleep 1 # so that a time stored in the file would differ
 cmake --build "$tree" --target LayerData
 cmp "$tree/$library" "$copy/before"

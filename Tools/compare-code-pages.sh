@@ -1,6 +1,6 @@
 #!/bin/sh
-# Compares the conversions of every code page between Linux and Windows, in both directions. On
-# Windows the system converts, on Linux the library's own tables do.
+# Compares the conversions of every code page between Linux and Windows, in both directions. On Windows the
+# library uses the system's functions, on Linux its own tables.
 #   compare-code-pages.sh [LINUX-BUILD-TREE WINDOWS-BUILD-TREE]
 # To see the texts of a page that differs, run CodePageDigest --full PAGE on both.
 set -u

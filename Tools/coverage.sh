@@ -1,11 +1,11 @@
 #!/bin/bash
-# Lines and branches of the library that the tests reach, per file, and the check of both.
+# Reports the lines and branches of the library that the tests reach, per file, and checks both.
 #
 #   Tools/coverage.sh        builds and runs the tests of the clang preset, then reports
 #   Tools/coverage.sh seen   reports on the tests that ran there last
 #
-# Branches are the two outcomes of each condition in the source; what only the compiler adds
-# for exceptions is none. Tools/Coverage.txt lists the lines that no test reaches, and why.
+# Branches are the two outcomes of each condition in the source; those that the compiler adds for exceptions
+# do not count. Tools/Coverage.txt lists the lines that no test reaches, and why.
 set -eu
 cd "$(dirname "$0")/.."
 . Tools/packages.sh

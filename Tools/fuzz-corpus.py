@@ -10,7 +10,7 @@ import re
 import sys
 
 DATA = pathlib.Path(__file__).resolve().parent.parent / "Tests/Data"
-# The data files whose first fields are inputs of a target, and what such an input begins with.
+# The data files whose first fields are inputs of a target, and the prefix of such an input.
 SEEDS = {
     "Csv": ("Csv*.txt", b""),
     "Separators": ("Csv*.txt", b"\0"),

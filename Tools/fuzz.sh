@@ -2,11 +2,11 @@
 # Fuzzes every target of Tests/Fuzz in turn, or those named:
 #
 #   Tools/fuzz.sh MINUTES [TARGET...]   each target that long, 10 million executions at most
-#   Tools/fuzz.sh pack [TARGET...]      puts what was found of interest into the committed corpora
+#   Tools/fuzz.sh pack [TARGET...]      writes the interesting inputs to the committed corpora
 #
-# Inputs of interest stay in build/fuzz/corpus, findings in build/fuzz/findings; the corpora in
-# Tests/Data/Fuzz and the cases of the tests are the first inputs. Ends with a line per target:
-# executions, edges covered, findings.
+# Interesting inputs are kept in build/fuzz/corpus, findings in build/fuzz/findings. Fuzzing starts with the
+# corpora in Tests/Data/Fuzz and the cases of the tests. The last lines give, for each target, the executions,
+# edges covered and findings.
 set -eu
 cd "$(dirname "$0")/.."
 . Tools/packages.sh
@@ -33,7 +33,7 @@ fi
 install_packages $BUILD_PACKAGES $FUZZ_PACKAGES
 cmake --preset fuzz
 cmake --build --preset fuzz
-# Short stacks and a small quarantine of freed memory make the sanitizer faster, not blinder.
+# Short stack traces and a small quarantine of freed memory make the sanitizer faster.
 export ASAN_OPTIONS=malloc_context_size=3:quarantine_size_mb=32
 summary=""
 for target in $targets; do

@@ -1,4 +1,4 @@
-# Debian packages that the scripts in this folder need. They source this file.
+# The Debian packages that the scripts in this folder need; the scripts source this file.
 
 BUILD_PACKAGES="g++ cmake ninja-build rapidjson-dev librapidxml-dev libssl-dev libcli11-dev googletest"
 WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix wine64"
@@ -6,7 +6,7 @@ CHECK_PACKAGES="clang clang-format clang-tidy llvm libclang-rt-dev libbenchmark-
 FUZZ_PACKAGES="clang libclang-rt-14-dev python3"
 BENCHMARK_PACKAGES="libbenchmark-dev python3-pandas"
 
-# install_packages NAME...: installs the missing ones, as root or with sudo.
+# install_packages NAME...: installs the packages that are missing, as root or with sudo.
 install_packages() {
   local package missing=""
   for package in "$@"; do

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs a Windows program under Wine: run-wine.sh PROGRAM.exe [ARGUMENTS...]
-# Quiet, and with a prefix in the program's own build tree, so that neither the user's Wine nor
-# another build is touched.
+# Runs quietly, and with a prefix in the program's own build tree, so that neither the user's Wine nor
+# another build is affected.
 set -eu
 
 for wine in wine64 /usr/lib/wine/wine64 wine; do

@@ -6,7 +6,7 @@
 #   Tools/test.sh STAGE...     these stages alone; each builds what it needs
 #
 # A failed stage does not stop the next ones. The last line is "N passed, M failed"; the exit code is
-# 0 only if nothing failed. The whole output of each stage stays in build/logs.
+# 0 only if nothing failed. The whole output of each stage is kept in build/logs.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 export LC_ALL=C.UTF-8
@@ -20,12 +20,12 @@ DLL=build/windows/bin/layerdata.dll
 
 formatting() { sources | one Format.EverySource xargs clang-format --dry-run -Werror; }
 
-# The public headers against the description of this version, and whether a change would be noticed.
+# Compares the public headers with the description of this version, and checks that a change would be noticed.
 contract() { Tools/check-contract.py && Tools/check-contract.py --self-test; }
 
 release() { build_and_test release; }
 
-# The same tests as Windows programs under Wine.
+# Runs the same tests as Windows programs under Wine.
 windows() { build_and_test windows; }
 
 code-pages() { build release && build windows && Tools/compare-code-pages.sh build/release build/windows; }
@@ -42,7 +42,7 @@ hardening() {
   return "$status"
 }
 
-# A project of its own finds the installed package and builds against it.
+# A separate project finds the installed package and builds against it.
 package() {
   build release || return
   rm -rf build/package build/package-user
@@ -69,19 +69,19 @@ all_thread_tests_are_built() {
   ! grep -rlE 'std::jthread|vector<std::thread>|OnThreads' Tests --include='*.cpp' --exclude-dir=Threads
 }
 
-# Everything with the other compiler. The run leaves its coverage in build/clang/profiles.
+# Builds and tests everything with clang. The run leaves its coverage in build/clang/profiles.
 clang() {
   rm -rf build/clang/profiles
   build_and_test clang
 }
 
-# Which lines and branches the stage before has reached.
+# Checks which lines and branches the stage `clang` has reached.
 coverage() {
   [ -d build/clang/profiles ] || clang
   Tools/coverage.sh seen
 }
 
-# The built library against the description of this version.
+# Compares the built library with the description of this version.
 abi() { build clang && Tools/check-contract.py --library build/clang/lib/liblayerdata.so; }
 
 lint() {
@@ -110,7 +110,7 @@ sources() {
     xargs grep -L '^// Generated'
 }
 
-# cases LOG PATTERN: how many there are; CTest repeats the lines of a program that failed.
+# cases LOG PATTERN: counts the cases, each once: CTest repeats the lines of a program that failed.
 cases() { sed -E 's/^[0-9]+: //' "$1" | grep -E "$2" | sort -u | wc -l; }
 
 # stage NAME: runs the function of that name and counts the cases that it prints in GoogleTest's form.

@@ -197,8 +197,8 @@ LAYERDATA_API bool Data_ParseCsvWithErrors(const char* content, Data::Interfaces
 LAYERDATA_API bool Data_ParseCsvWithSeparator(const char* content, const char* separator,
                                               Data::Interfaces::ITable** table, uint64_t size,
                                               Core::IErrorCode** error);
-/// A table as delimited text: the header line, then a line per row, no final
-/// line break. Quotes in texts and documents are doubled; those that contain the
+/// A table as delimited text: the header line, then a line per row, no line
+/// break after the last row. Quotes in texts and documents are doubled; those that contain the
 /// separator are quoted. Some values do not read back as they were: names are
 /// never quoted, a line break alone does not quote a text, and doubles have six
 /// decimals.

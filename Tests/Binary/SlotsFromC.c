@@ -1,6 +1,6 @@
-/* Calls the library as a program does that has none of its headers: exported functions by name,
- * operations by their slot number in an object's table. One case for each shape of call; that every
- * slot is where it belongs is checked from the headers. Plain C on purpose. */
+/* Calls the library like a program that has none of its headers: exported functions by name,
+ * operations by their slot numbers in an object's table. There is one case for each kind of call;
+ * Tools/check-contract.py checks the position of every slot. Deliberately plain C. */
 
 #include <stdbool.h>
 #include <stdint.h>

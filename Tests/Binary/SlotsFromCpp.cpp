@@ -1,5 +1,5 @@
-// Calls the library as a C++ program does that has none of its headers: operations by their slot
-// number, and the exceptions of unguarded operations caught on this side.
+// Calls the library like a C++ program that has none of its headers: calls operations by their slot
+// numbers, and catches the exceptions of unguarded operations on this side.
 
 #include <gtest/gtest.h>
 

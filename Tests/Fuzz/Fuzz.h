@@ -13,7 +13,7 @@
 #include "Data/Exports.h"
 
 /// What the fuzz targets share. A target is one `LLVMFuzzerTestOneInput`; a property that does not
-/// hold ends the process.
+/// hold aborts the process.
 namespace Data::fuzz {
 
 using namespace Interfaces;
@@ -49,7 +49,7 @@ class Input {
     rest_.remove_prefix(std::min(rest_.size(), sizeof word));
     return word;
   }
-  /// A byte that gives the length, then the text.
+  /// Reads a byte that determines the length, then the text.
   std::string Text(std::uint32_t below) {
     const std::size_t wanted = Below(below), size = std::min(wanted, rest_.size());
     const std::string text(rest_.substr(0, size));
@@ -74,7 +74,7 @@ Ptr<Interface> New(bool (*factory)(Interface**, Core::IErrorCode**)) {
   return object;
 }
 
-/// A value of any type by value or with an object of the library.
+/// A value of any type, stored in the record or in an object of the library.
 Variant AnyValue(Input& input);
 /// A table as CSV text; every table can be written.
 std::string CsvOf(const Ptr<ITable>& table);

@@ -1,4 +1,4 @@
-// Bytes come back from both alphabets as they were, and any text decodes to something.
+// Bytes survive a round trip in both alphabets, and any text can be decoded.
 
 #include <cstdlib>
 #include <cstring>

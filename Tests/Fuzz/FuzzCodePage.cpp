@@ -1,4 +1,5 @@
-// Every code page both ways: text that came out of a page goes back into it and comes out the same.
+// Every code page in both directions: text that was decoded from a page is the same after it is
+// encoded and decoded again.
 
 #include "Data/Interfaces/IString.h"
 #include "Fuzz.h"
@@ -29,7 +30,7 @@ std::string Encoded(std::u16string_view units, std::uint32_t page) {
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
   Input input(data, size);
   const std::uint32_t page = kPages[input.Below(std::size(kPages))];
-  // What a page cannot hold becomes its default character once; after that nothing changes.
+  // The first round replaces what the page cannot represent; after that nothing changes.
   const std::u16string once = Decoded(Encoded(Decoded(input.Rest(), page), page), page);
   Require(Decoded(Encoded(once, page), page) == once);
   std::u16string units;

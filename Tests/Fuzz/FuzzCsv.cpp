@@ -1,6 +1,6 @@
-// Any bytes give a table or an error; a table can be written, and its text read again. An input
-// that starts with 0xFF or 0xFE is repeated, beyond the chunks of the scanner or far enough for the
-// memory regions of large tables.
+// Any bytes give a table or an error; a table can be written, and reading its text again does not
+// crash. An input that starts with 0xFE or 0xFF is repeated up to 9 or 260 KB, so that it spans
+// several chunks of the scanner.
 
 #include "Data/Interfaces/IJsonDocument.h"
 #include "Data/Interfaces/IObjectList.h"
@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     return 0;
   const std::string csv = CsvOf(table);
   Ptr<IJsonDocument> json;
-  if (Data_TableToJson(table.Get(), json.Receive(), error.Receive()))  // refuses NaN and infinity
+  if (Data_TableToJson(table.Get(), json.Receive(), error.Receive()))  // fails for NaN and infinity
     Require(json->IsValid());
   Data_ParseCsv(csv.data(), csv.size(), again.Receive(), error.Receive());
   return 0;

@@ -1,4 +1,5 @@
-// Any text is a date-time or an error, and whatever was read can be shifted and printed.
+// Any text gives a date-time or an error, and any date-time that was read can be shifted and
+// printed.
 
 #include <string>
 

@@ -1,5 +1,5 @@
-// Keys of every type: what was set is found until the map is cleared, and the keys that the map
-// lists are the ones it contains.
+// Keys of every type: a value that was set is found until the map is cleared, and the keys that the
+// map lists are the ones it contains.
 
 #include "Core/VariantComparison.h"
 #include "Data/Interfaces/IVariantDictionary.h"
@@ -10,7 +10,7 @@ using namespace Data::fuzz;
 
 namespace {
 
-/// Whether a key is found again: it has an order.
+/// Whether a key can be found again, as keys that can be compared can.
 bool EqualsItself(const Variant& key) {
   return Core::AreComparable(key, key) && !Core::IsNullAddress(key) &&
          Core::KindOf(key.Type()) != Core::ValueKind::Array;

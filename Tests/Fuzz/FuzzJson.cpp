@@ -1,5 +1,5 @@
-// A valid document that equals itself (repeated names can prevent that) equals its compact form,
-// and becomes a table and text again without a crash.
+// A valid document that equals itself (repeated names can prevent that) equals its compact form.
+// Converting it to a table and back gives valid JSON.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// Rows of values of every type as JSON: a row is written exactly when its table is, and what is
-// written is valid JSON that becomes a table again.
+// Rows with values of every type as JSON: a table can be written exactly when each of its rows can,
+// the result is valid JSON, and reading it as a table does not crash.
 
 #include "Data/Interfaces/IJsonDocument.h"
 #include "Data/Interfaces/IRow.h"

@@ -1,5 +1,5 @@
-// A schema made by a sequence of setters is cloned, written and read again; half of the documents
-// are damaged on the way. An input that starts with "{" is a document itself.
+// A schema built by a sequence of setters is cloned, written and read again; some of the documents
+// are damaged before they are read. An input that starts with "{" is itself the document.
 
 #include "Data/Interfaces/IAllowedValue.h"
 #include "Data/Interfaces/IJsonDocument.h"
@@ -26,7 +26,7 @@ class Steps {
     for (std::uint32_t left = input_.Below(24); left > 0 && !input_.IsEmpty(); --left) Step();
     return schema_;
   }
-  /// Whether every text that the writer makes of a value can be read back.
+  /// Whether the text that is written for each value can be read back.
   bool HasOnlyOwnValues() const { return hasOnlyOwnValues_; }
 
  private:
@@ -101,7 +101,7 @@ std::string Damaged(std::string text, Input& input) {
   return text.replace(at, erased, input.Text(12));
 }
 
-/// What was read once is written and read without a change.
+/// A schema that was read does not change when it is written and read again.
 bool ReadAndCompare(std::string_view text) {
   Ptr<ISchema> schema, again;
   Error error;

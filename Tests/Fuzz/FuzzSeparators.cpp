@@ -1,5 +1,5 @@
-// The reading modes agree with each other, and a separator of several bytes splits as one of a
-// single byte does.
+// The reading modes agree with each other, and a separator of several bytes splits like one of a
+// single byte.
 
 #include "Data/Interfaces/IObjectList.h"
 #include "Data/Interfaces/IString.h"

@@ -1,5 +1,5 @@
-// A sequence of string operations: the text read in any form ends with a zero, lengths agree, and
-// comparison with itself is 0.
+// A sequence of string operations: UTF-8 text ends with a zero at its length, lengths are
+// consistent, and a text equals itself.
 
 #include "Data/Interfaces/IString.h"
 #include "Fuzz.h"

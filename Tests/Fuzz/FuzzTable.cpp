@@ -1,4 +1,5 @@
-// A sequence of table operations, each followed by a simple model: a vector of rows of small codes.
+// A sequence of table operations, each compared with a simple model: a vector of rows of small
+// codes.
 
 #include <algorithm>
 #include <vector>
@@ -14,7 +15,7 @@ namespace Structures = Data::Structures;
 
 namespace {
 
-/// 0 is Null, below 6 an integer, otherwise a text: an inline one or one with an object.
+/// 0 is Null, 1 to 5 are integers, the others texts: inline ones and ones in string objects.
 using Code = std::uint8_t;
 constexpr Code kCodes = 12;
 

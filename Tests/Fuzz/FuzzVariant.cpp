@@ -1,5 +1,5 @@
-// Values of every type: conversions give a value or throw std::runtime_error, and comparison is
-// an order: antisymmetric, and equal to itself.
+// Values of every type: conversions return a value or throw std::runtime_error, and comparison is
+// antisymmetric.
 
 #include <cmath>
 #include <stdexcept>

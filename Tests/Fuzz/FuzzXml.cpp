@@ -1,4 +1,4 @@
-// A valid document equals itself, and no depth of nesting is a crash.
+// A document equals itself exactly if it is valid, and no depth of nesting causes a crash.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// Stands in for the fuzzer's main program: FuzzCsvTests runs its target once for every input of
-// the corpus Fuzz/Csv.txt.
+// Replaces the fuzzer's main program: FuzzCsvTests, for example, runs its target once for every
+// input of the corpus Fuzz/Csv.txt.
 
 #include <cstdio>
 

@@ -21,7 +21,7 @@ std::string Each(std::integral auto count, Entry entry) {
   for (decltype(count) i = 0; i < count; ++i) text += entry(i) + ", ";
   return text;
 }
-/// The records or the object that an operation gives.
+/// The records that an operation returns.
 template <class Give>
 std::string Given(Give give) {
   Variant first, second;
@@ -80,7 +80,7 @@ std::string Of(IConstrainedValue& constrained) {
   return Given([&](auto* min, auto* max) { constrained.GetConstraints(min, max); }) +
          Given([&](auto* value) { constrained.GetValue(value); });
 }
-/// With what its index finds.
+/// Includes what its index finds.
 std::string Of(ITable& table) {
   const auto columns = static_cast<std::int32_t>(table.GetColumnCount());
   IColumn* const indexed = table.GetIndexColumn();

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <new>
 
-// What is behind malloc: the sanitizer's functions if they are linked, or the C library's.
+// The allocator behind malloc: the sanitizer's functions if they are linked, or the C library's.
 extern "C" {
 [[gnu::weak]] void* __interceptor_malloc(std::size_t);
 [[gnu::weak]] void* __interceptor_realloc(void*, std::size_t);
@@ -20,7 +20,7 @@ void __libc_free(void*);
 namespace Data::tests {
 namespace {
 
-std::uint64_t untilFailure = 0;  ///< allocations, the failing one included; 0: none fails
+std::uint64_t untilFailure = 0;  ///< allocations left, including the failing one; 0 if none fails
 bool isFailing = false, failsOnce = false;
 
 bool Fails() {

@@ -4,13 +4,14 @@
 
 namespace Data::tests {
 
-/// While it lives, the n-th allocation of the process fails, alone or with all that follow.
-/// Replaces malloc and its family, and operator new; for one thread only.
+/// While an object of this class exists, the n-th allocation of the process fails, alone or with
+/// all that follow. The program replaces malloc and its family, and operator new. For one thread
+/// only.
 struct FailingMemory {
   FailingMemory(std::uint64_t n, bool onlyOne);
   ~FailingMemory();
 
-  static bool hasFailed;           ///< in the latest lifetime
+  static bool hasFailed;           ///< during the latest lifetime
   static std::int64_t liveBlocks;  ///< allocated and not freed yet
 };
 

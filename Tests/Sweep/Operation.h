@@ -7,14 +7,14 @@
 
 namespace Data::tests {
 
-/// What can be read from an object and matters here, as text.
+/// The state of an object that its operations show, as text.
 std::string Describe(IObject* object);
 std::string Describe(const Structures::_VARIANT& record);
 
 using Objects = std::vector<Ptr<IObject>>;
 
-/// One call of an operation: values for it, and room for what it gives, since it converts to any
-/// kind of out-pointer.
+/// One call of an operation. It provides argument values, and converts to any kind of out-pointer
+/// to receive what the operation returns.
 class Call {
  public:
   const Variant text{"a text of more than sixteen bytes"}, other{"one more text of that length"};
@@ -34,7 +34,7 @@ class Call {
     return new (&out_[objectCount_++]) Interface*(nullptr);
   }
 
-  /// What it returned, gave and reported, or what it threw.
+  /// What the operation returned, stored and reported, or what it threw.
   template <class Function>
   std::string Outcome(Function function, std::uint64_t n, bool onlyOne) {
     const auto fail = [&] {
@@ -77,7 +77,7 @@ class Call {
   Ptr<IErrorCode> error_;
 };
 
-/// A line of the table: what is called, with which new objects.
+/// A line of the table: the operation and the new objects with which it is called.
 struct Operation {
   template <class Function, class... Make>
   Operation(std::string name, Function function, Make... make)
@@ -99,7 +99,7 @@ struct Operation {
 
   std::string name;
   std::function<Objects()> make;
-  /// Of one call, while the n-th allocation fails.
+  /// The outcome of one call while the n-th allocation fails.
   std::function<std::string(Call&, const Objects&, std::uint64_t n, bool onlyOne)> outcome;
 };
 

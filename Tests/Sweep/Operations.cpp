@@ -67,7 +67,7 @@ Ptr<IObjectList> Texts() {
   for (const char* text : {kName, kText}) list->Add(MakeString(text).Get());
   return list;
 }
-/// So many entries that the next one makes the map grow.
+/// Has so many entries that the next one makes the map grow.
 Ptr<IVariantDictionary> Dictionary() {
   const auto dictionary = New(Data_CreateVariantDictionary);
   const Variant name(kName), id("id");

@@ -9,7 +9,8 @@ std::string DescribeAll(const Objects& objects) {
   return text;
 }
 
-/// Whether a failure says that memory is lacking; the cryptography says so in its own words.
+/// Whether an outcome reports a lack of memory; cryptographic operations report it with their own
+/// messages.
 bool IsLackOfMemory(const std::string& outcome, bool isGuarded, bool mayLackReport) {
   if (!isGuarded) return outcome == "throws std::bad_alloc";
   for (const auto* report : {"std::bad_alloc", "Failed to ", "SecureString: "})
@@ -17,8 +18,9 @@ bool IsLackOfMemory(const std::string& outcome, bool isGuarded, bool mayLackRepo
   return outcome == "0" && mayLackReport;
 }
 
-/// With each of its allocations failing in turn an operation fails as a whole and says so, or gives
-/// the same as with memory; it leaks nothing and works afterwards.
+/// When any one of its allocations fails, an operation either fails as a whole and reports it, or
+/// has the same outcome as with memory; it leaks nothing and works afterwards. Beyond 400
+/// allocations only a sample of them fails.
 class Sweep : public testing::TestWithParam<Operation> {};
 
 TEST_P(Sweep, FailsAsAWhole) {
