@@ -67,8 +67,8 @@ void ArrayImpl::Resize(std::uint64_t stride, std::uint64_t count) {
 
 void* ArrayImpl::GetPointer(std::uint64_t offset, std::uint64_t size, Core::IErrorCode** error) {
   return Core::Guarded(error, [&]() -> void* {
-    // The sum wraps by contract. A wrapped offset is no valid pointer offset, so it is added as an
-    // integer.
+    // The sum wraps by contract. A wrapped offset is not a valid pointer offset, so it is added as
+    // an integer.
     if (offset + size > bytes_.size())
       throw std::runtime_error("Offset or size are not in data bounds");
     return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(bytes_.data()) + offset);

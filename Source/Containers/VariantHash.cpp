@@ -45,10 +45,10 @@ bool MayCallBack(const _VARIANT& key) {
 
 /// Whether two numbers or short texts are bit-identical, as most matching keys are.
 bool AreSameValue(const _VARIANT& left, const _VARIANT& right) {
-  const bool areAlike =
+  const bool areIdentical =
       left.type == right.type && left.value[0] == right.value[0] && left.value[1] == right.value[1];
   const ValueType type = TypeOf(left);
-  return areAlike && HasForm(left, StorageForm::Value) &&
+  return areIdentical && HasForm(left, StorageForm::Value) &&
          (IsPrimitive(type) || type == ValueType::String);
 }
 
@@ -61,7 +61,7 @@ bool AreTexts(const _VARIANT& left, const _VARIANT& right) {
          !IsNullAddress(left) && !IsNullAddress(right);
 }
 
-bool AreEqualHeld(const _VARIANT& left, const _VARIANT& right) {
+bool AreEqualWhileHeld(const _VARIANT& left, const _VARIANT& right) {
   if (!AreTexts(left, right)) return Compare(left, right) == 0;
   // Copied, because reading the right text may change the left one.
   const std::string leftText(GetStringView(left));
@@ -112,7 +112,7 @@ bool AreEqualKeys(const _VARIANT& stored, const _VARIANT& key) {
   if (MayCallBack(stored) || MayCallBack(key)) {
     const Variant left(stored);  // first: adding a reference to the other may remove the stored key
     const Variant right(key);
-    return AreEqualHeld(left, right);
+    return AreEqualWhileHeld(left, right);
   }
   if (!AreTexts(stored, key)) return Compare(stored, key) == 0;
   // Hashing has already converted both to UTF-8, so no string object is created for a short text.

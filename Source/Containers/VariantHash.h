@@ -12,8 +12,9 @@ namespace Data::impl {
 /// 64-bit FNV-1a over the bytes of a text; the same on every platform.
 std::uint64_t HashText(std::string_view text);
 
-/// Equal integers of up to 64 bits hash alike whatever their type, Bool included, and so do Float
-/// and Double. Texts and documents hash by their text, case-sensitively.
+/// Integers of up to 64 bits, Bool included, hash by the first word of their payload, whatever
+/// their type; Float and Double hash by their value as a double; texts and documents hash by their
+/// text, case-sensitively.
 /// @throws std::runtime_error for a key without a hash (an error code, an
 ///         address, a null date-time): what the conversion of its type throws
 std::uint64_t HashOf(const Structures::_VARIANT& key);

@@ -69,11 +69,11 @@ class ObjectPool {
   void CloseRegion() noexcept;
   static void FreePooled(void* object) noexcept;
 
-  /// The free rest of the region in use.
+  /// The unused part of the current region.
   char* next_ = nullptr;
   char* end_ = nullptr;
   Region* region_ = nullptr;
-  std::uint64_t objectCount_ = 0;  ///< created in it
+  std::uint64_t objectCount_ = 0;  ///< created in the current region
   std::size_t nextRegionSize_;
 };
 

@@ -50,8 +50,8 @@ std::size_t MaxBytesPerUnit(std::uint32_t page) {
   // a single character.
   constexpr std::size_t kWithEscapes = 8;
   if (page == kUtf8) return 3;
-  const std::size_t most = MaxBytesPerCharacter(page);
-  return most <= 2 ? most : kWithEscapes;
+  const std::size_t bytes = MaxBytesPerCharacter(page);
+  return bytes <= 2 ? bytes : kWithEscapes;
 }
 
 bool IsContinuation(char byte) { return (byte & 0xC0) == 0x80; }
@@ -117,14 +117,14 @@ std::size_t ToWide(std::uint32_t codePage, std::string_view bytes, char16_t* out
 
 std::size_t ToMultiByte(std::uint32_t codePage, std::u16string_view text, char* out) {
   const std::uint32_t page = ResolveAlias(codePage);
-  const std::size_t most = MaxBytesPerUnit(page);
-  if (most == 0) return 0;
+  const std::size_t maxBytes = MaxBytesPerUnit(page);
+  if (maxBytes == 0) return 0;
   std::size_t length = ExtendsAscii(page) ? TakeAscii(text, out) : 0;
   while (!text.empty()) {
     const std::size_t chunk = NextChunk(text);
     const int bytes = WideCharToMultiByte(page, 0, reinterpret_cast<const wchar_t*>(text.data()),
                                           static_cast<int>(chunk), out + length,
-                                          static_cast<int>(chunk * most), nullptr, nullptr);
+                                          static_cast<int>(chunk * maxBytes), nullptr, nullptr);
     if (bytes == 0) return 0;
     length += static_cast<std::size_t>(bytes);
     text.remove_prefix(chunk);

@@ -31,7 +31,7 @@ bool UuidToText(const _UUID& uuid, char16_t* text) {
 
 bool UuidFromText(const char* text, _UUID& uuid) {
   UUID parsed;
-  // The system's declaration lacks the const; the text is only read.
+  // The system's declaration lacks const; the text is only read.
   auto* readable = reinterpret_cast<RPC_CSTR>(const_cast<char*>(text));
   if (UuidFromStringA(readable, &parsed) != RPC_S_OK) return false;
   std::memcpy(&uuid, &parsed, sizeof uuid);

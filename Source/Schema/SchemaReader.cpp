@@ -30,7 +30,7 @@ class NestingMeter : public rapidjson::BaseReaderHandler<> {
  public:
   explicit NestingMeter(JsonTree& tree) : tree_(tree) {}
 
-  std::size_t Deepest() const { return deepest_; }
+  std::size_t MaxDepth() const { return maxDepth_; }
 
   bool Null() { return tree_.Null(); }
   bool Bool(bool value) { return tree_.Bool(value); }
@@ -61,31 +61,31 @@ class NestingMeter : public rapidjson::BaseReaderHandler<> {
   }
 
  private:
-  void Enter() { deepest_ = std::max(deepest_, ++depth_); }
+  void Enter() { maxDepth_ = std::max(maxDepth_, ++depth_); }
 
   JsonTree& tree_;
   std::size_t depth_ = 0;
-  std::size_t deepest_ = 0;
+  std::size_t maxDepth_ = 0;
 };
 
 /// Reads the text of a document into a tree, whose strings are copies.
 /// @return false if the text is not JSON
 /// @throws std::runtime_error if it is nested too deeply
 bool ReadTree(Interfaces::IJsonDocument& document, JsonTree& tree) {
-  constexpr std::size_t kDeepest = 1000;
+  constexpr std::size_t kDepthLimit = 1000;
   const Ptr<Interfaces::IString> content(document.GetContent());
   if (!content) return false;
   const impl::DocumentText text(*content);
   bool isJson = false;
-  std::size_t deepest = 0;
+  std::size_t maxDepth = 0;
   const auto read = [&](JsonTree& handler) {
     NestingMeter meter(handler);
     isJson = impl::ParseJson(impl::JsonTextOf(text.View()), meter);
-    deepest = meter.Deepest();
+    maxDepth = meter.MaxDepth();
     return isJson;
   };
   tree.Populate(read);
-  if (isJson && deepest > kDeepest)
+  if (isJson && maxDepth > kDepthLimit)
     throw std::runtime_error("The layer schema document is nested deeper than 1000 levels!");
   return isJson;
 }

@@ -22,10 +22,10 @@ using Writer = rapidjson::PrettyWriter<impl::TextBuffer, rapidjson::UTF8<>, rapi
                                        impl::ThrowingAllocator>;
 
 void SetIndentation(Writer& writer, Indentation indentation) {
-  constexpr std::uint32_t kLongest = 1000;
+  constexpr std::uint32_t kMaxCount = 1000;
   if (indentation.character == '\0') return;
   if (std::string_view(" \t\r\n").find(indentation.character) == std::string_view::npos ||
-      indentation.count > kLongest)
+      indentation.count > kMaxCount)
     throw std::runtime_error(
         "Unsupported indentation! Use at most 1000 spaces, tabs or line breaks per level.");
   writer.SetIndent(indentation.character, indentation.count);

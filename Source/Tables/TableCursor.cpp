@@ -23,10 +23,10 @@ bool TableCursor::NextRow() {
 
 void TableCursor::MoveTo(IRow& row) {
   row_ = &row;
-  LookAtCells();
+  LocateCells();
 }
 
-void TableCursor::LookAtCells() {
+void TableCursor::LocateCells() {
   cells_ = row_->GetCellAt(0);
   cellCount_ = cells_ ? row_->GetCellCount() : 0;
 }
@@ -37,11 +37,11 @@ std::string TableCursor::TextOfOtherObject(const _VARIANT& cell) {
     const Core::Variant held(cell);
     text = Core::ToText(held);
   }
-  LookAgain();
+  LocateAgain();
   return text;
 }
 
-void TableCursor::LookAgain() {
+void TableCursor::LocateAgain() {
   const bool isRemoved = row_ && !row_->GetTable();
   if (isRemoved) {
     cells_ = nullptr;
@@ -52,7 +52,7 @@ void TableCursor::LookAgain() {
   for (Column& column : columns_) column.index = column.object->GetIndex();
   if (!row_) return;
   next_ = std::int64_t{row_->GetIndex()} + 1;
-  LookAtCells();
+  LocateCells();
 }
 
 }  // namespace Data::impl

@@ -57,8 +57,8 @@ class TableCursor {
   static constexpr Structures::_VARIANT kNull = Core::MakeNull();
 
   std::string TextOfOtherObject(const Structures::_VARIANT& cell);
-  void LookAtCells();
-  void LookAgain();
+  void LocateCells();
+  void LocateAgain();
 
   Core::Ptr<Interfaces::ITable> table_;
   std::vector<Column> columns_;

@@ -131,13 +131,13 @@ class Merger {
     KeyLookup lookup(right_);
     std::vector<bool> hasPartner(right_.RowCount());
     for (std::size_t row = 0; row < left_.RowCount(); ++row) {
-      bool isAlone = true;
+      bool isUnmatched = true;
       lookup.ForEachPartner(left_, row, [&](std::size_t partner) {
         CopyRight(partner, CopyLeft(row));
         hasPartner[partner] = true;
-        isAlone = false;
+        isUnmatched = false;
       });
-      if (isAlone && mode != MergeMode::Matching) CopyLeft(row);
+      if (isUnmatched && mode != MergeMode::Matching) CopyLeft(row);
     }
     if (mode == MergeMode::All) AddUnmatched(hasPartner);
     return result_;

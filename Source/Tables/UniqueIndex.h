@@ -74,12 +74,12 @@ class UniqueIndex {
   std::uint64_t Revision() const { return revision_; }
 
  private:
-  struct HashItself {
+  struct IdentityHash {
     std::size_t operator()(std::uint64_t hash) const noexcept {
       return static_cast<std::size_t>(hash);
     }
   };
-  using RowsByHash = std::unordered_multimap<std::uint64_t, RowImpl*, HashItself>;
+  using RowsByHash = std::unordered_multimap<std::uint64_t, RowImpl*, IdentityHash>;
 
   const Structures::_VARIANT& CellOf(const RowImpl& row) const { return row.Cell(*column_); }
   std::optional<RowsByHash::iterator> EntryOf(const RowImpl& row) noexcept;

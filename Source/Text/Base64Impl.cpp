@@ -66,12 +66,13 @@ std::size_t DecodeInto(std::uint8_t* out, const Base64Alphabet& alphabet, std::s
 }
 
 Core::Ptr<IArray> DecodeBase64(const Base64Alphabet& alphabet, std::string_view text) {
-  const std::size_t rest = text.size() % 4, most = text.size() / 4 * 3 + (rest == 0 ? 0 : rest - 1);
-  auto bytes = NewArray(most);
+  const std::size_t rest = text.size() % 4;
+  const std::size_t maxLength = text.size() / 4 * 3 + (rest == 0 ? 0 : rest - 1);
+  auto bytes = NewArray(maxLength);
   const std::size_t length =
       DecodeInto(static_cast<std::uint8_t*>(bytes->GetData()), alphabet, text);
   // If a text is invalid early on, most of the memory would stay unused.
-  if (length < most / 2) {
+  if (length < maxLength / 2) {
     auto shorter = NewArray(0);
     shorter->SetData(bytes->GetData(), 1, length);
     return shorter;

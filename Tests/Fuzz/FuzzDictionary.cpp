@@ -10,7 +10,7 @@ using namespace Data::fuzz;
 
 namespace {
 
-/// Whether a key can be found again, as keys that can be compared can.
+/// Whether a key equals itself, so that it can be found again.
 bool EqualsItself(const Variant& key) {
   return Core::AreComparable(key, key) && !Core::IsNullAddress(key) &&
          Core::KindOf(key.Type()) != Core::ValueKind::Array;

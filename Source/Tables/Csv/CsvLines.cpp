@@ -23,7 +23,7 @@ CsvLines::CsvLines(std::string_view text, std::string_view separator)
       capacity_(2 * CsvStructure::kRoom) {}
 
 bool CsvLines::Next() {
-  while (!isThrough_) {
+  while (!isAtEnd_) {
     const bool isLast = !FindLineEnd();
     const std::size_t end = isLast ? text_.size() : positions_[seen_];
     const std::string_view line = TrimLine(text_.substr(lineStart_, end - lineStart_));
@@ -32,7 +32,7 @@ bool CsvLines::Next() {
     if (!isLast) ++seen_;
     first_ = seen_;
     lineStart_ = end + 1;
-    isThrough_ = isLast;
+    isAtEnd_ = isLast;
     if (line.empty()) continue;
     line_ = MakeLine(line, first, last);
     return true;

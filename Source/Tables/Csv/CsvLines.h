@@ -69,7 +69,7 @@ class CsvLines {
   /// Indexes into `positions_`: the first of the next line, the first not yet examined, the end.
   std::size_t first_ = 0, seen_ = 0, end_ = 0;
   std::size_t lineStart_ = 0;
-  bool isThrough_ = false;
+  bool isAtEnd_ = false;
   std::vector<std::size_t> lineSeparators_;
   CsvLine line_;
 };
