@@ -179,42 +179,34 @@ RowImpl& TableImpl::InsertValues(std::size_t index, const _VARIANT* values, std:
   return inserted;
 }
 
-IRow* TableImpl::AddRowFromDictionary(IVariantDictionary* values) {
-  Core::CheckInterface(values);
-  CheckHasColumns();
+template <class Source>
+RowImpl& TableImpl::InsertFrom(std::size_t index, Source& source) {
   const Ptr<TableImpl> held(this);
   const std::uint64_t revision = header_->Revision();
   auto row = RowImpl::Make(this, ColumnCount());
-  const auto written = FillFrom(*values, *header_, *row);
-  return &InsertFilled(kEnd, std::move(row), written, revision);
+  const auto written = FillFrom(source, *header_, *row);
+  RowImpl& inserted = Insert(index, std::move(row), revision);
+  for (ColumnImpl* column : written) column->NoteValue(Core::TypeOf(inserted.Cell(*column)));
+  return inserted;
+}
+
+IRow* TableImpl::AddRowFromDictionary(IVariantDictionary* values) {
+  Core::CheckInterface(values);
+  CheckHasColumns();
+  return &InsertFrom(kEnd, *values);
 }
 
 IRow* TableImpl::AddRowCopy(IRow* source) {
   Core::CheckInterface(source);
   CheckHasColumns();
-  return &InsertCopy(kEnd, source);
+  return &InsertFrom(kEnd, *source);
 }
 
 IRow* TableImpl::InsertRowCopy(std::int64_t index, IRow* source) {
   Core::CheckInterface(source);
   CheckHasColumns();
   CheckInsertPosition(index);
-  return &InsertCopy(static_cast<std::size_t>(index), source);
-}
-
-RowImpl& TableImpl::InsertCopy(std::size_t index, IRow* source) {
-  const Ptr<TableImpl> held(this);
-  const std::uint64_t revision = header_->Revision();
-  auto row = RowImpl::Make(this, ColumnCount());
-  const auto written = FillFrom(*source, *header_, *row);
-  return InsertFilled(index, std::move(row), written, revision);
-}
-
-RowImpl& TableImpl::InsertFilled(std::size_t index, Ptr<RowImpl> row,
-                                 const std::vector<ColumnImpl*>& written, std::uint64_t revision) {
-  RowImpl& inserted = Insert(index, std::move(row), revision);
-  for (ColumnImpl* column : written) column->NoteValue(Core::TypeOf(inserted.Cell(*column)));
-  return inserted;
+  return &InsertFrom(static_cast<std::size_t>(index), *source);
 }
 
 /// Inserts a complete row. The caller's code may have run since the header had the given revision,

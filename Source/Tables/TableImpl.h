@@ -118,9 +118,8 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   RowImpl& RowAtAddress(std::int64_t row, std::int32_t column) const;
   void CheckInsertPosition(std::int64_t index) const;
   RowImpl& InsertValues(std::size_t index, const _VARIANT* values, std::uint64_t count);
-  RowImpl& InsertCopy(std::size_t index, Interfaces::IRow* source);
-  RowImpl& InsertFilled(std::size_t index, Core::Ptr<RowImpl> row,
-                        const std::vector<ColumnImpl*>& written, std::uint64_t revision);
+  template <class Source>
+  RowImpl& InsertFrom(std::size_t index, Source& source);
   RowImpl& Insert(std::size_t index, Core::Ptr<RowImpl> row, std::uint64_t revision);
   void Renumber(std::size_t first);
 
