@@ -29,7 +29,7 @@ inline std::uint64_t PayloadWord(ValueType type, std::string_view digits) {
                                  : std::stoull(number);
 }
 
-/// Unknown if the text describes no object.
+/// A reference to a new object, or Unknown if the text describes none.
 inline Variant ObjectOf(std::string_view text) {
   const std::string_view kind = TakeWord(text);
   if (kind == "array") return New(Data_CreateArray);
@@ -52,13 +52,14 @@ inline Variant ObjectOf(std::string_view text) {
 ///     Int32 -7, Int16 0xFFFE, Int128 5 0x1   the payload of any type by value, as
 ///                                            one or two words
 ///     "abc                                   a text
-///     String &, Array & list                 a reference to nothing, to an object
+///     String &, Array & list                 a null reference, one to an object
 ///     Pointer * 5                            an address
 ///     Int32 ? 7                              a storage form that does not exist
 ///     28                                     a type that does not exist
 ///
 /// Objects: `array`, `list`, `encoding`, `error`, `string` and `json` (new ones), `text abc`,
-/// `date 2024`, `json [1]`, `xml <a/>`; alone each is a reference of its own type.
+/// `date 2024`, `json [1]`, `xml <a/>`. Without a type before it, an object gives a
+/// reference of its own type.
 inline Variant RecordOf(std::string_view text) {
   if (text.starts_with('"')) return text.substr(1);
   Variant object = ObjectOf(text);
