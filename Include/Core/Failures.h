@@ -7,8 +7,8 @@
 #include "Core/Cast.h"
 #include "Core/StringFormat.h"
 
-/// Failures that several parts of the library and its callers raise, each text
-/// written once. Where nothing else is said they are std::runtime_error.
+/// Failures shared by the library and its callers, so that each message is written once. They are
+/// std::runtime_error unless stated otherwise.
 namespace Core {
 
 template <class T>
@@ -28,14 +28,14 @@ template <class T>
       address));
 }
 
-/// A lookup by name or key that finds nothing: std::out_of_range.
+/// The failure of a lookup whose name or key does not exist: std::out_of_range.
 [[noreturn]] inline void ThrowMissingKey() {
   throw std::out_of_range("invalid unordered_map<K, T> key");
 }
 
-/// The object itself once it has passed the run-time type check.
-/// @throws std::runtime_error "Null pointer exception! ..." for null, "Memory
-///         address [%p] is invalid ..." for an object of another interface
+/// Checks the run-time type of an object and returns the object.
+/// @throws std::runtime_error "Null pointer exception! Interface is not accessible: " + type for
+///         null, "Memory address [%p] is invalid ..." for an object of another interface
 template <class Interface>
 Interface* CheckInterface(Interface* object) {
   if (!object) ThrowNullInterface<Interface>();
@@ -43,16 +43,18 @@ Interface* CheckInterface(Interface* object) {
   return object;
 }
 
-/// Rejects a null argument: "Pointer of struct Data::Interfaces::IArray must
-/// not be null!". An object must also pass `CheckInterface`.
+/// Rejects a null argument. An object must also pass `CheckInterface`.
+/// @throws std::runtime_error "Pointer of " + type + " must not be null!"
 template <class T>
 void CheckArgument(T* argument) {
   if (!argument) throw std::runtime_error("Pointer of " + TypeName<T>() + " must not be null!");
   if constexpr (std::is_base_of_v<IObject, T>) CheckInterface(argument);
 }
 
-/// Rejects an out-pointer that is null, or that still holds an object, which the
-/// operation would overwrite and leak.
+/// Rejects an out-pointer that is null, or that still holds an object, which would leak.
+/// @throws std::runtime_error "Pointer to a pointer of " + type + " must not be null! Address of
+///         return must be specified!", "Pointer of " + type + " must be null in order to avoid
+///         memory leaks!"
 template <class T>
 void CheckOutPointer(T** out) {
   if (!out)

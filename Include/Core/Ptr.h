@@ -9,9 +9,9 @@
 
 namespace Core {
 
-/// Owns one reference to an object. Construction from a raw pointer and copying
-/// add a reference; destruction and assignment release one. Several threads may
-/// use copies of one `Ptr`, but not the same `Ptr` while one of them changes it.
+/// Owns one reference to an object. Copying it, and constructing it from a raw pointer, adds a
+/// reference; destruction releases one, and assignment releases the previous object's. Threads may
+/// use separate copies, but not one `Ptr` while any of them changes it.
 ///
 ///     Core::Ptr<ITable> table;
 ///     if (!Data_CreateTable(table.Receive(), error.Receive())) ...
@@ -20,7 +20,7 @@ class Ptr {
  public:
   Ptr() noexcept = default;
   Ptr(std::nullptr_t) noexcept {}
-  /// Shares an object that someone else holds: adds a reference.
+  /// Shares an object: adds a reference.
   Ptr(T* object) : object_(object) {
     if (object_) object_->AddReference();
   }
@@ -39,27 +39,26 @@ class Ptr {
     return *this;
   }
 
-  /// Takes over a reference that the caller owns, as a factory hands it out.
+  /// Takes over a reference that the caller owns, such as one that a factory returned.
   [[nodiscard]] static Ptr Adopt(T* object) noexcept {
     Ptr result;
     result.object_ = object;
     return result;
   }
 
-  /// The address for an out-pointer argument. Releases what was held, so the
-  /// out-pointer is null and nothing leaks.
+  /// The address to pass as an out-pointer. Releases the previous object first, so that the
+  /// out-pointer is null.
   [[nodiscard]] T** Receive() {
     Reset();
     return &object_;
   }
-  /// Hands the reference to the caller; this pointer becomes null.
+  /// Passes the reference to the caller; this pointer becomes null.
   [[nodiscard]] T* Detach() noexcept { return std::exchange(object_, nullptr); }
   void Reset() { *this = Ptr(); }
 
-  /// The bare pointer, no reference added; may be null.
+  /// The raw pointer, which may be null. Adds no reference.
   T* Get() const noexcept { return object_; }
-  /// @throws std::runtime_error "Null pointer exception! Interface is not
-  ///         accessible: " and the interface's name
+  /// @throws std::runtime_error "Null pointer exception! Interface is not accessible: " + type
   T* operator->() const {
     if (!object_) ThrowNullInterface<T>();
     return object_;
@@ -67,8 +66,7 @@ class Ptr {
   T& operator*() const { return *operator->(); }
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
-  /// The pointer after a run-time type check of the object (`CheckInterface`), for
-  /// code that cannot be sure that the object is still alive.
+  /// The raw pointer, after `CheckInterface` has checked the object's run-time type.
   T* Checked() const { return CheckInterface(object_); }
 
   friend bool operator==(const Ptr& left, const Ptr& right) noexcept {
@@ -79,8 +77,8 @@ class Ptr {
   T* object_ = nullptr;
 };
 
-/// Refers to an object without a reference: the object must be kept alive by
-/// some `Ptr<>` for as long as the `WeakPtr` is used.
+/// Refers to an object without owning a reference. A `Ptr<>` must keep the object alive for as long
+/// as the `WeakPtr` is used.
 template <class T>
 class WeakPtr {
  public:
@@ -96,24 +94,23 @@ class WeakPtr {
   explicit operator bool() const noexcept { return object_ != nullptr; }
   /// As `Ptr::Checked`.
   T* Checked() const { return CheckInterface(object_); }
-  /// An owning pointer to the object; null stays null.
+  /// An owning pointer to the object, or null.
   Ptr<T> Share() const { return Ptr<T>(object_); }
 
  private:
   T* object_ = nullptr;
 };
 
-/// A new object, its one reference held by the result.
+/// Creates an object; the result owns its only reference.
 template <class Implementation, class... Arguments>
 Ptr<Implementation> MakePtr(Arguments&&... arguments) {
   return Ptr<Implementation>::Adopt(new Implementation(std::forward<Arguments>(arguments)...));
 }
 
 /// The object as another of its interfaces, with one more reference.
-/// @throws std::runtime_error "Null pointer exception! Interface is not
-///         accessible: " + name for null; "Cannot cast to desired interface:
-///         Interface: " + name + " Desired Interface: " + name when the object
-///         does not implement the target
+/// @throws std::runtime_error "Null pointer exception! Interface is not accessible: " + type for
+///         null, "Cannot cast to desired interface: Interface: " + type + " Desired Interface: " +
+///         type for an object that does not implement the target
 template <class Target, class Source>
 Ptr<Target> CastToInterface(const Ptr<Source>& source) {
   if (!source) ThrowNullInterface<Source>();

@@ -10,11 +10,11 @@ namespace Core {
 #if defined(__clang__)
 [[gnu::format(printf, 1, 2)]]
 #elif defined(__GNUC__)
-// Standard conversions on Windows too, where "printf" would mean the system's own.
+// The standard conversions. On Windows, plain "printf" would mean the system's own.
 [[gnu::format(gnu_printf, 1, 2)]]
 #endif
-/// The printf-style result as a new string. A format that the standard library
-/// rejects fails an assertion in debug builds and otherwise gives an empty text.
+/// Formats as printf does. If the standard library reports an error, an assertion fails in debug
+/// builds, and the result is empty otherwise.
 inline std::string
 StringFormat(const char* format, ...) {
   va_list arguments;

@@ -7,7 +7,7 @@
 #include <typeinfo>
 
 #if __has_include(<cxxabi.h>)
-// As in <cxxabi.h>, which declares much that no caller needs.
+// Declared here instead of including <cxxabi.h>, which declares much that no caller needs.
 namespace __cxxabiv1 {
 extern "C" char* __cxa_demangle(const char* mangled, char* buffer, std::size_t* size, int* status);
 }
@@ -32,27 +32,26 @@ inline std::string UndecoratedName(const std::type_info& type) {
   if (name.status == kNoMemory) throw std::bad_alloc();
   return name.text ? name.text : type.name();
 #else
-  const std::string name = type.name();  // decorated with its class key
+  const std::string name = type.name();  // begins with "struct " or "class "
   return name.starts_with("struct ") ? name.substr(7) : name;
 #endif
 }
 
-/// The name of a type as messages show it: "struct Data::Interfaces::IArray"
-/// for interfaces, implementations and records, "char" for built-in types.
-/// The same text on every compiler.
+/// The name of a type in messages: "struct Data::Interfaces::IArray" for interfaces,
+/// implementations and records, "char" for built-in types. Every compiler gives the same text.
 template <class T>
 std::string TypeName() {
   using Plain = std::remove_cv_t<T>;
   return (std::is_class_v<Plain> ? "struct " : "") + UndecoratedName(typeid(Plain));
 }
 
-/// The class of an object with virtual functions; null if the object was compiled
-/// without type information.
+/// The class of an object that has virtual functions, or null if the object was compiled without
+/// type information.
 template <class T>
 const std::type_info* ClassOf(T& object) {
 #if __has_include(<cxxabi.h>)
-  // The ABI stores its address just before the virtual table; `typeid` would not
-  // check it for null.
+  // The ABI stores the address of the type information just before the virtual table. `typeid`
+  // would not check that address for null.
   const std::type_info* const* table = nullptr;
   __builtin_memcpy(&table, static_cast<const void*>(&object), sizeof table);
   return table[-1];
@@ -61,7 +60,8 @@ const std::type_info* ClassOf(T& object) {
 #endif
 }
 
-/// The name of an object's implementation, "struct Data::impl::ArrayImpl".
+/// The name of an object's class: "struct Data::impl::ArrayImpl", or "struct unknown" without type
+/// information.
 template <class T>
 std::string RuntimeTypeName(T& object) {
   const std::type_info* type = ClassOf(object);

@@ -10,7 +10,7 @@ namespace Core {
 
 using Data::Structures::ValueType;
 
-/// How a value is stored in its record: bits 16 to 31 of the tag.
+/// How a record stores its value: bits 16 to 31 of the tag.
 enum class StorageForm : std::uint32_t { Value = 0, Reference = 1, Pointer = 2 };
 
 /// How values of a type are converted, compared and hashed.
@@ -18,11 +18,11 @@ enum class ValueKind : std::uint8_t {
   None,
   SignedInteger,
   UnsignedInteger,
-  WideInteger,  ///< all 16 bytes of the payload
+  WideInteger,  ///< uses all 16 bytes of the payload
   Real,
   Bool,
   Address,
-  Object,  ///< any object, compared by address
+  Object,  ///< any object; compared by address
   List,    ///< as Object, but comparable in every storage form
   Array,
   Text,
@@ -34,10 +34,10 @@ enum class ValueKind : std::uint8_t {
 struct ValueTypeTraits {
   std::string_view name;
   ValueKind kind;
-  StorageForm form;  ///< the usual one; short texts are stored by value
+  StorageForm form;  ///< the usual form; short texts are stored by value
 };
 
-/// Everything that depends on the type alone, indexed by its code.
+/// The properties of each type, indexed by its code.
 inline constexpr std::array<ValueTypeTraits, 28> kValueTypes = {{
     {"Unknown", ValueKind::None, StorageForm::Value},
     {"Invalid", ValueKind::None, StorageForm::Value},
@@ -73,7 +73,7 @@ constexpr bool IsDefined(ValueType type) {
   return static_cast<std::uint32_t>(type) < kValueTypes.size();
 }
 
-/// The display name of a type, zero-terminated; empty for codes above 27.
+/// The display name of a type, zero-terminated. Empty for codes above 27.
 constexpr std::string_view GetValueTypeName(ValueType type) {
   return IsDefined(type) ? kValueTypes[static_cast<std::uint32_t>(type)].name : "";
 }
@@ -82,13 +82,13 @@ constexpr ValueKind KindOf(ValueType type) {
   return IsDefined(type) ? kValueTypes[static_cast<std::uint32_t>(type)].kind : ValueKind::None;
 }
 
-/// Integers, floating point, Bool and Uuid.
+/// Whether the type is an integer, a floating-point type, Bool or Uuid.
 constexpr bool IsPrimitive(ValueType type) {
   const ValueKind kind = KindOf(type);
   return kind >= ValueKind::SignedInteger && kind <= ValueKind::Bool;
 }
 
-/// The types of actual values: all but Unknown, Invalid, Null and Reserved.
+/// Whether values can have the type: any defined type but Unknown, Invalid, Null and Reserved.
 constexpr bool IsConcrete(ValueType type) { return KindOf(type) != ValueKind::None; }
 
 }  // namespace Core

@@ -15,7 +15,7 @@ inline constexpr NullValue Null{};
 
 namespace detail {
 
-/// The type code of an interface; `IObject` for one that has none of its own.
+/// The type code of an interface, or `IObject` if it has none of its own.
 template <class Object>
 constexpr ValueType ReferenceType() {
   if constexpr (std::derived_from<Object, Data::Interfaces::IArray>) return ValueType::Array;
@@ -43,9 +43,9 @@ constexpr ValueType IntegerType() {
 
 }  // namespace detail
 
-/// A `_VARIANT` that owns the object it refers to: copying adds a reference,
-/// destruction releases it. It has the same 24 bytes, so `&value` can be passed
-/// wherever a `_VARIANT*` is read or filled.
+/// A `_VARIANT` that owns the object it refers to: copying adds a reference, destruction releases
+/// it. The layout is that of `_VARIANT`, so `&value` can be passed for any `_VARIANT*`. Threads: as
+/// for `Ptr`.
 ///
 ///     Core::Variant value;
 ///     if (dictionary->Get(&key, &value, error.Receive())) use(value.As<double>());
@@ -59,7 +59,9 @@ class Variant : public _VARIANT {
       : _VARIANT(MakeInteger(detail::IntegerType<T>(), static_cast<std::int64_t>(value))) {}
   Variant(double value) noexcept : _VARIANT(MakeDouble(value)) {}
   Variant(float value) noexcept : _VARIANT(MakeFloat(value)) {}
-  /// Text of up to 16 bytes is stored in the record, longer text in an `IString`.
+  /// Text of up to 16 bytes without zero bytes is stored in the record, other text in an `IString`.
+  /// A `const char*` must not be null.
+  /// @throws std::bad_alloc
   Variant(std::string_view utf8)
       : _VARIANT(FitsInline(utf8) ? MakeInlineText(utf8)
                                   : MakeReference(ValueType::String, MakeString(utf8).Detach())) {}
@@ -69,8 +71,8 @@ class Variant : public _VARIANT {
       : _VARIANT{MakeTag(ValueType::Uuid, StorageForm::Value), {0, 0}} {
     std::memcpy(value, &uuid, sizeof uuid);
   }
-  /// The type is that of the object's interface, or `IObject` for an interface
-  /// without a type code. A null pointer gives a null reference.
+  /// The type is that of the interface, or `IObject` for an interface without a type code. A null
+  /// pointer gives a null reference.
   template <class Object>
   Variant(Ptr<Object> object) noexcept
       : _VARIANT(MakeReference(detail::ReferenceType<Object>(), object.Detach())) {}
@@ -79,7 +81,7 @@ class Variant : public _VARIANT {
     return Adopt(MakeReference(ValueType::StringList, list.Detach()));
   }
 
-  /// A copy of any record that shares its object.
+  /// Copies a record and adds a reference to its object.
   explicit Variant(const _VARIANT& other) : _VARIANT(other) { AddReferenceOf(*this); }
   Variant(const Variant& other) : Variant(static_cast<const _VARIANT&>(other)) {}
   Variant(Variant&& other) noexcept : _VARIANT(other.Detach()) {}
@@ -89,23 +91,25 @@ class Variant : public _VARIANT {
   }
   ~Variant() { ReleaseReferenceOf(*this); }
 
-  /// Takes over a record together with the reference it holds.
+  /// Takes over a record and the reference that it holds.
   [[nodiscard]] static Variant Adopt(const _VARIANT& record) noexcept {
     Variant result;
     static_cast<_VARIANT&>(result) = record;
     return result;
   }
-  /// Hands the record and its reference to the caller; this value becomes Unknown.
+  /// Passes the record and its reference to the caller; this value becomes Unknown.
   [[nodiscard]] _VARIANT Detach() noexcept {
     return std::exchange(static_cast<_VARIANT&>(*this), _VARIANT{});
   }
 
   ValueType Type() const noexcept { return TypeOf(*this); }
   bool IsNull() const noexcept { return Core::IsNull(*this); }
-  /// The value as a C++ type: any integer or bool, double, float, std::string
-  /// (the display text of any value), std::string_view (of a text; valid while
-  /// this value lives), or `Ptr<Interface>`.
-  /// @throws std::runtime_error as the conversion of that kind
+  /// The value as a C++ type:
+  ///   - bool, any integer type (as `ToInt64`, then converted), double or float (as `ToDouble`);
+  ///   - std::string: the display text, as `ToText`;
+  ///   - std::string_view: as `GetStringView`; valid while this value and its object are unchanged;
+  ///   - `Ptr<Interface>`: as `GetObject`.
+  /// @throws what the named conversion throws
   template <class T>
   T As() const;
 };
@@ -143,7 +147,7 @@ struct As<Ptr<Interface>> {
 
 }  // namespace detail
 
-/// A record as a C++ value, see `Variant::As`.
+/// A record as a C++ value; see `Variant::As`.
 template <class T>
 T As(const _VARIANT& variant) {
   return detail::As<T>::From(variant);

@@ -10,8 +10,10 @@
 
 namespace Core {
 
-/// Whether `Compare` has an order for two values: both are primitive, or both of
-/// one type with its own order, or both references of one type, or both addresses.
+/// Whether the types and storage forms of two values can be compared: both types are primitive; or
+/// both have the same type, which is Array, String, DateTime, JsonDocument, XmlDocument, ErrorCode,
+/// ObjectList or StringList; or both are references of the same type; or both are addresses.
+/// `Compare` can still fail, and always does for two arrays.
 inline bool AreComparable(const _VARIANT& left, const _VARIANT& right) {
   const ValueType type = TypeOf(left);
   if (IsPrimitive(type) && IsPrimitive(TypeOf(right))) return true;
@@ -28,7 +30,7 @@ namespace detail {
                                         GetValueTypeName(TypeOf(right)).data()));
 }
 
-/// -1, 0 or 1; 0 for values without an order (NaN).
+/// -1, 0 or 1; 0 if either value is NaN.
 template <class T>
 int Order(const T& left, const T& right) {
   return left < right ? -1 : right < left ? 1 : 0;
@@ -42,12 +44,13 @@ inline int CompareAddresses(const _VARIANT& left, const _VARIANT& right) {
   return Order(left.value[0], right.value[0]);
 }
 
-/// The byte with A to Z as a to z.
+/// The byte, with A to Z mapped to a to z.
 constexpr std::uint8_t Folded(char byte) {
   return static_cast<std::uint8_t>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
 }
 
-/// By bytes, A to Z counting as a to z; then the shorter text is less.
+/// Compares bytes with A to Z equal to a to z. If one text is a prefix of the other, the shorter is
+/// less.
 inline int CompareFolded(std::string_view left, std::string_view right) {
   const std::size_t shorter = std::min(left.size(), right.size());
   for (std::size_t i = 0; i < shorter; ++i)
@@ -55,9 +58,9 @@ inline int CompareFolded(std::string_view left, std::string_view right) {
   return Order(left.size(), right.size());
 }
 
-/// Two texts as the left one's `Compare` orders them. A short text in the record
-/// is UTF-8, so on the left it needs no string object; on the right it does,
-/// because the encoding of the left string decides the order.
+/// Compares texts as `IString::Compare` of the left one does, which uses the left text's encoding.
+/// A text stored in the record is UTF-8. On the left it needs no string object; on the right it
+/// does unless the left text is stored in its record, too.
 inline int CompareTexts(const _VARIANT& left, const _VARIANT& right) {
   if (HasForm(left, StorageForm::Value)) {
     if (HasForm(right, StorageForm::Value))
@@ -75,8 +78,8 @@ inline int CompareDateTimes(const _VARIANT& left, const _VARIANT& right) {
   return leftDate == rightDate ? 0 : Sign(leftDate->CompareTo(rightDate.Get()));
 }
 
-/// 0 for equal documents; otherwise the longer text is greater, and texts of equal
-/// length are ordered case-sensitively.
+/// 0 for equal documents. Otherwise the longer text is greater, and texts of equal length are
+/// compared case-sensitively.
 template <class Document>
 int CompareDocuments(const Ptr<Document>& left, const Ptr<Document>& right) {
   if (left == right || left->Equals(right.Get())) return 0;
@@ -94,15 +97,14 @@ inline int CompareErrors(const _VARIANT& left, const _VARIANT& right) {
 
 }  // namespace detail
 
-/// Three-way comparison; the right value's type chooses the method, so Int32 5
-/// against Double 5.7 compares doubles, and the other way round integers.
-/// Texts compare without regard to the case of A to Z.
-/// @return -1 when left is less, 0 when equal, 1 when greater
-/// @throws std::runtime_error "Values cannot be compared due type mismatch! Left
-///         type is %s, Right type is %s", "Null values cannot be compared! Left
-///         type is %s, Right type is %s", "Compare is not implemented for
-///         specified value types: Left type is %s, Right type is %s", and what
-///         the conversions throw
+/// Compares two values. The right value's type decides how: comparing Int32 5 with Double 5.7
+/// compares doubles, comparing Double 5.7 with Int32 5 compares integers. Texts are compared
+/// ignoring the case of A to Z.
+/// @return -1 if left is less, 0 if the values are equal, 1 if left is greater
+/// @throws std::runtime_error "Values cannot be compared due type mismatch! Left type is %s, Right
+///         type is %s", "Null values cannot be compared! Left type is %s, Right type is %s",
+///         "Compare is not implemented for specified value types: Left type is %s, Right type is
+///         %s", "Must be pointer type!", and what the conversions throw
 inline int Compare(const _VARIANT& left, const _VARIANT& right) {
   if (!AreComparable(left, right))
     detail::ThrowComparison(

@@ -7,7 +7,7 @@
 
 #include "Core/VariantRecord.h"
 
-/// Conversions of a `_VARIANT` to numbers. All failures are std::runtime_error.
+/// Converts a `_VARIANT` to a number. All failures are std::runtime_error.
 namespace Core {
 
 [[noreturn]] inline void ThrowMustBeValue() { throw std::runtime_error("Must be value type!"); }
@@ -27,12 +27,12 @@ inline float StoredFloat(const _VARIANT& variant) {
   return std::bit_cast<float>(static_cast<std::uint32_t>(variant.value[0]));
 }
 
-/// Toward zero; INT64_MIN for NaN and what is out of range.
+/// Rounded toward zero; INT64_MIN for NaN and for values out of range.
 inline std::int64_t Truncate(double value) {
   return value >= -0x1p63 && value < 0x1p63 ? static_cast<std::int64_t>(value) : INT64_MIN;
 }
 
-/// The integer, extended from the width of its type.
+/// The integer, sign- or zero-extended from the width of its type.
 inline std::int64_t StoredInteger(const _VARIANT& variant) {
   const std::uint64_t word = variant.value[0];
   switch (TypeOf(variant)) {
@@ -56,8 +56,8 @@ inline std::int64_t StoredInteger(const _VARIANT& variant) {
 
 }  // namespace detail
 
-/// The value as a 64-bit integer: Double and Float are truncated toward zero,
-/// every other value gives the first word of its payload as stored.
+/// The value as a 64-bit integer. Double and Float are rounded toward zero; NaN and values out of
+/// range give INT64_MIN. Every other type gives the first word of the payload as stored.
 /// @throws "Must be value type!", "String cannot be converted to the primitive type!"
 inline std::int64_t ToInt64(const _VARIANT& variant) {
   detail::CheckHoldsNumber(variant);
@@ -66,8 +66,8 @@ inline std::int64_t ToInt64(const _VARIANT& variant) {
   return static_cast<std::int64_t>(variant.value[0]);
 }
 
-/// The value as a double. The low word of an Int128 is read as signed.
-/// @throws as `ToInt64`, and "Invalid value!" for a value that is no number
+/// The value as a double. An Int128's low word is read as a signed number.
+/// @throws as `ToInt64`, and "Invalid value!" for a value that is not a number
 inline double ToDouble(const _VARIANT& variant) {
   detail::CheckHoldsNumber(variant);
   const std::uint64_t low = variant.value[0], high = variant.value[1];
@@ -97,16 +97,16 @@ inline double ToDouble(const _VARIANT& variant) {
   }
 }
 
-/// A signed 128-bit integer as its two words.
+/// A signed 128-bit integer as two words.
 struct WideInteger {
   std::int64_t high;
   std::uint64_t low;
   auto operator<=>(const WideInteger&) const = default;
 };
 
-/// The 16 bytes of the payload as they stand.
-/// @throws "Must be value type!", "Cannot cast double to Int128! Not
-///         implemented", "Cannot cast float to Int128! Not implemented"
+/// The 16 bytes of the payload as stored.
+/// @throws "Must be value type!", "Cannot cast double to Int128! Not implemented", "Cannot cast
+///         float to Int128! Not implemented"
 inline WideInteger ToWideInteger(const _VARIANT& variant) {
   if (!HasForm(variant, StorageForm::Value)) ThrowMustBeValue();
   if (TypeOf(variant) == ValueType::Double)
@@ -116,7 +116,7 @@ inline WideInteger ToWideInteger(const _VARIANT& variant) {
   return {static_cast<std::int64_t>(variant.value[1]), variant.value[0]};
 }
 
-/// Whether a Bool is true: its byte is not zero.
+/// Whether a Bool is true, which means that its byte is not zero.
 /// @throws "Must be value type!"
 inline bool ToBool(const _VARIANT& variant) {
   if (!HasForm(variant, StorageForm::Value)) ThrowMustBeValue();

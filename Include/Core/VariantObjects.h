@@ -13,15 +13,14 @@
 #include "Data/Interfaces/IString.h"
 #include "Data/Interfaces/IXmlDocument.h"
 
-/// Conversions of a `_VARIANT` to the object it refers to and to its text. All
-/// failures are std::runtime_error.
+/// Converts a `_VARIANT` to the object that it refers to, or to its text. All failures are
+/// std::runtime_error unless stated otherwise.
 namespace Core {
 
-/// The object that a record refers to, as an interface; null for a Null record
-/// and a null address.
-/// @throws "Must be reference type! Must implement Core::IObject interface!",
-///         "Cannot cast to desired interface: Interface: struct Core::IObject
-///         Implementation: " + name
+/// The object that a record refers to, as the given interface. Null for a Null record and for a
+/// null address.
+/// @throws "Must be reference type! Must implement Core::IObject interface!", "Cannot cast to
+///         desired interface: Interface: struct Core::IObject Implementation: " + type
 template <class Interface>
 Ptr<Interface> GetObject(const _VARIANT& variant) {
   if (IsNull(variant) || IsNullAddress(variant)) return nullptr;
@@ -35,7 +34,7 @@ Ptr<Interface> GetObject(const _VARIANT& variant) {
 
 namespace detail {
 
-/// The typed getters differ only in the type they check and in their texts.
+/// The typed getters differ only in the type that they check and in their messages.
 template <class Interface>
 Ptr<Interface> GetTypedObject(const _VARIANT& variant, ValueType type, const char* mustBeType,
                               const char* doesNotImplement) {
@@ -52,7 +51,9 @@ Ptr<Interface> GetTypedObject(const _VARIANT& variant, ValueType type, const cha
 
 }  // namespace detail
 
-/// The typed getters: null for a Null record or a null reference.
+/// The typed getters give null for a Null record and for a null address.
+/// @throws the two messages that each names, and "Must be reference type! Meaning: Must implement
+///         Core::IObject interface" for a record that is not in reference form
 inline Ptr<Data::Interfaces::IJsonDocument> GetJsonDocument(const _VARIANT& variant) {
   return detail::GetTypedObject<Data::Interfaces::IJsonDocument>(
       variant, ValueType::JsonDocument,
@@ -78,7 +79,8 @@ inline Ptr<IErrorCode> GetErrorCode(const _VARIANT& variant) {
       "Object does not implement Core::IErrorCode interface!");
 }
 
-/// A text as an object; the caller's bytes are copied.
+/// A new string with a copy of the text.
+/// @throws std::bad_alloc
 inline Ptr<Data::Interfaces::IString> MakeString(std::string_view utf8) {
   Ptr<Data::Interfaces::IString> text;
   Data_CreateString(text.Receive());
@@ -86,27 +88,28 @@ inline Ptr<Data::Interfaces::IString> MakeString(std::string_view utf8) {
   return text;
 }
 
-/// The text as UTF-8, which the string converts itself to; valid until it changes.
-/// Empty for an object of the caller's own that returns null for its text.
+/// The text as UTF-8, to which the string converts itself. Valid until the string changes. Empty
+/// for a caller's object that returns null for its text.
+/// @throws std::bad_alloc
 inline std::string_view Utf8View(Data::Interfaces::IString& text) {
   const char* utf8 = text.GetUtf8();
   if (!utf8) return {};
   return {utf8, static_cast<std::size_t>(text.GetLength())};
 }
 
-/// The message of an error; empty for an object of the caller's own that returns
-/// null for it.
+/// The message of an error. Empty for a caller's object that returns null for its message.
 inline std::string_view MessageView(IErrorCode& error) {
   const char* message = error.GetMessage();
   if (!message) return {};
   return {message, static_cast<std::size_t>(error.GetMessageLength())};
 }
 
-/// The text of a String, or the content of a JsonDocument or XmlDocument, without
-/// a copy: valid while the record and the object stay unchanged. No reference is
-/// held: the record must keep the object alive during the call.
-/// Empty for a null reference and a document without content.
-/// @throws "Must be string, json or xml!"
+/// The text of a String, or the content of a JsonDocument or XmlDocument, as UTF-8. It is not
+/// copied: it is valid while the record and its object are unchanged. No reference is held: the
+/// record must keep the object alive during the call. Empty for a null reference and for a document
+/// without content.
+/// @throws "Must be string, json or xml!", "Object does not implement Interfaces::IString
+///         interface!", what `GetJsonDocument` and `GetXmlDocument` throw, std::bad_alloc
 inline std::string_view GetStringView(const _VARIANT& variant) {
   const ValueType type = TypeOf(variant);
   if (type == ValueType::String && HasForm(variant, StorageForm::Value)) return InlineText(variant);
@@ -127,10 +130,10 @@ inline std::string_view GetStringView(const _VARIANT& variant) {
   return text ? Utf8View(*text) : std::string_view();
 }
 
-/// A String as an object: a new one for a text stored by value, null for Null and
-/// for a null reference.
-/// @throws "Object does not implement Interfaces::IString interface!", "Variant
-///         is neither null nor value type string nor reference type string!"
+/// The string object of a String, or a new one for a text stored by value. Null for a Null record
+/// and for a null address.
+/// @throws "Object does not implement Interfaces::IString interface!", "Variant is neither null nor
+///         value type string nor reference type string!", std::bad_alloc
 inline Ptr<Data::Interfaces::IString> ToStringObject(const _VARIANT& variant) {
   if (IsNull(variant) || IsNullAddress(variant)) return nullptr;
   if (IObject* object = ReferencedObject(variant)) {

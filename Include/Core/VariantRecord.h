@@ -11,8 +11,7 @@
 #include "Core/ValueTypes.h"
 #include "Data/Structures/Variant.h"
 
-/// The layout of a `_VARIANT` in one place: how its tag and payload are read and
-/// written, and how a record is copied.
+/// The layout of a `_VARIANT`: reading and writing its tag and payload, and copying a record.
 namespace Core {
 
 using Data::Structures::_VARIANT;
@@ -32,15 +31,15 @@ constexpr bool HasForm(const _VARIANT& variant, StorageForm form) {
 }
 constexpr bool IsNull(const _VARIANT& variant) { return TypeOf(variant) == ValueType::Null; }
 
-/// The object of a record in reference form; null for any other record and for
-/// an undefined one, whose payload means nothing.
+/// The object of a record in reference form. Null for any other record and for an undefined one,
+/// whose payload has no meaning.
 inline IObject* ReferencedObject(const _VARIANT& variant) {
   const bool refers = HasForm(variant, StorageForm::Reference) && IsDefined(TypeOf(variant));
   return refers ? reinterpret_cast<IObject*>(static_cast<std::uintptr_t>(variant.value[0]))
                 : nullptr;
 }
 
-/// Whether the record points to nothing: reference or pointer form, null payload.
+/// Whether the record is in reference or pointer form with a null address.
 constexpr bool IsNullAddress(const _VARIANT& variant) {
   return variant.value[0] == 0 &&
          (HasForm(variant, StorageForm::Reference) || HasForm(variant, StorageForm::Pointer));
@@ -54,16 +53,17 @@ inline std::string_view InlineText(const _VARIANT& variant) {
                     : kInlineTextCapacity};
 }
 
-/// Whether a text survives in value form: short, and no zero byte would end it.
+/// Whether a text can be stored in value form: it is short and contains no zero byte.
 inline bool FitsInline(std::string_view text) {
   return text.size() <= kInlineTextCapacity && text.find('\0') == std::string_view::npos;
 }
 
-// -- Records that own nothing --
+// -- Making records --
 
 constexpr _VARIANT MakeNull() { return {MakeTag(ValueType::Null, StorageForm::Value), {0, 0}}; }
 
-/// An integer or Bool; `word` is sign- or zero-extended from its type.
+/// An integer or Bool.
+/// @param word  sign- or zero-extended from the type's width
 constexpr _VARIANT MakeInteger(ValueType type, std::int64_t word) {
   return {MakeTag(type, StorageForm::Value), {static_cast<std::uint64_t>(word), 0}};
 }
@@ -84,7 +84,7 @@ inline _VARIANT MakeInlineText(std::string_view text) {
     std::memcpy(&part, begin + at, sizeof part);
     return part;
   };
-  // Words of fixed size that overlap where the text is no multiple of them.
+  // Loads of fixed size, which overlap if the text's size is not a multiple of theirs.
   static_assert(std::endian::native == std::endian::little);
   std::uint64_t first = 0, second = 0;
   if (size > 8) {
@@ -114,9 +114,9 @@ inline void ReleaseReferenceOf(const _VARIANT& variant) {
   if (IObject* object = ReferencedObject(variant)) object->Release();
 }
 
-/// Copies a record over one that is in use. The new object gains its reference
-/// first and the old one loses its own last, so a record may be copied onto itself
-/// and `Release` may call back. An undefined record is copied as plain bytes.
+/// Copies a record over an initialised one. Adds a reference to the new object first and releases
+/// the old object last, so a record may be copied onto itself and `Release` may call back. An
+/// undefined record is copied as plain bytes.
 /// @throws std::runtime_error "Cannot be nullptr!"
 inline void CopyVariant(const _VARIANT* source, _VARIANT* destination) {
   if (!source || !destination) ThrowCannotBeNull();
@@ -127,8 +127,9 @@ inline void CopyVariant(const _VARIANT* source, _VARIANT* destination) {
   ReleaseReferenceOf(old);
 }
 
-/// Rejects records that were never initialised.
-/// @throws std::runtime_error for a type code above 27
+/// Rejects an undefined record: its type code is above 27.
+/// @throws std::runtime_error "Variant type is undefined! Did you forget to zero out the VARIANT
+///         structure? It appears uninitialized!"
 inline void CheckDefined(const _VARIANT& variant) {
   if (!IsDefined(TypeOf(variant)))
     throw std::runtime_error(
@@ -136,16 +137,16 @@ inline void CheckDefined(const _VARIANT& variant) {
         "uninitialized!");
 }
 
-/// Rejects a null or undefined record where an operation stores one.
-/// @throws std::runtime_error "Cannot be nullptr!" or as `CheckDefined`
+/// Rejects a null or undefined record.
+/// @throws std::runtime_error "Cannot be nullptr!", or as `CheckDefined`
 inline void CheckInitialized(const _VARIANT* variant) {
   if (!variant) ThrowCannotBeNull();
   CheckDefined(*variant);
 }
 
-/// The same as a check of an argument.
-/// @throws std::runtime_error "Pointer of struct Data::Structures::_VARIANT must
-///         not be null!" or as `CheckDefined`
+/// As `CheckInitialized`, with the message of an argument check.
+/// @throws std::runtime_error "Pointer of struct Data::Structures::_VARIANT must not be null!", or
+///         as `CheckDefined`
 inline void CheckRecord(const _VARIANT* argument) {
   CheckArgument(argument);
   CheckDefined(*argument);

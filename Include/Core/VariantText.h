@@ -21,7 +21,7 @@ inline std::string IntegerText(auto value) {
   return {digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
 }
 
-/// As printf's "%f", but never with the decimal comma of a locale.
+/// Like printf's "%f", but independent of the locale.
 inline std::string RealText(double value) {
   char digits[400];
   return {digits,
@@ -50,8 +50,7 @@ inline std::string UuidText(const _VARIANT& variant) {
   return Data_UuidToString(&uuid, text.Receive()) ? std::string(Utf8View(*text)) : std::string();
 }
 
-/// Prints the address as the stride and the stride as the count; callers depend
-/// on it.
+/// Prints the address as the stride and the stride as the count. Callers depend on this.
 inline std::string ArrayText(const _VARIANT& variant) {
   const auto array = GetObject<Data::Interfaces::IArray>(variant);
   if (!array) return {};
@@ -81,10 +80,10 @@ inline std::string StringListText(const _VARIANT& variant) {
 
 }  // namespace detail
 
-/// The display text of any value; never uses locale settings. Empty for values
-/// that have none (Unknown, Null, Pointer, undefined).
-/// @throws what the conversions above throw for a record that is not what its
-///         type says
+/// The display text of a value, independent of the locale. Empty for the types Unknown, Invalid,
+/// Null, Pointer and Reserved, and for undefined records.
+/// @throws what the conversions throw if the record's form or object does not fit its type,
+///         std::bad_alloc
 inline std::string ToText(const _VARIANT& variant) {
   switch (TypeOf(variant)) {
     case ValueType::Int16:

@@ -23,24 +23,25 @@
 ///     for (Data::Interfaces::IColumn* column : Data::Columns(table))
 ///       std::cout << column->GetName() << '\n';
 ///
-/// Failures are those of the interfaces, thrown. No row or column may be added or
-/// removed during an iteration; cells may change. Threads: as the table.
+/// Failures are those of the interfaces; all are thrown. Do not add or remove rows or columns
+/// during an iteration; cells may change. Threads: as for `ITable`.
 namespace Data {
 
-/// A row, kept alive by this object. A column is given by its index, its name or
-/// its `IColumn`.
+/// A row, kept alive by this object. Columns are given by index, by name or as an `IColumn`.
 class Row {
  public:
   explicit Row(Core::Ptr<Interfaces::IRow> row) : row_(std::move(row)) {}
 
   /// Position in the table.
   std::int32_t Index() const { return row_->GetIndex(); }
-  /// All cells in column order, in place; valid until columns change.
+  /// All cells in column order, in place. Valid until columns are added or removed.
   std::span<const Structures::_VARIANT> Cells() const {
     return {row_->GetCellAt(0), static_cast<std::size_t>(row_->GetCellCount())};
   }
 
-  /// The cell of a column in place; valid until it or the columns change.
+  /// The cell of a column, in place. Valid until columns are added or removed.
+  /// @throws std::runtime_error "Column index out of range [%d/%d]!" (index, count), and the
+  ///         failures of `IRow::GetColumnByName`
   const Structures::_VARIANT& operator[](std::integral auto index) const {
     return *Cell(static_cast<std::int32_t>(index));
   }
@@ -55,13 +56,13 @@ class Row {
   }
 
   bool IsNull(const auto& column) const { return Core::IsNull((*this)[column]); }
-  /// The cell as a C++ value, see `Core::Variant::As`; a text may be read as
-  /// std::string_view until the cell changes.
+  /// The cell as a C++ value; see `Core::Variant::As`. A std::string_view is valid until the cell
+  /// changes.
   template <class T>
   T Get(const auto& column) const {
     return Core::As<T>((*this)[column]);
   }
-  /// As `Get`; `fallback` for a Null cell.
+  /// As `Get`, but `fallback` for a Null cell.
   template <class T>
   T GetOr(const auto& column, T fallback) const {
     return IsNull(column) ? std::move(fallback) : Get<T>(column);
@@ -95,8 +96,8 @@ class Row {
 
 namespace detail {
 
-/// The results of `at` for the indexes from 0 up to a count. Iterators refer to
-/// the sequence, which must outlive them.
+/// The results of `at` for the indexes below a count. Iterators refer to the sequence, which must
+/// outlive them.
 template <class At>
 class Sequence {
  public:
@@ -133,14 +134,14 @@ class Sequence {
 
 }  // namespace detail
 
-/// The rows of a table in their order, each as a `Row`.
+/// The rows of a table in order, each as a `Row`.
 inline auto Rows(Core::Ptr<Interfaces::ITable> table) {
   const std::int64_t count = table->GetRowCount();
   return detail::Sequence(
       count, [table = std::move(table)](std::int64_t i) { return Row(table->GetRow(i)); });
 }
 
-/// The columns of a table in their order, each as an `IColumn*`.
+/// The columns of a table in order, each as an `IColumn*` without an added reference.
 inline auto Columns(Core::Ptr<Interfaces::ITable> table) {
   const std::int64_t count = table->GetColumnCount();
   return detail::Sequence(count, [table = std::move(table)](std::int64_t i) {

@@ -5,29 +5,29 @@
 
 namespace Data::Interfaces {
 
-/// A list of values. An item that refers to an object holds one reference to it.
+/// A list of values. Items are stored as copies; a copy holds a reference to its object.
 ///
-/// An object may be one of the program's own that calls back into the list when a reference to it
-/// is added or released; the list is valid at each such call. Freeing lists that are nested in each
-/// other takes no stack, however deep.
+/// Callbacks. An object that a caller implements may call back into the list when a reference to it
+/// is added or released. The list is consistent at each such call. Freeing nested lists does not
+/// recurse.
 ///
-/// Not synchronised: several threads may read one object at a time, a change needs exclusive access
-/// (take `Lock` around shared use). Reference counting is atomic.
+/// Threads. Not synchronised: concurrent reads are safe, a change needs exclusive access. Take
+/// `Lock` around shared use. Reference counting is atomic.
 struct IVariantList : Core::IObject {
-  /// Slot 6. Copies an item, with a reference to its object, into an initialised record, whose
-  /// former object is released last. The caller owns the copy.
-  /// @return false, `destination` untouched, when `index` is not below the count
+  /// Slot 6. Copies an item into an initialised record and adds a reference to its object, which
+  /// the caller releases. Releases the record's previous object last.
+  /// @return false, with `destination` unchanged, if `index` is not below the count
   /// @throws std::runtime_error "Cannot be nullptr!" for a null destination
   virtual bool GetAt(uint64_t index, Structures::_VARIANT* destination) = 0;
-  /// Slot 7. Appends a copy. Null appends a zeroed record (`Unknown`); a record of an undefined
-  /// type is copied as plain bytes.
+  /// Slot 7. Appends a copy of a value. Null appends a zeroed record (`Unknown`). An undefined
+  /// record is copied as plain bytes.
   /// @throws std::bad_alloc; the list is unchanged
   virtual void Add(const Structures::_VARIANT* value) = 0;
-  /// Slot 8.
+  /// Slot 8. Whether the list has no items.
   virtual bool IsEmpty() = 0;
-  /// Slot 9. Empties the list, then releases what it held.
+  /// Slot 9. Removes all items, then releases their objects.
   virtual void Clear() = 0;
-  /// Slot 10. Number of items.
+  /// Slot 10. The number of items.
   virtual uint64_t GetCount() = 0;
 
  protected:

@@ -4,8 +4,8 @@
 
 namespace Data::Structures {
 
-/// How an application compares a cell with an allowed value. The library only
-/// stores it.
+/// How an application compares a cell with an allowed value. The library stores it but never
+/// evaluates it.
 enum class ComparisonOperator : uint32_t {
   None = 0,
   Equal = 1,

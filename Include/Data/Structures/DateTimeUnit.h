@@ -4,7 +4,7 @@
 
 namespace Data::Structures {
 
-/// The precision of a comparison of date-times, or a period of the calendar.
+/// The precision of a date-time comparison, or a calendar period.
 enum class DateTimeUnit : int32_t {
   Year = 0,
   Month = 1,

@@ -4,11 +4,11 @@
 
 namespace Data::Structures {
 
-/// Which rows without a partner a merge of two tables keeps (see `ITable::Merge`).
+/// Which unmatched rows a merge of two tables keeps (see `ITable::Merge`).
 enum class MergeMode : int32_t {
   Matching = 0,  ///< none
-  AllLeft = 1,   ///< left rows without a partner
-  All = 2        ///< left rows, then right rows without a partner
+  AllLeft = 1,   ///< unmatched left rows
+  All = 2        ///< unmatched left rows and, at the end, unmatched right rows
 };
 
 }  // namespace Data::Structures

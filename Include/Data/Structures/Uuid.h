@@ -4,9 +4,8 @@
 
 namespace Data::Structures {
 
-/// A 128-bit identifier, 16 bytes; the integer fields are little-endian. Its
-/// text is "6b29fc40-ca47-1067-b31d-00dd010662da": the three integers, then the
-/// bytes in order.
+/// A 128-bit identifier in 16 bytes; the integers are little-endian. Its text, such as
+/// "6b29fc40-ca47-1067-b31d-00dd010662da", shows the three integers and then the bytes in order.
 struct _UUID {
   uint32_t data1;
   uint16_t data2;

@@ -4,9 +4,9 @@
 
 namespace Data::Structures {
 
-/// What a `_VARIANT` holds. 32 bits wide wherever it crosses the boundary.
+/// The type of the value in a `_VARIANT`. It is 32 bits wide in every signature and record.
 enum class ValueType : uint32_t {
-  Unknown = 0,  ///< also a zeroed record
+  Unknown = 0,  ///< the type of a zeroed record
   Invalid = 1,
   Null = 2,  ///< the null value
   Int16 = 3,
@@ -25,7 +25,7 @@ enum class ValueType : uint32_t {
   Pointer = 16,       ///< a raw address
   IObject = 17,       ///< Core::IObject
   Array = 18,         ///< Data::Interfaces::IArray
-  String = 19,        ///< up to 16 bytes inline, else Data::Interfaces::IString
+  String = 19,        ///< up to 16 bytes inline, or Data::Interfaces::IString
   DateTime = 20,      ///< Data::Interfaces::IDateTime
   JsonDocument = 21,  ///< Data::Interfaces::IJsonDocument
   XmlDocument = 22,   ///< Data::Interfaces::IXmlDocument
@@ -33,7 +33,7 @@ enum class ValueType : uint32_t {
   ErrorCode = 24,     ///< Core::IErrorCode
   ObjectList = 25,    ///< Data::Interfaces::IObjectList
   StringList = 26,    ///< Data::Interfaces::IObjectList of IString
-  Reserved = 27       ///< end of the range; above it a record is undefined
+  Reserved = 27       ///< the end of the range; records with higher codes are undefined
 };
 
 }  // namespace Data::Structures
