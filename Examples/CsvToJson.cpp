@@ -1,5 +1,4 @@
-// Converts delimited text into JSON, or into regular CSV, and reports what it found on standard
-// error.
+// Converts delimited text into JSON or regular CSV, and describes the table on standard error.
 //
 //   CsvToJson airports.csv --output airports.json
 //   CsvToJson --bad-lines keep --format csv < survey.txt > survey.csv
@@ -41,7 +40,7 @@ struct Options {
   std::int64_t preview = 0;
 };
 
-/// Throws what a guarded function of the library reports, in its own words.
+/// Throws the error that a guarded function of the library has reported.
 void Require(bool done, const Ptr<IErrorCode>& error) {
   if (!done) throw std::runtime_error(error->GetMessage());
 }
@@ -57,7 +56,7 @@ std::string ReadAll(const std::string& path) {
 
 struct Reading {
   Ptr<ITable> table;
-  Ptr<IObjectList> problems;  // a text for each line with too many values
+  Ptr<IObjectList> problems;  // one text per line with too many values
 };
 
 Reading Parse(const std::string& text, const Options& options) {
