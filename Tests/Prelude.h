@@ -52,7 +52,7 @@
 #include "Data/Interfaces/IVariantPairList.h"
 #include "Data/Interfaces/IXmlDocument.h"
 
-/// What every test file uses: the public headers, their names, and helpers that make records and
+/// What every test file uses: the public headers, their names, and helpers that create records and
 /// report failures.
 namespace Data::tests {
 
@@ -133,8 +133,8 @@ inline constexpr const char* kUndefinedRecord =
     "Variant type is undefined! Did you forget to zero out the VARIANT structure? It appears "
     "uninitialized!";
 
-/// What a guarded operation fails with, "" if it succeeds. A failed operation is repeated with an
-/// error that is already set, and without an error argument.
+/// The message with which a guarded operation fails, "" if it succeeds. A failed operation is
+/// repeated with an error that is already set, and without an error argument.
 template <class Operation>
 std::string Failure(Operation&& operation) {
   Core::Ptr<Core::IErrorCode> error;
@@ -173,8 +173,8 @@ inline Core::Variant JsonVariant(std::string_view text) {
   return Core::Variant(document);
 }
 
-/// The result of an operation as text (the shortest one for a double), or what
-/// it throws.
+/// The result of an operation as text (in the shortest form for a double), or the text of what it
+/// throws.
 template <class Operation>
 std::string Outcome(Operation&& operation) {
   std::string outcome;

@@ -19,7 +19,7 @@ struct IErrorCode : IObject {
   virtual const char* GetMessage() = 0;
   /// Slot 7. The length of the message in bytes, without the terminator.
   virtual uint64_t GetMessageLength() = 0;
-  /// Slot 8. What the error object stands for:
+  /// Slot 8. The kind of failure or problem:
   ///   - 2: a standard exception, whose text is the message. A lack of memory is "std::bad_alloc".
   ///   - 1: an exception of another type. The message is "Uncaught exception".
   ///   - 0: a problem in data. No guarded operation fails with this code.

@@ -20,8 +20,8 @@ namespace Data::Interfaces {
 /// Failures. Operations with an `error` argument never throw. A failed operation changes nothing,
 /// and so does a lack of memory (code 2). A null name fails with "Pointer of char must not be
 /// null!", a null record with "Pointer of struct Data::Structures::_VARIANT must not be null!", a
-/// name that is not registered with "invalid unordered_map<K, T> key". Where false is also a valid
-/// result, only the error object tells a failure.
+/// name that is not registered with "invalid unordered_map<K, T> key". If false is also a valid
+/// result, only the error object shows a failure.
 ///
 /// Callbacks. An object that a caller implements may call back into the bag when a reference to it
 /// is added or released. Freeing nested bags does not recurse.
