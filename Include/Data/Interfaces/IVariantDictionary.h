@@ -11,8 +11,9 @@ namespace Data::Interfaces {
 ///
 /// Keys are equal if they compare equal and have the same hash. So Int32 7 and Int64 7 are one key,
 /// and Double 7.0 is another; "abc" and "ABC" are two keys. A Null key equals nothing, so every
-/// `Set` with it adds an entry. The first key of a type that cannot be compared (Array) is stored;
-/// a search for a second one fails as the comparison does.
+/// `Set` with it adds an entry. Arrays, lists and objects of type IObject are keys by their
+/// address. An array can be stored as a key, but a later search for the same array fails, because
+/// arrays cannot be compared.
 ///
 /// The text of a key object is not copied. Once that text has changed in more than its case, the
 /// entry is found under neither the old text nor the new one, but `GetCount` and `GetKeys` still
