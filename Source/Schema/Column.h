@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -152,12 +153,14 @@ using All = List<Group, DisplayName, Description, HelpUri, Type, DefaultValue, U
 
 }  // namespace attributes
 
-/// The objects of a list. Code of the objects may change the list while it is copied.
+/// The objects of a list. Code of the objects may change the list while it is copied; what it
+/// adds is left out.
 template <class Interface>
 std::vector<Core::Ptr<Interface>> CopyOf(const attributes::AllowedValueList& list) {
   std::vector<Core::Ptr<Interface>> copy;
-  copy.reserve(list.size());
-  for (std::size_t i = 0; i < list.size(); ++i) {
+  const std::size_t count = list.size();
+  copy.reserve(count);
+  for (std::size_t i = 0; i < std::min(count, list.size()); ++i) {
     Core::Ptr<Interface> object = list[i];
     copy.push_back(std::move(object));
   }

@@ -1,5 +1,7 @@
 #include "Schema/SchemaImpl.h"
 
+#include <algorithm>
+
 #include "Containers/ObjectListImpl.h"
 #include "Documents/JsonDocumentImpl.h"
 #include "Schema/LayerSchemaText.h"
@@ -21,11 +23,13 @@ using Structures::_VARIANT;
 
 namespace {
 
-/// The list may be the caller's own object and may change while it is read.
+/// The list and its entries may be the caller's own objects, so the list may change while it is
+/// read. What is added meanwhile is left out: each entry might add another.
 attributes::AllowedValueList AllowedValuesOf(IObjectList& list) {
   const Ptr<IObjectList> held(&list);
   attributes::AllowedValueList values;
-  for (std::uint64_t i = 0; i < list.GetCount(); ++i)
+  const std::uint64_t count = list.GetCount();
+  for (std::uint64_t i = 0; i < std::min(count, list.GetCount()); ++i)
     values.push_back(Core::CastToInterface<IAllowedValue>(list.GetAt(i)));
   return values;
 }
@@ -86,6 +90,7 @@ bool SchemaImpl::AddAllowedValue(const char* name, IAllowedValue* value, IErrorC
   return Guarded(error, [&] {
     CheckArgument(name);
     CheckArgument(value);
+    const Ptr<ISchema> self(this);
     Ptr<IAllowedValue> added(value);
     Edit(name, [&](Column& column) {
       column.Edit<attributes::AllowedValues>().push_back(std::move(added));
@@ -96,6 +101,7 @@ bool SchemaImpl::AddAllowedValue(const char* name, IAllowedValue* value, IErrorC
 bool SchemaImpl::SetAllowedValues(const char* name, IObjectList* values, IErrorCode** error) {
   return Guarded(error, [&] {
     CheckArgument(name);
+    const Ptr<ISchema> self(this);
     auto list =
         values ? AllowedValuesOf(*Core::CheckInterface(values)) : attributes::AllowedValueList();
     Edit(name, [&](Column& column) { column.Set<attributes::AllowedValues>(std::move(list)); });
@@ -105,6 +111,7 @@ bool SchemaImpl::SetAllowedValues(const char* name, IObjectList* values, IErrorC
 bool SchemaImpl::GetAllowedValues(const char* name, IObjectList** out, IErrorCode** error) {
   return Guarded(error, [&] {
     CheckOutPointer(out);
+    const Ptr<ISchema> self(this);
     auto objects = CopyOf<IObject>(Find(name).Get<attributes::AllowedValues>());
     *out = Core::MakePtr<impl::ObjectListImpl>(std::move(objects)).Detach();
   });
@@ -114,6 +121,7 @@ bool SchemaImpl::SetDefaultValue(const char* name, const _VARIANT* value, IError
   return Guarded(error, [&] {
     CheckArgument(name);
     Core::CheckRecord(value);
+    const Ptr<ISchema> self(this);
     Core::Variant copy(*value);
     Edit(name, [&](Column& column) { column.Set<attributes::DefaultValue>(std::move(copy)); });
   });
@@ -159,6 +167,7 @@ bool SchemaImpl::ToJson(IJsonDocument** out, char indentCharacter, std::uint32_t
                         IErrorCode** error) {
   return Guarded(error, [&] {
     CheckOutPointer(out);
+    const Ptr<ISchema> self(this);
     *out = WriteSchema(*this, {indentCharacter, indentCount}).Detach();
   });
 }
@@ -189,10 +198,12 @@ bool SchemaImpl::CloneWithUuid(const _UUID* uuid, ISchema** out, IErrorCode** er
   return Guarded(error, [&] {
     CheckArgument(uuid);
     CheckOutPointer(out);
+    const Ptr<ISchema> self(this);
     SchemaHeader header = header_;
     header.uuid = *uuid;
     auto clone = Core::MakePtr<SchemaImpl>(std::move(header));
-    for (std::uint64_t i = 0; i < columns_.Count(); ++i)
+    const std::uint64_t count = columns_.Count();
+    for (std::uint64_t i = 0; i < count; ++i)
       clone->columns_.Add(columns_.NameAt(i), columns_.ValueAt(i));
     *out = clone.Detach();
   });

@@ -1,5 +1,6 @@
 #include "Schema/SchemaWriter.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -96,7 +97,7 @@ std::string DefaultText(ValueType columnType, const Core::Variant& value) {
 }
 
 // The caller's object may change the column while its text is read: a copy holds the object, and
-// positions are checked again.
+// positions are checked again. What is added meanwhile is left out: each object might add another.
 
 void WriteAttribute(Writer& writer, const Column& column, const Core::Variant& value) {
   const Core::Variant held = value;
@@ -105,7 +106,8 @@ void WriteAttribute(Writer& writer, const Column& column, const Core::Variant& v
 
 void WriteAttribute(Writer& writer, const Column&, const attributes::AllowedValueList& values) {
   writer.StartArray();
-  for (std::size_t i = 0; i < values.size(); ++i) {
+  const std::size_t count = values.size();
+  for (std::size_t i = 0; i < std::min(count, values.size()); ++i) {
     const Core::Ptr<IAllowedValue> held = values[i];
     Write(writer, *held);
   }
@@ -140,7 +142,8 @@ void WriteColumn(Writer& writer, std::string_view name, const Column& column) {
 
 void WriteColumns(Writer& writer, const impl::NameMap<Column>& columns) {
   writer.StartArray();
-  for (std::uint64_t i = 0; i < columns.Count(); ++i)
+  const std::uint64_t count = columns.Count();
+  for (std::uint64_t i = 0; i < count; ++i)
     WriteColumn(writer, columns.NameAt(i), columns.ValueAt(i));
   writer.EndArray();
 }

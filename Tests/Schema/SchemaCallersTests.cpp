@@ -75,6 +75,55 @@ TEST(SchemaCallers, AValueMayChangeTheListThatIsRead) {
     }
 }
 
+TEST(SchemaCallers, AValueMayReleaseTheSchema) {
+  using Use = std::function<void(ISchema&, IAllowedValue*, IObjectList*)>;
+  const Use uses[] = {
+      [](ISchema& schema, auto...) { AllowedValues(schema, "x"); },
+      [](ISchema& schema, auto...) { JsonOf(schema); },
+      [](ISchema& schema, auto...) {
+        Ptr<ISchema> copy;
+        schema.Clone(copy.Receive(), nullptr);
+      },
+      [](ISchema& schema, auto* value, auto*) { schema.AddAllowedValue("y", value, nullptr); },
+      [](ISchema& schema, auto*, auto* list) { schema.SetAllowedValues("y", list, nullptr); },
+      [](ISchema& schema, auto* value, auto*) {
+        const _VARIANT record = Core::MakeReference(ValueType::IObject, value);
+        schema.SetDefaultValue("x", &record, nullptr);
+      },
+  };
+  for (const Use& use : uses) {
+    auto schema = SchemaWithColumn();
+    ISchema& bare = *schema;
+    const Ptr<CallersValue> value(AddCallersValue(bare));
+    const auto list = New<IObjectList>(Data_CreateObjectList);
+    list->Add(value.Get());
+    value->onAddReference = value->onRead = Once([&] { schema.Reset(); });
+    use(bare, value.Get(), list.Get());
+    EXPECT_FALSE(schema);
+  }
+}
+
+TEST(SchemaCallers, WhatAValueAddsMeanwhileIsLeftOut) {
+  const auto schema = SchemaWithColumn();
+  auto* const value = AddCallersValue(*schema);
+  int added = 0;
+  bool isAdding = false;
+  const auto add = [&] {
+    if (added >= 100 || std::exchange(isAdding, true)) return;
+    for (const std::string& name : {"x"s, std::to_string(++added)})
+      EXPECT_TRUE(schema->AddAllowedValue(name.c_str(), value, nullptr));
+    isAdding = false;
+  };
+  value->onAddReference = value->onRead = add;
+  const std::string json = JsonOf(*schema);
+  EXPECT_EQ(json[0], '{') << json;
+  EXPECT_EQ(json.find("allowedValues"), json.rfind("allowedValues")) << json;
+  EXPECT_LT(std::exchange(added, 0), 10);
+  Ptr<ISchema> copy;
+  EXPECT_TRUE(schema->Clone(copy.Receive(), nullptr));
+  EXPECT_LT(added, 50);
+}
+
 TEST(SchemaCallers, AValueMayUseTheListThatItIsAddedTo) {
   const auto schema = SchemaWithColumn();
   const auto value = Core::MakePtr<CallersValue>();

@@ -36,9 +36,10 @@ struct IObjectList;
 /// operations without `error` never fail.
 ///
 /// Callbacks. Allowed values, lists, documents and objects in default values may be objects that
-/// the caller implements, and may use the schema that is calling them. The schema holds the objects
-/// that it calls, and releases what it replaces after the change is complete. A null text from such
-/// an object counts as empty.
+/// the caller implements, and may use or release the schema that is calling them. The schema holds
+/// the objects that it calls, and releases what it replaces after the change is complete. What they
+/// add to the columns or to a list while these are read is skipped. A null text from such an object
+/// counts as empty.
 ///
 /// Threads. Not synchronised: concurrent reads are safe, a change needs exclusive access. An object
 /// in a default value has its own thread rule (see `IString`). Take `Lock` around shared use.
@@ -175,6 +176,11 @@ struct ISchema : Core::IObject {
   virtual int32_t GetVersion() = 0;              ///< Slot 55. Initially 1.
   /// Slot 56. The schema as a new JSON document, which the caller releases. A Null value is written
   /// as an empty text, which reads back as Null except in a String column.
+  ///
+  /// `Data_ParseSchema` rejects some of what is written here: integers that do not fit in an Int64,
+  /// infinities and NaN ("Parsing failed!"), and a default value whose text does not fit its
+  /// column's type. The text of an Int128 or UInt128 is no number, so a column of these types needs
+  /// another default value than the one from `AddColumn`: Null or an Int64.
   /// @param indentCharacter  space, tab, CR or LF; 0 for four spaces per level
   /// @param indentCount      characters per level, at most 1000; ignored if the character is 0
   ///
