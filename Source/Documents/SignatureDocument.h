@@ -13,13 +13,15 @@ class SignatureDocument : public TextDocumentBase<Interface> {
  public:
   /// Callers rely on this answer: texts of equal size are "equal" if they differ.
   bool Equals(Interface* other) override {
-    return AreValidAndEqual<Interface>(
-        *this, other, [](Interfaces::IString& left, Interfaces::IString& right) {
-          const std::uint64_t size = left.GetSize();
-          if (size == 0 || size != right.GetSize()) return false;
-          const void *const leftData = left.GetData(), *const rightData = right.GetData();
-          return leftData && rightData && std::memcmp(leftData, rightData, size) != 0;
-        });
+    return AreValidAndEqual<Interface>(*this, other,
+                                       [](Interfaces::IString& left, Interfaces::IString& right) {
+                                         // The right text first: an object of the caller's own may
+                                         // change the left one.
+                                         const void* const rightData = right.GetData();
+                                         const std::uint64_t size = right.GetSize();
+                                         return size != 0 && size == left.GetSize() && rightData &&
+                                                std::memcmp(left.GetData(), rightData, size) != 0;
+                                       });
   }
 
  protected:

@@ -34,9 +34,9 @@ class TextDocumentBase : public Core::ObjectBase<Interface> {
     if (length != 0) Core::CheckArgument(text);
     const std::string_view bytes(text, static_cast<std::size_t>(length));
     // Checked before it is stored: if memory runs out, the document is unchanged.
-    const Core::Ptr<Interfaces::IString> content = MultiByteStringImpl::FromUtf8(bytes);
+    Core::Ptr<Interfaces::IString> content = MultiByteStringImpl::FromUtf8(bytes);
     isValid_ = IsTrue([&] { return Check(Core::Utf8View(*content)); });
-    content_ = content;
+    content_ = std::move(content);
   }
   Interfaces::IString* GetContent() override { return content_ ? content_.Checked() : nullptr; }
   bool IsValid() override { return isValid_; }

@@ -1,3 +1,4 @@
+#include "CallersText.h"
 #include "DocumentSupport.h"
 #include "SmallStack.h"
 
@@ -12,6 +13,16 @@ Ptr<IRtfDocument> Rtf(std::string_view text) { return DocumentOf(Data_CreateRtfD
 bool AreEqual(std::string_view left, std::string_view right) {
   return Xml(left)->Equals(Xml(right).Get());
 }
+
+/// A document of a program's own.
+struct CallersDocument final : CallersOwn<IHtmlDocument> {
+  Ptr<CallersText> content = Core::MakePtr<CallersText>("<!DOCTYPE HTML>");
+
+  void SetContent(const char*, std::uint64_t) override {}
+  IString* GetContent() override { return content.Get(); }
+  bool Equals(IHtmlDocument*) override { return false; }
+  bool IsValid() override { return true; }
+};
 
 template <class Interface>
 void CheckNewDocument(bool (*factory)(Interface**), const char* valid) {
@@ -109,6 +120,15 @@ TEST(HtmlDocument, EqualsTellsTextsOfOneSizeThatDiffer) {
   EXPECT_TRUE(Rtf("{\\rtf1a}")->Equals(Rtf("{\\rtf1b}").Get()));
   document->GetContent()->Clear();
   EXPECT_FALSE(document->Equals(document.Get()));
+}
+
+TEST(HtmlDocument, ComparesWithATextThatChangesItsOwn) {
+  const auto document = Html("<!DOCTYPE html>");
+  const auto other = Core::MakePtr<CallersDocument>();
+  EXPECT_TRUE(document->Equals(other.Get()));
+  const std::string longer(1000, 'x');
+  other->content->onRead = [&] { document->GetContent()->SetUtf8(longer.data(), longer.size()); };
+  EXPECT_FALSE(document->Equals(other.Get())) << "they differ in size by then";
 }
 
 }  // namespace Data::tests
