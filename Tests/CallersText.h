@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Callers.h"
+#include "Core/IErrorCode.h"
 #include "Data/Interfaces/IString.h"
 
 namespace Data::tests {
@@ -40,6 +41,14 @@ class CallersText final : public CallersOwn<Interfaces::IString> {
   bool isNull_;
   std::string text_;
   std::u16string wide_{text_.begin(), text_.end()};
+};
+
+/// An error of a program's own, without a message.
+class CallersError final : public CallersOwn<Core::IErrorCode> {
+ public:
+  const char* GetMessage() override { return nullptr; }
+  std::uint64_t GetMessageLength() override { return 5; }
+  std::uint32_t GetCode() override { return 0; }
 };
 
 }  // namespace Data::tests

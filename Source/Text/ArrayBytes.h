@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <span>
 #include <stdexcept>
+#include <string>
 
 #include "Core/Ptr.h"
+#include "Core/VariantConversions.h"
 #include "Data/Exports.h"
 #include "Data/Interfaces/IArray.h"
 
@@ -21,7 +23,7 @@ class ArrayBytes {
     Core::Ptr<Core::IErrorCode> error;
     const void* bytes = array.GetPointer(0, count, error.Receive());
     if (!bytes)
-      throw std::runtime_error(error ? error->GetMessage()
+      throw std::runtime_error(error ? std::string(Core::MessageView(*error))
                                      : "Offset or size are not in data bounds");
     bytes_ = {static_cast<const std::uint8_t*>(bytes), count};
   }

@@ -107,18 +107,6 @@ TEST(VariantConversion, DisplayTextOfContainersAndErrors) {
   EXPECT_EQ(ToText(Variant(SomeError())), MessageOf(SomeError()));
 }
 
-namespace {
-
-/// An error of a program's own, without a message.
-class CallersError final : public CallersOwn<IErrorCode> {
- public:
-  const char* GetMessage() override { return nullptr; }
-  std::uint64_t GetMessageLength() override { return 5; }
-  std::uint32_t GetCode() override { return 0; }
-};
-
-}  // namespace
-
 TEST(VariantConversion, NullTextsOfCallersObjectsAreEmpty) {
   const Variant text(Ptr<IString>(MakePtr<CallersText>(nullptr)));
   const Variant error(Ptr<IErrorCode>(MakePtr<CallersError>()));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Callers.h"
+#include "CallersText.h"
 #include "Prelude.h"
 
 namespace Data::tests {
@@ -25,10 +25,15 @@ class CallersArray final : public CallersOwn<IArray> {
 
   /// Called whenever the array is read.
   std::function<void()> onRead = [] {};
+  /// What null bytes fail with.
+  Ptr<IErrorCode> failure;
 
   void SetData(const void*, std::uint64_t, std::uint64_t) override {}
   void Resize(std::uint64_t, std::uint64_t) override {}
-  void* GetPointer(std::uint64_t, std::uint64_t, IErrorCode**) override { return GetData(); }
+  void* GetPointer(std::uint64_t, std::uint64_t, IErrorCode** error) override {
+    if (!bytes_) *error = Ptr<IErrorCode>(failure).Detach();
+    return GetData();
+  }
   void* GetData() override {
     onRead();
     return const_cast<char*>(bytes_);

@@ -122,12 +122,15 @@ TEST(Encoding, ReadsAsManyBytesAsTheArrayCountsElements) {
   Ptr<IArray> text;
   EXPECT_TRUE(base64->Encode(array.Get(), text.Receive(), nullptr));
   EXPECT_EQ(BytesOf(*text), "TWE=");
-  for (const Ptr<IArray>& input : {tooShort, Ptr<IArray>(Core::MakePtr<CallersArray>(nullptr))})
-    EXPECT_EQ(Failure([&](IErrorCode** error) {
-                Ptr<IArray> none;
-                return base64->Encode(input.Get(), none.Receive(), error);
-              }),
-              "Offset or size are not in data bounds");
+  const auto failing = Core::MakePtr<CallersArray>(nullptr);
+  const auto failure = [&](const Ptr<IArray>& input) {
+    Ptr<IArray> none;
+    return Failure([&](auto error) { return base64->Encode(input.Get(), none.Receive(), error); });
+  };
+  for (const Ptr<IArray>& input : {tooShort, Ptr<IArray>(failing)})
+    EXPECT_EQ(failure(input), "Offset or size are not in data bounds");
+  failing->failure = Core::MakePtr<CallersError>();
+  EXPECT_EQ(failure(failing), "") << "the array's own message, which is null";
 }
 
 TEST(Encoding, SurvivesArraysThatReleaseThemselvesAndTheEncoder) {
