@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,8 @@ namespace {
 std::vector<std::string> ReadOptions(IObjectList& list) {
   const Core::Ptr<IObjectList> held(&list);  // reading an option may run code that releases it
   std::vector<std::string> options;
-  for (std::uint64_t i = 0; i < list.GetCount(); ++i) {
+  const std::uint64_t count = list.GetCount();  // of which an option may add or remove some
+  for (std::uint64_t i = 0; i < std::min(count, list.GetCount()); ++i) {
     const auto option = Core::CastToInterface<IString>(list.GetAt(i));
     options.emplace_back(Core::Utf8View(*option));
   }

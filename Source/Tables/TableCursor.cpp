@@ -12,10 +12,11 @@ TableCursor::TableCursor(ITable& table) : table_(&table) {
     IColumn* const column = Core::CheckInterface(table.GetColumn(i));
     columns_.push_back({column, column->GetIndex()});
   }
+  if (const std::int64_t rows = table.GetRowCount(); rows > 0) last_ = table.GetRow(rows - 1);
 }
 
 bool TableCursor::NextRow() {
-  if (next_ >= table_->GetRowCount()) return false;
+  if (next_ >= table_->GetRowCount() || (row_ && row_ == last_)) return false;
   MoveTo(*Core::CheckInterface(table_->GetRow(next_)));
   ++next_;
   return true;

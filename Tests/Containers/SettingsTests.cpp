@@ -71,6 +71,18 @@ TEST(Enum, FactoryRejectsWhatGivesNoOptions) {
             "Null pointer exception! Interface is not accessible: struct Core::IObject");
 }
 
+TEST(Enum, LeavesOutOptionsThatAreAddedMeanwhile) {
+  const auto list = New(Data_CreateObjectList);
+  const auto text = Core::MakePtr<CallersText>("a");
+  text->onRead = [&] {
+    if (list->GetCount() < 100) list->Add(text.Get());
+  };
+  list->Add(text.Get());
+  Ptr<IEnum> choice;
+  EXPECT_TRUE(Data_CreateEnum(list.Get(), choice.Receive(), nullptr));
+  EXPECT_EQ(choice->GetCount(), 1u);
+}
+
 TEST(ConstrainedValue, MovesTheValueIntoTheRange) {
   for (const Case& c : Cases("Settings.txt", "constrained")) {
     const Variant value = RecordOf(c[0]), min = RecordOf(c[1]), max = RecordOf(c[2]);

@@ -218,6 +218,18 @@ TEST(TableWriting, SurvivesWhatACellDoesWhenItIsRead) {
   }
 }
 
+TEST(TableWriting, LeavesOutRowsThatAreAddedMeanwhile) {
+  const auto text = Core::MakePtr<CallersText>("text");
+  const auto table = MakeTable({"a"}, {{Variant(text)}});
+  text->onRead = [&] {
+    if (table->GetRowCount() < 100) table->AddRow(table->GetCellAt(0, 0), 1);
+  };
+  EXPECT_EQ(CsvOf(table.Get()), "a\ntext");
+  table->ClearRows();
+  table->AddRow(Given(text), 1);
+  EXPECT_EQ(JsonOf(table), R"([{"a":"text"}])");
+}
+
 TEST(JsonTable, TakesNestingOfAnyDepth) {
   OnSmallStack([] {
     const std::string nested = Nested("[", "", "]", 500'000);
