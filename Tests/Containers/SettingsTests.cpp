@@ -1,5 +1,7 @@
 #include "Prelude.h"
 
+#include "CallersText.h"
+
 #include "Records.h"
 
 namespace Data::tests {
