@@ -17,6 +17,18 @@ inline std::string BytesOf(IArray& array) {
   return {static_cast<const char*>(array.GetData()), array.GetCount()};
 }
 
+inline Ptr<ISecureString> Protect(IString* text) {
+  Ptr<ISecureString> secret;
+  EXPECT_TRUE(Data_CreateSecureString(text, secret.Receive(), nullptr));
+  return secret;
+}
+
+inline Ptr<IString> PlainText(ISecureString& secret) {
+  Ptr<IString> text;
+  EXPECT_TRUE(secret.GetText(text.Receive(), nullptr));
+  return text;
+}
+
 /// An array of a program's own, which may answer null for its bytes.
 class CallersArray final : public CallersOwn<IArray> {
  public:
