@@ -54,8 +54,8 @@ TEST(JsonToTable, TellsColumnsAndRowsAsWritingCellsDoes) {
   const auto table =
       TableOf(R"([{"a":1,"b":null,"c":1},{"a":"x"},{},{"a":null,"c":null,"c":2.5}])");
   ASSERT_TRUE(table);
-  EXPECT_EQ(ShowColumns(*table), "String? Null? Double? ");
-  EXPECT_EQ(ShowColumns(*TableOf(R"([{"a":1,"b":1},{"a":1}])")), "Int64 Int64 ")
+  EXPECT_EQ(ShowColumns(*table), "String? Null? Double?");
+  EXPECT_EQ(ShowColumns(*TableOf(R"([{"a":1,"b":1},{"a":1}])")), "Int64 Int64")
       << "a missing member writes nothing";
   const int modified[] = {1, 1, 0, 1};
   for (int i = 0; i < 4; ++i) EXPECT_EQ(table->GetRow(i)->IsModified(), modified[i]) << i;

@@ -19,13 +19,16 @@ inline std::unique_ptr<char[]> ExactCopy(std::string_view text) {
   return copy;
 }
 
-inline CsvResult ReadCsv(std::string_view text) {
+/// @param separator  null to have it found
+inline CsvResult ReadCsv(std::string_view text, const char* separator = nullptr) {
   CsvResult result;
   Ptr<IErrorCode> error;
-  const bool succeeded =
-      Data_ParseCsv(ExactCopy(text).get(), text.size(), result.table.Receive(), error.Receive());
-  EXPECT_EQ(succeeded, static_cast<bool>(result.table));
-  EXPECT_EQ(succeeded, !error);
+  ITable** const out = result.table.Receive();
+  const auto copy = ExactCopy(text);
+  const bool succeeded = separator ? Data_ParseCsvWithSeparator(copy.get(), separator, out,
+                                                                text.size(), error.Receive())
+                                   : Data_ParseCsv(copy.get(), text.size(), out, error.Receive());
+  EXPECT_EQ(succeeded, result.table && !error);
   result.failure = MessageOf(error);
   return result;
 }
@@ -37,15 +40,6 @@ inline CsvResult ReadCsvWithErrors(std::string_view text, std::int32_t keepRows)
                                       problems.Receive(), text.size(), keepRows, nullptr));
   for (std::uint64_t i = 0; i < problems->GetCount(); ++i)
     result.problems.emplace_back(Core::CastToInterface<IString>(problems->GetAt(i))->GetUtf8());
-  return result;
-}
-
-inline CsvResult ReadSeparatedBy(const char* separator, std::string_view text) {
-  CsvResult result;
-  Ptr<IErrorCode> error;
-  Data_ParseCsvWithSeparator(ExactCopy(text).get(), separator, result.table.Receive(), text.size(),
-                             error.Receive());
-  result.failure = MessageOf(error);
   return result;
 }
 
@@ -80,16 +74,6 @@ inline std::string ShowTable(ITable& table) {
     EXPECT_EQ(table.GetRow(row)->GetCellCount(), columns);
     for (std::int32_t i = 0; i < columns; ++i)
       text += (i == 0 ? "\n" : " / ") + ShowCell(*table.GetRow(row)->GetCellAt(i));
-  }
-  return text;
-}
-
-/// The types of the columns, with "?" for one that has seen Null.
-inline std::string ShowColumns(ITable& table) {
-  std::string text;
-  for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
-    text += Core::GetValueTypeName(table.GetColumn(i)->GetType());
-    text += table.GetColumn(i)->HasSeenNull() ? "? " : " ";
   }
   return text;
 }

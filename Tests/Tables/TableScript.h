@@ -1,18 +1,25 @@
-#include <charconv>
+#pragma once
+
 #include <map>
 #include <sstream>
 
+#include "CallersText.h"
 #include "Tables/TableSupport.h"
 
-/// Tables and operations on them as text: the cases of Tests/Data/Tables.txt.
+/// Tables and operations on them as text: what Tests/Data/Tables.txt consists of.
 namespace Data::tests {
 
-using Structures::MergeMode;
+/// Called whenever the library uses a text of a program's own.
+inline const auto kOnUse = std::make_shared<std::function<void()>>([] {});
 
-namespace {
-
-/// A value as text: a number, "1L" an Int64, "Null", a record by name, anything else itself.
-Variant ValueOf(const std::string& text) {
+/// A value as text: a number, "1L" an Int64, "Null", a record by name, "~a" a text object of a
+/// program's own, anything else itself.
+inline Variant ValueOf(const std::string& text) {
+  if (text.starts_with('~')) {
+    auto own = Core::MakePtr<CallersText>(text.c_str() + 1);
+    own->onAddReference = own->onRelease = own->onRead = [onUse = kOnUse] { (*onUse)(); };
+    return Reference(ValueType::String, std::move(own));
+  }
   if (text == "Null") return Null;
   if (text == "Unknown") return ByValue(ValueType::Unknown);
   if (text == "undefined") return Variant::Adopt({28, {0, 0}});
@@ -28,7 +35,7 @@ Variant ValueOf(const std::string& text) {
 }
 
 /// Values separated by commas; none for "-".
-Cells CellsOf(const std::string& text) {
+inline Cells CellsOf(const std::string& text) {
   Cells cells;
   std::istringstream list(text);
   for (std::string value; text != "-" && std::getline(list, value, ',');)
@@ -36,10 +43,12 @@ Cells CellsOf(const std::string& text) {
   return cells;
 }
 
-/// The words after the name of an operation, the first one also as cells, and what it answers.
-struct Args {
-  explicit Args(std::istringstream& text) {
-    for (std::string word; text >> word;) {
+/// An operation: its name, the words behind it, the first one also as cells, and what it answers.
+struct Step {
+  explicit Step(std::string_view text) {
+    std::istringstream parts{std::string(text)};
+    parts >> name;
+    for (std::string word; parts >> word;) {
       words.push_back(word);
       values.push_back(ValueOf(word));
     }
@@ -51,22 +60,42 @@ struct Args {
   const char* Name(std::size_t i) const {
     return words.at(i) == "null" ? nullptr : words.at(i).c_str();
   }
-  const _VARIANT* Value(std::size_t i) { return words.at(i) == "null" ? nullptr : &values.at(i); }
-  _VARIANT* Out(std::size_t i) { return i < words.size() ? nullptr : &out; }
-
-  template <class Operation>
-  void Check(Operation&& operation) {
-    answer = Failure(operation);
+  /// "cell" is the first cell of the table itself.
+  const _VARIANT* Value(std::size_t i) {
+    if (words.at(i) == "cell") return firstCell;
+    return words[i] == "null" ? nullptr : &values.at(i);
+  }
+  /// The cells that the first word lists.
+  const _VARIANT* First() {
+    return words.at(0) == "null" || words[0] == "cell" ? Value(0) : cells.data();
+  }
+  /// A record that holds a reference; null for one more word.
+  _VARIANT* Out(std::size_t i) {
+    isRead = i >= words.size();
+    return isRead ? &out : nullptr;
   }
 
+  /// Runs a guarded operation; a failure is the answer.
+  template <class Operation>
+  void Check(Operation&& operation) {
+    if (isRunOnce)
+      operation(nullptr);
+    else
+      answer = Failure(operation);
+  }
+  std::string Answer() const { return answer.empty() && isRead ? Core::ToText(out) : answer; }
+
+  std::string name, answer;
   std::vector<std::string> words;
   Cells values, cells;
-  Variant out;
-  std::string answer;
+  Variant out{std::string(40, 'o')};
+  const _VARIANT* firstCell = nullptr;
+  bool isRead = false;
+  bool isRunOnce = false;  ///< a failure is not tried again
 };
 
 /// A table of text: "a b; 1,x; 2".
-Ptr<ITable> TableOf(std::string_view text) {
+inline Ptr<ITable> TableOf(std::string_view text) {
   const auto table = New(Data_CreateTable);
   std::istringstream parts{std::string(text)};
   std::string part;
@@ -80,168 +109,150 @@ Ptr<ITable> TableOf(std::string_view text) {
   return table;
 }
 
-/// The rows of a table, their cells separated by commas.
-std::string RowsOf(ITable& table) {
-  std::string text = TextOf(table);
-  std::ranges::replace(text, '|', ',');
-  return text;
+inline std::string FirstOf(IRow* row) { return row ? Core::ToText(*row->GetCellAt(0)) : "none"; }
+
+inline std::string FirstOf(IObjectList& rows) {
+  std::string text;
+  for (std::uint64_t i = 0; i < rows.GetCount(); ++i)
+    text += (i == 0 ? "" : " ") + FirstOf(Core::CastToInterface<IRow>(rows.GetAt(i)).Get());
+  return text.empty() ? "none" : text;
 }
 
-std::string FirstOf(IRow* row) { return row ? Core::ToText(*row->GetCellAt(0)) : "none"; }
-
-std::string FoundRows(ITable& table, Args& a) {
-  Ptr<IObjectList> rows;
-  a.Check([&](auto e) { return table.FindRows(a.Name(0), a.Value(1), rows.Receive(), e); });
-  for (std::uint64_t i = 0; rows && i < rows->GetCount(); ++i)
-    a.answer += (i == 0 ? "" : " ") + FirstOf(Core::CastToInterface<IRow>(rows->GetAt(i)).Get());
-  return a.answer.empty() ? "none" : a.answer;
-}
-
-/// The declared types, with "+Null" where the column has seen one.
-std::string TypesOf(ITable& table) {
-  std::string types;
-  for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
-    IColumn& column = *table.GetColumn(i);
-    types.append(i == 0 ? "" : " ").append(Core::GetValueTypeName(column.GetType()));
-    if (column.HasSeenNull()) types += "+Null";
-  }
-  return types;
-}
-
-const std::map<std::string, void (*)(ITable&, Args&)> kOperations = {
-    {"AddColumn", [](ITable& t, Args& a) { t.AddColumn(a.Name(0)); }},
-    {"InsertColumn", [](ITable& t, Args& a) { t.InsertColumn(a.Name(0), a.Number(1)); }},
-    {"RemoveColumn", [](ITable& t, Args& a) { t.RemoveColumn(a.Name(0)); }},
-    {"RemoveColumnAt", [](ITable& t, Args& a) { t.RemoveColumnAt(a.Number(0)); }},
-    {"GetColumn", [](ITable& t, Args& a) { a.answer = t.GetColumn(a.Number(0))->GetName(); }},
+inline const std::map<std::string, void (*)(ITable&, Step&)> kOperations = {
+    {"AddColumn", [](ITable& t, Step& s) { t.AddColumn(s.Name(0)); }},
+    {"InsertColumn", [](ITable& t, Step& s) { t.InsertColumn(s.Name(0), s.Number(1)); }},
+    {"RemoveColumn", [](ITable& t, Step& s) { t.RemoveColumn(s.Name(0)); }},
+    {"RemoveColumnAt", [](ITable& t, Step& s) { t.RemoveColumnAt(s.Number(0)); }},
+    {"GetColumn", [](ITable& t, Step& s) { s.answer = t.GetColumn(s.Number(0))->GetName(); }},
     {"GetColumnByName",
-     [](ITable& t, Args& a) { a.answer = t.GetColumnByName(a.Name(0))->GetName(); }},
-    {"HasColumn", [](ITable& t, Args& a) { a.answer = t.HasColumn(a.Name(0)) ? "yes" : "no"; }},
-    {"OnColumnAdded", [](ITable& t, Args& a) { t.OnColumnAdded(t.GetColumn(a.Number(0))); }},
-    {"Names", [](ITable& t, Args& a) { a.answer = NamesOf(t); }},
-    {"Types", [](ITable& t, Args& a) { a.answer = TypesOf(t); }},
-    {"Rename", [](ITable& t, Args& a) { t.GetColumn(a.Number(0))->SetName(a.Name(1)); }},
-    {"Fill", [](ITable& t, Args& a) { t.GetColumn(a.Number(0))->Fill(a.Value(1)); }},
+     [](ITable& t, Step& s) { s.answer = t.GetColumnByName(s.Name(0))->GetName(); }},
+    {"HasColumn", [](ITable& t, Step& s) { s.answer = t.HasColumn(s.Name(0)) ? "yes" : "no"; }},
+    {"OnColumnAdded", [](ITable& t, Step& s) { t.OnColumnAdded(t.GetColumn(s.Number(0))); }},
+    {"Names", [](ITable& t, Step& s) { s.answer = NamesOf(t); }},
+    {"Types", [](ITable& t, Step& s) { s.answer = ShowColumns(t); }},
+    {"Rename", [](ITable& t, Step& s) { t.GetColumn(s.Number(0))->SetName(s.Name(1)); }},
+    {"Fill", [](ITable& t, Step& s) { t.GetColumn(s.Number(0))->Fill(s.Value(1)); }},
+    {"SetType", [](ITable& t, Step& s) { t.GetColumn(0)->SetType(ValueType(s.Number(0))); }},
     {"ColumnFindRow",
-     [](ITable& t, Args& a) { a.answer = FirstOf(t.GetColumn(a.Number(0))->FindRow(a.Value(1))); }},
+     [](ITable& t, Step& s) { s.answer = FirstOf(t.GetColumn(s.Number(0))->FindRow(s.Value(1))); }},
     {"GetCellAt",
-     [](ITable& t, Args& a) { a.answer = Core::ToText(*t.GetCellAt(a.Number(0), a.Number(1))); }},
-    {"SetCell", [](ITable& t, Args& a) { t.SetCell(a.Number(0), a.Number(1), a.Value(2)); }},
+     [](ITable& t, Step& s) { s.answer = Core::ToText(*t.GetCellAt(s.Number(0), s.Number(1))); }},
+    {"SetCell", [](ITable& t, Step& s) { t.SetCell(s.Number(0), s.Number(1), s.Value(2)); }},
     {"SetCellByName",
-     [](ITable& t, Args& a) { t.SetCellByName(a.Number(0), a.Name(1), a.Value(2)); }},
-    {"GetCell", [](ITable& t, Args& a) { t.GetCell(a.Number(0), a.Number(1), a.Out(2)); }},
+     [](ITable& t, Step& s) { t.SetCellByName(s.Number(0), s.Name(1), s.Value(2)); }},
+    {"GetCell", [](ITable& t, Step& s) { t.GetCell(s.Number(0), s.Number(1), s.Out(2)); }},
     {"GetCellByName",
-     [](ITable& t, Args& a) { t.GetCellByName(a.Number(0), a.Name(1), a.Out(2)); }},
-    {"AddRow", [](ITable& t, Args& a) { t.AddRow(a.cells.data(), a.cells.size()); }},
-    {"AddNoValues", [](ITable& t, Args&) { t.AddRow(nullptr, 1); }},
-    {"InsertRow",
-     [](ITable& t, Args& a) { t.InsertRow(a.Number(1), a.cells.data(), a.cells.size()); }},
-    {"GetRow", [](ITable& t, Args& a) { a.answer = FirstOf(t.GetRow(a.Number(0))); }},
+     [](ITable& t, Step& s) { t.GetCellByName(s.Number(0), s.Name(1), s.Out(2)); }},
+    {"AddRow", [](ITable& t, Step& s) { t.AddRow(s.First(), s.cells.size()); }},
+    {"InsertRow", [](ITable& t, Step& s) { t.InsertRow(s.Number(1), s.First(), s.cells.size()); }},
+    {"GetRow", [](ITable& t, Step& s) { s.answer = FirstOf(t.GetRow(s.Number(0))); }},
     {"AddRowCopy",
-     [](ITable& t, Args& a) {
-       t.AddRowCopy(a.words[0] == "null" ? nullptr : t.GetRow(a.Number(0)));
+     [](ITable& t, Step& s) {
+       t.AddRowCopy(s.words[0] == "null" ? nullptr : t.GetRow(s.Number(0)));
      }},
     {"InsertRowCopy",
-     [](ITable& t, Args& a) { t.InsertRowCopy(a.Number(0), t.GetRow(a.Number(1))); }},
-    {"AddRowFromNull", [](ITable& t, Args&) { t.AddRowFromDictionary(nullptr); }},
-    {"RemoveRow", [](ITable& t, Args& a) { t.RemoveRow(a.Number(0)); }},
-    {"RemoveRows", [](ITable& t, Args& a) { t.RemoveRows(a.Number(0), a.Number(1)); }},
-    {"ClearRows", [](ITable& t, Args&) { t.ClearRows(); }},
+     [](ITable& t, Step& s) { t.InsertRowCopy(s.Number(0), t.GetRow(s.Number(1))); }},
+    {"AddRowFromNull", [](ITable& t, Step&) { t.AddRowFromDictionary(nullptr); }},
+    {"RemoveRow", [](ITable& t, Step& s) { t.RemoveRow(s.Number(0)); }},
+    {"RemoveRows", [](ITable& t, Step& s) { t.RemoveRows(s.Number(0), s.Number(1)); }},
+    {"ClearRows", [](ITable& t, Step&) { t.ClearRows(); }},
     {"BuildIndex",
-     [](ITable& t, Args& a) {
-       a.Check([&](auto e) { return t.BuildIndex(0, t.GetColumn(a.Number(0)), e); });
+     [](ITable& t, Step& s) {
+       s.Check(
+           [&](auto e) { return t.BuildIndex(s.words.size() > 1, t.GetColumn(s.Number(0)), e); });
      }},
-    {"BuildSparseIndex",
-     [](ITable& t, Args& a) {
-       a.Check([&](auto e) { return t.BuildIndex(1, t.GetColumn(a.Number(0)), e); });
+    {"ClearIndexes", [](ITable& t, Step&) { t.ClearIndexes(); }},
+    {"FindRow", [](ITable& t, Step& s) { s.answer = FirstOf(t.FindRow(s.Value(0))); }},
+    {"IndexName", [](ITable& t, Step& s) { s.answer = t.GetHeader()->GetIndexName(); }},
+    {"FindRows",
+     [](ITable& t, Step& s) {
+       Ptr<IObjectList> rows;
+       s.Check([&](auto e) { return t.FindRows(s.Name(0), s.Value(1), rows.Receive(), e); });
+       if (rows && !s.isRunOnce) s.answer = FirstOf(*rows);
      }},
-    {"ClearIndexes", [](ITable& t, Args&) { t.ClearIndexes(); }},
-    {"FindRow", [](ITable& t, Args& a) { a.answer = FirstOf(t.FindRow(a.Value(0))); }},
-    {"IndexName", [](ITable& t, Args& a) { a.answer = t.GetHeader()->GetIndexName(); }},
-    {"FindRows", [](ITable& t, Args& a) { a.answer = FoundRows(t, a); }},
-    {"row.GetCell", [](ITable& t, Args& a) { t.GetRow(0)->GetCell(a.Number(0), a.Out(1)); }},
+    {"GetRows",
+     [](ITable& t, Step& s) {
+       Ptr<IObjectList> rows;
+       s.Check([&](auto e) { return t.GetRows(rows.Receive(), e); });
+       s.answer = FirstOf(*rows);
+     }},
+    {"row.GetCell", [](ITable& t, Step& s) { t.GetRow(0)->GetCell(s.Number(0), s.Out(1)); }},
     {"row.TryGetCell",
-     [](ITable& t, Args& a) {
-       a.Check([&](auto e) { return t.GetRow(0)->TryGetCell(a.Number(0), a.Out(1), e); });
+     [](ITable& t, Step& s) {
+       s.Check([&](auto e) { return t.GetRow(0)->TryGetCell(s.Number(0), s.Out(1), e); });
      }},
     {"row.GetCellByName",
-     [](ITable& t, Args& a) { t.GetRow(0)->GetCellByName(a.Name(0), a.Out(1)); }},
+     [](ITable& t, Step& s) { t.GetRow(0)->GetCellByName(s.Name(0), s.Out(1)); }},
     {"row.TryGetCellByName",
-     [](ITable& t, Args& a) {
-       a.Check([&](auto e) { return t.GetRow(0)->TryGetCellByName(a.Name(0), a.Out(1), e); });
+     [](ITable& t, Step& s) {
+       s.Check([&](auto e) { return t.GetRow(0)->TryGetCellByName(s.Name(0), s.Out(1), e); });
      }},
-    {"row.SetCell", [](ITable& t, Args& a) { t.GetRow(0)->SetCell(a.Number(0), a.Value(1)); }},
+    {"row.GetCellOfColumn",
+     [](ITable& t, Step& s) { t.GetRow(0)->GetCellOfColumn(t.GetColumn(s.Number(0)), s.Out(1)); }},
+    {"row.GetCellText",
+     [](ITable& t, Step& s) {
+       Ptr<IString> text;
+       t.GetRow(0)->GetCellText(s.Number(0), text.Receive());
+       s.answer = text->GetUtf8();
+     }},
+    {"row.GetValue",
+     [](ITable& t, Step& s) {
+       Ptr<IValue> value;
+       t.GetRow(0)->GetValue(s.Number(0), value.Receive());
+       value->GetValue(s.Out(1));
+     }},
+    {"row.SetCellOfColumn",
+     [](ITable& t, Step& s) {
+       t.GetRow(0)->SetCellOfColumn(t.GetColumn(s.Number(0)), s.Value(1));
+     }},
+    {"row.SetCell", [](ITable& t, Step& s) { t.GetRow(0)->SetCell(s.Number(0), s.Value(1)); }},
     {"row.SetCellByName",
-     [](ITable& t, Args& a) { t.GetRow(0)->SetCellByName(a.Name(0), a.Value(1)); }},
+     [](ITable& t, Step& s) { t.GetRow(0)->SetCellByName(s.Name(0), s.Value(1)); }},
     {"row.TrySetCellByName",
-     [](ITable& t, Args& a) {
-       a.Check([&](auto e) { return t.GetRow(0)->TrySetCellByName(a.Name(0), a.Value(1), e); });
+     [](ITable& t, Step& s) {
+       s.Check([&](auto e) { return t.GetRow(0)->TrySetCellByName(s.Name(0), s.Value(1), e); });
      }},
-    {"row.SetCells",
-     [](ITable& t, Args& a) { t.GetRow(0)->SetCells(a.cells.data(), a.cells.size()); }},
-    {"row.SetNoCells", [](ITable& t, Args&) { t.GetRow(0)->SetCells(nullptr, 1); }},
+    {"row.SetCells", [](ITable& t, Step& s) { t.GetRow(0)->SetCells(s.First(), s.cells.size()); }},
     {"row.GetColumn",
-     [](ITable& t, Args& a) { a.answer = t.GetRow(0)->GetColumn(a.Number(0))->GetName(); }},
+     [](ITable& t, Step& s) { s.answer = t.GetRow(0)->GetColumn(s.Number(0))->GetName(); }},
     {"row.GetColumnByName",
-     [](ITable& t, Args& a) { a.answer = t.GetRow(0)->GetColumnByName(a.Name(0))->GetName(); }},
+     [](ITable& t, Step& s) { s.answer = t.GetRow(0)->GetColumnByName(s.Name(0))->GetName(); }},
     {"row.IsModified",
-     [](ITable& t, Args& a) { a.answer = std::to_string(t.GetRow(0)->IsModified()); }},
+     [](ITable& t, Step& s) { s.answer = std::to_string(t.GetRow(0)->IsModified()); }},
+    {"column.GetValues",
+     [](ITable& t, Step& s) {
+       Ptr<IVariantList> values;
+       t.GetColumn(0)->GetValues(values.Receive());
+       for (std::uint64_t i = 0; values->GetAt(i, &s.out); ++i)
+         s.answer += (i == 0 ? "" : " ") + Core::ToText(s.out);
+     }},
     {"column.GetValue",
-     [](ITable& t, Args& a) {
-       a.Check([&](auto e) { return t.GetColumn(0)->GetValue(a.Number(0), a.Out(1), e); });
+     [](ITable& t, Step& s) {
+       s.Check([&](auto e) { return t.GetColumn(0)->GetValue(s.Number(0), s.Out(1), e); });
      }},
 };
 
-/// Runs operations separated by ";".
-/// @return their failures and answers separated by " ~ "; without any, the rows
-std::string AnswersOf(ITable& table, std::string_view script) {
-  std::string answers;
+/// Operations separated by ";".
+inline std::vector<Step> StepsOf(std::string_view script) {
+  std::vector<Step> steps;
   std::istringstream operations{std::string(script)};
-  for (std::string text; std::getline(operations, text, ';');) {
-    std::istringstream words(text);
-    std::string name;
-    words >> name;
-    Args args(words);
-    const auto before = RowsOf(table) + NamesOf(table);
-    const auto thrown = ThrownBy([&] { kOperations.at(name)(table, args); });
-    EXPECT_TRUE(thrown.empty() || RowsOf(table) + NamesOf(table) == before) << text;
-    if (thrown.empty() && args.answer.empty()) continue;
-    answers.append(answers.empty() ? "" : " ~ ").append(thrown.empty() ? args.answer : thrown);
-  }
-  return answers.empty() ? RowsOf(table) : answers;
+  for (std::string text; std::getline(operations, text, ';');) steps.emplace_back(text);
+  return steps;
 }
 
-}  // namespace
-
-TEST(TableCases, OperationsAnswerFailOrChangeTheRows) {
-  for (const char* section : {"rows", "columns", "failures", "row failures", "index"}) {
-    for (const Case& c : Cases("Tables.txt", section)) {
-      const auto table = TableOf(c[0]);
-      table->GetHeader()->SetName("T");
-      EXPECT_EQ(AnswersOf(*table, c[1]), c[2]) << c.where << ": " << c[3];
-    }
+/// Runs a script.
+/// @return the failures and answers of its operations, separated by " ~ "; without any, the rows
+inline std::string AnswersOf(ITable& table, std::string_view script) {
+  std::string answers;
+  for (Step& step : StepsOf(script)) {
+    if (table.GetRowCount() > 0) step.firstCell = table.GetCellAt(0, 0);
+    const auto before = TextOf(table) + NamesOf(table);
+    const auto thrown = ThrownBy([&] { kOperations.at(step.name)(table, step); });
+    EXPECT_TRUE(thrown.empty() || TextOf(table) + NamesOf(table) == before) << step.name;
+    const std::string answer = thrown.empty() ? step.Answer() : thrown;
+    if (!answer.empty()) answers.append(answers.empty() ? "" : " ~ ").append(answer);
   }
-}
-
-TEST(TableCases, MergesJoinRowsOfEqualKeys) {
-  for (const Case& c : Cases("Tables.txt", "merge")) {
-    const auto left = TableOf(c[0]), right = TableOf(c[1]);
-    left->GetHeader()->SetName("cities");
-    right->GetHeader()->SetName("countries");
-    std::istringstream words{std::string(c[2])};
-    int mode = 0;
-    std::string leftKey, rightKey;
-    words >> mode >> leftKey >> rightKey;
-    Ptr<ITable> merged;
-    const std::string failure = Failure([&](auto e) {
-      const char* const names[] = {leftKey.c_str(), rightKey.c_str()};
-      return left->MergeOn(right.Get(), names[0], names[1], MergeMode{mode}, merged.Receive(), e);
-    });
-    ASSERT_EQ(failure, merged ? "" : c[3]) << c.where << ": " << c[4];
-    if (!merged) continue;
-    EXPECT_EQ(NamesOf(*merged) + "; " + RowsOf(*merged), c[3]) << c.where << ": " << c[4];
-    EXPECT_STREQ(merged->GetHeader()->GetName(), "cities_countries_merged");
-  }
+  return answers.empty() ? TextOf(table) : answers;
 }
 
 }  // namespace Data::tests

@@ -30,11 +30,21 @@ inline std::string NamesOf(Interfaces::ITable& table) {
   return names;
 }
 
-/// The display texts of a row's cells, separated by bars.
+/// The types of the columns, with "?" for one that has seen Null.
+inline std::string ShowColumns(Interfaces::ITable& table) {
+  std::string text;
+  for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
+    text.append(i == 0 ? "" : " ").append(Core::GetValueTypeName(table.GetColumn(i)->GetType()));
+    if (table.GetColumn(i)->HasSeenNull()) text += '?';
+  }
+  return text;
+}
+
+/// The display texts of a row's cells, separated by commas.
 inline std::string TextOf(Interfaces::IRow& row) {
   std::string text;
   for (std::int32_t i = 0; i < row.GetCellCount(); ++i)
-    text.append(i == 0 ? "" : "|").append(Core::ToText(*row.GetCellAt(i)));
+    text.append(i == 0 ? "" : ",").append(Core::ToText(*row.GetCellAt(i)));
   return text;
 }
 

@@ -42,7 +42,7 @@ TEST(Encoding, ConvertsLongInputsAsTheirGroups) {
   std::mt19937 random(20240611);
   for (const auto& [create, field] : kEncodings) {
     const auto encoding = New(create);
-    for (std::size_t size = 0; size < 20'000; size += size < 200 ? 1 : 9'901) {
+    for (std::size_t size = 0; size < 20'000; size += size < 200 ? 1u : 9'901u) {
       std::string bytes(size, '\0'), text;
       for (char& byte : bytes) byte = static_cast<char>(random());
       for (std::size_t i = 0; i < size; i += 3) text += Encode(*encoding, bytes.substr(i, 3));

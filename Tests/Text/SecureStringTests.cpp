@@ -1,6 +1,5 @@
 #include <numeric>
 
-#include "CallersText.h"
 #include "Text/TextSupport.h"
 
 namespace Data::tests {
