@@ -6,7 +6,7 @@ using Structures::MergeMode;
 
 namespace {
 
-/// A table whose cells are texts of a program's own, and what else operations take.
+/// A table whose cells are texts of the caller's own, and what else operations take.
 struct Scene {
   Scene() {
     const Variant key("key"), value = ValueOf("~new");

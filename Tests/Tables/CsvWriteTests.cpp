@@ -44,7 +44,7 @@ TEST(CsvWrite, WritesOtherCellsAsTheirDisplayText) {
       {"a null reference", NullReference(ValueType::DateTime), ""},
       {"a document is quoted as a text", JsonVariant("{\"a\":1}"), "\"{\"\"a\"\":1}\""},
       {"of either kind", xml, "\"<a b=\"\"c\"\"/>\""},
-      {"an object of a program's own without a text", Core::MakePtr<CallersText>(nullptr), "\"\""},
+      {"an object of the caller's own without a text", Core::MakePtr<CallersText>(nullptr), "\"\""},
   };
   for (const auto& c : cases)
     EXPECT_EQ(Write(MakeTable({"a", "b"}, {{c.cell, 1}}), ",", true),

@@ -9,11 +9,11 @@
 /// Tables and operations on them as text: what Tests/Data/Tables.txt consists of.
 namespace Data::tests {
 
-/// Called whenever the library uses a text of a program's own.
+/// Called whenever the library uses a text of the caller's own.
 inline const auto kOnUse = std::make_shared<std::function<void()>>([] {});
 
 /// A value as text: a number, "1L" an Int64, "Null", a record by name, "~a" a text object of a
-/// program's own, anything else itself.
+/// caller's own, anything else itself.
 inline Variant ValueOf(const std::string& text) {
   if (text.starts_with('~')) {
     auto own = Core::MakePtr<CallersText>(text.c_str() + 1);

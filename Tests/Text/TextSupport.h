@@ -29,7 +29,7 @@ inline Ptr<IString> PlainText(ISecureString& secret) {
   return text;
 }
 
-/// An array of a program's own, which may answer null for its bytes.
+/// An array of the caller's own, which may answer null for its bytes.
 class CallersArray final : public CallersOwn<IArray> {
  public:
   /// @param bytes  three, or null
