@@ -1,7 +1,6 @@
 #include "Prelude.h"
 
 #include "CallersText.h"
-
 #include "Records.h"
 
 namespace Data::tests {
