@@ -105,6 +105,7 @@ TEST(VariantConversion, DisplayTextOfContainersAndErrors) {
   EXPECT_EQ(Outcome([&] { return ToText(Variant(list)); }),
             "Null pointer exception! Interface is not accessible: struct Core::IObject");
   EXPECT_EQ(ToText(Variant(SomeError())), MessageOf(SomeError()));
+  EXPECT_EQ(ReferencesTo(SomeError()), 1u);
 }
 
 TEST(VariantConversion, NullTextsOfCallersObjectsAreEmpty) {
