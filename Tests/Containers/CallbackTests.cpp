@@ -1,5 +1,3 @@
-#include "Prelude.h"
-
 #include "CallersText.h"
 
 /// Operations whose values, keys and destinations call the container back.

@@ -1,5 +1,3 @@
-#include "Prelude.h"
-
 #include "CallersText.h"
 
 namespace Data::tests {

@@ -1,13 +1,9 @@
-#include "Prelude.h"
-
 #include "CallersText.h"
 #include "Records.h"
 
 namespace Data::tests {
 
 namespace {
-
-constexpr const char* kValueTypes = "Types of Value and Constraints don't match!";
 
 std::string EnumFailure(const Ptr<IObjectList>& options) {
   Ptr<IEnum> out;
@@ -90,7 +86,7 @@ TEST(ConstrainedValue, MovesTheValueIntoTheRange) {
     EXPECT_EQ(Constrain(&value, &min, &max), c[3]) << c.where;
   }
   const Variant one(1), five(5);
-  EXPECT_EQ(Constrain(nullptr, &one, &five), kValueTypes) << "null is Null";
+  EXPECT_EQ(Constrain(nullptr, &one, &five), "Types of Value and Constraints don't match!");
 }
 
 TEST(AllowedValue, KeepsWhatItWasGiven) {
