@@ -93,7 +93,13 @@ bool SchemaImpl::AddAllowedValue(const char* name, IAllowedValue* value, IErrorC
     const Ptr<ISchema> self(this);
     Ptr<IAllowedValue> added(value);
     Edit(name, [&](Column& column) {
-      column.Edit<attributes::AllowedValues>().push_back(std::move(added));
+      if (column.Find<attributes::AllowedValues>()) {
+        column.Edit<attributes::AllowedValues>().push_back(std::move(added));
+      } else {  // memory for the first value comes before the column has a list
+        attributes::AllowedValueList first(1);
+        first[0] = std::move(added);
+        column.Set<attributes::AllowedValues>(std::move(first));
+      }
     });
   });
 }

@@ -102,7 +102,7 @@ std::string Of(ISchema& schema) {
   Ptr<IJsonDocument> document;
   Ptr<IErrorCode> error;
   schema.ToJson(document.Receive(), 0, 0, error.Receive());
-  return All(document.Get(), error.Get());
+  return All(document.Get(), error.Get(), schema.HasAllowedValues("new"));
 }
 template <class Document>
 requires requires(Document& document) { document.IsValid(); }

@@ -152,6 +152,12 @@ Ptr<ISchema> Schema() {
   EXPECT_TRUE(schema->SetAllowedValues(kName, AllowedValues().Get(), nullptr));
   return schema;
 }
+/// With a column that has a unit only.
+Ptr<ISchema> UnitSchema() {
+  auto schema = EmptySchema();
+  EXPECT_TRUE(schema->SetUnit("new", kText, nullptr));
+  return schema;
+}
 Ptr<IJsonDocument> SchemaDocument() {
   Ptr<IJsonDocument> document;
   EXPECT_TRUE(Schema()->ToJson(document.Receive(), ' ', 2, nullptr));
@@ -267,6 +273,7 @@ std::vector<Operation> Operations() {
       {"ISchema_GetColumnNames", [](Call& c, ISchema* s) { return s->GetColumnNames(c, c); }, Schema},
       {"ISchema_AddAllowedValue", [](Call& c, ISchema* s, IAllowedValue* v) { return s->AddAllowedValue(kName, v, c); }, Schema, Allowed},
       {"ISchema_AddAllowedValue_Empty", [](Call& c, ISchema* s, IAllowedValue* v) { return s->AddAllowedValue("new", v, c); }, EmptySchema, Allowed},
+      {"ISchema_AddAllowedValue_First", [](Call& c, ISchema* s, IAllowedValue* v) { return s->AddAllowedValue("new", v, c); }, UnitSchema, Allowed},
       {"ISchema_AddAllowedValue_New", [](Call& c, ISchema* s, IAllowedValue* v) { return s->AddAllowedValue(kJson, v, c); }, Schema, Allowed},
       {"ISchema_SetAllowedValues", [](Call& c, ISchema* s, IObjectList* l) { return s->SetAllowedValues(kName, l, c); }, Schema, AllowedValues},
       {"ISchema_GetAllowedValues", [](Call& c, ISchema* s) { return s->GetAllowedValues(kName, c, c); }, Schema},
