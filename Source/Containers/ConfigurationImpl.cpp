@@ -6,7 +6,7 @@ using Structures::_VARIANT;
 
 void ConfigurationImpl::ReleaseItems(Teardown& teardown) {
   if (!mayHoldObjects_) return;
-  entries_.ForEachValue([&](Core::Variant& value) { teardown.Release(value); });
+  for (std::uint64_t i = 0; i < entries_.Count(); ++i) teardown.Release(entries_.ValueAt(i));
 }
 
 Core::Variant* ConfigurationImpl::Find(const char* name) {

@@ -32,13 +32,8 @@ class NameMap {
 
   std::uint64_t Count() const { return entries_.size(); }
   const char* NameAt(std::uint64_t index) const { return order_[index]->first.c_str(); }
+  Value& ValueAt(std::uint64_t index) { return order_[index]->second; }
   const Value& ValueAt(std::uint64_t index) const { return order_[index]->second; }
-
-  /// Calls `use` with each value.
-  template <class Use>
-  void ForEachValue(const Use& use) {
-    for (auto& [name, value] : entries_) use(value);
-  }
 
  private:
   struct Hash {
@@ -50,7 +45,7 @@ class NameMap {
   using Entries = std::unordered_map<std::string, Value, Hash, std::equal_to<>>;
 
   Entries entries_;
-  std::vector<const typename Entries::value_type*> order_;
+  std::vector<typename Entries::value_type*> order_;
 };
 
 }  // namespace Data::impl

@@ -14,7 +14,8 @@ void ObjectListImpl::AddText(std::string_view text) {
 }
 
 void ObjectListImpl::ReleaseItems(Teardown& teardown) {
-  for (auto& object : objects_) teardown.Release(object);
+  auto objects = std::exchange(objects_, {});
+  for (auto& object : objects) teardown.Release(object);
 }
 
 Core::IObject* ObjectListImpl::GetAt(std::uint64_t index) {

@@ -82,10 +82,11 @@ void PropertiesImpl::CheckIsNew(const char* name) {
 }
 
 void PropertiesImpl::ReleaseItems(Teardown& teardown) {
-  properties_.ForEachValue([&](Property& property) {
+  for (std::uint64_t i = 0; i < properties_.Count(); ++i) {
+    Property& property = properties_.ValueAt(i);
     teardown.Release(property.defaultValue);
     teardown.Release(property.value);
-  });
+  }
 }
 
 bool PropertiesImpl::Register(const char* name, ValueType type, bool isRequired,

@@ -10,6 +10,9 @@
 #include "Containers/VariantDictionaryImpl.h"
 #include "Containers/VariantListImpl.h"
 #include "Containers/VariantPairListImpl.h"
+#include "Tables/RowImpl.h"
+#include "Tables/TableImpl.h"
+#include "Tables/ValueImpl.h"
 
 namespace Data::impl {
 
@@ -30,9 +33,9 @@ struct ClassList {
   }
 };
 
-using Containers =
-    ClassList<ObjectListImpl, VariantListImpl, VariantDictionaryImpl, VariantPairListImpl,
-              ConfigurationImpl, PropertiesImpl, ConstrainedValueImpl, AllowedValueImpl>;
+using Containers = ClassList<ObjectListImpl, VariantListImpl, VariantDictionaryImpl,
+                             VariantPairListImpl, ConfigurationImpl, PropertiesImpl,
+                             ConstrainedValueImpl, AllowedValueImpl, TableImpl, RowImpl, ValueImpl>;
 
 }  // namespace
 
@@ -41,7 +44,9 @@ void Teardown::Release(IObject* object) {
     if (!container.DropReference()) return;
     container.nextInTeardown_ = std::exchange(next_, object);
   });
-  if (!isContainer) object->Release();
+  if (isContainer) return;
+  hasCalledOut_ = true;
+  object->Release();
 }
 
 void Teardown::End(IObject& container) noexcept {
@@ -50,7 +55,13 @@ void Teardown::End(IObject& container) noexcept {
   while (teardown.next_) {
     Containers::VisitAsItsClass(*teardown.next_, [&](auto& ending) {
       teardown.next_ = ending.nextInTeardown_;
-      ending.ReleaseItems(teardown);
+      // An item of the program's own may use the container while it is released, and even add
+      // items. The reference keeps such a use from ending the container a second time.
+      ending.AddReference();
+      do {
+        teardown.hasCalledOut_ = false;
+        ending.ReleaseItems(teardown);
+      } while (teardown.hasCalledOut_);
       delete &ending;
     });
   }

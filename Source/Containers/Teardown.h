@@ -14,6 +14,7 @@ namespace Data::impl {
 /// and loses its last reference too, joins a list that is linked through the containers themselves,
 /// so nothing is allocated; any other item is released as usual. The teardown frees the containers
 /// on the list until it is empty.
+/// Tables, rows and single values take part, because their cells may hold containers.
 class Teardown {
  public:
   /// Destroys a container that has no references left. Its class must be listed in Teardown.cpp.
@@ -31,10 +32,12 @@ class Teardown {
   void Release(Core::IObject* object);
 
   Core::IObject* next_ = nullptr;  ///< the first container to be freed
+  bool hasCalledOut_ = false;      ///< whether an item that is no container was released
 };
 
-/// `ObjectBase` for classes whose objects may hold each other. Each has an operation `void
-/// ReleaseItems(Teardown&)` that hands over every reference it holds.
+/// `ObjectBase` for classes whose objects may hold each other. Each has an operation
+/// `void ReleaseItems(Teardown&)` that hands over every reference it holds, and takes each out of
+/// the container before it is released.
 template <class Interface>
 class ContainerBase : public Core::ObjectBase<Interface> {
  public:

@@ -10,7 +10,8 @@ namespace Data::impl {
 using Structures::_VARIANT;
 
 void VariantDictionaryImpl::ReleaseItems(Teardown& teardown) {
-  for (auto& entry : map_.Entries()) {
+  auto entries = map_.TakeEntries();
+  for (auto& entry : entries) {
     teardown.Release(entry.key);
     teardown.Release(entry.value);
   }

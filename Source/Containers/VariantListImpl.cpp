@@ -7,7 +7,8 @@ namespace Data::impl {
 VariantListImpl::VariantListImpl(std::vector<Core::Variant> items) : items_(std::move(items)) {}
 
 void VariantListImpl::ReleaseItems(Teardown& teardown) {
-  for (Core::Variant& item : items_) teardown.Release(item);
+  auto items = std::exchange(items_, {});
+  for (Core::Variant& item : items) teardown.Release(item);
 }
 
 bool VariantListImpl::GetAt(std::uint64_t index, Structures::_VARIANT* destination) {

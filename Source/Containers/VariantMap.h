@@ -41,7 +41,9 @@ class VariantMap {
   /// Replaces the value of an equal key, or adds an entry.
   /// @throws as `Contains`; the map is then as before
   void Set(const Structures::_VARIANT& key, Core::Variant value);
-  void Clear();
+  void Clear() { TakeEntries(); }
+  /// Empties the map.
+  std::vector<Entry> TakeEntries();
 
   std::vector<Entry>& Entries() { return entries_; }
 
@@ -99,11 +101,11 @@ void VariantMap::Put(Key&& key, Core::Variant& value) {
   if (hasSlot) Occupy({hash, entries_.size()});
 }
 
-inline void VariantMap::Clear() {
-  const auto released = std::exchange(entries_, {});
+inline std::vector<VariantMap::Entry> VariantMap::TakeEntries() {
   slots_ = std::vector<Slot>();
   occupied_ = 0;
   ++clears_;
+  return std::exchange(entries_, {});
 }
 
 /// The slot of a hash: the upper bits of a product, because similar keys share lower bits.

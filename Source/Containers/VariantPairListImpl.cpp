@@ -10,7 +10,8 @@ namespace Data::impl {
 using Structures::_VARIANT;
 
 void VariantPairListImpl::ReleaseItems(Teardown& teardown) {
-  for (Pair& pair : pairs_) {
+  auto pairs = std::exchange(pairs_, {});
+  for (Pair& pair : pairs) {
     teardown.Release(pair.key);
     teardown.Release(pair.value);
   }

@@ -50,6 +50,33 @@ RowImpl::~RowImpl() {
   FreeCells();
 }
 
+void RowImpl::Destroy() {
+  if (!CallsBack()) {
+    delete this;
+    return;
+  }
+  nextInTeardown_ = nullptr;
+  Teardown::End(*this);
+}
+
+void RowImpl::ReleaseItems(Teardown& teardown) {
+  LeaveTable();
+  for (std::size_t i = 0; i < cellCount_; ++i) {
+    auto cell = Core::Variant::Adopt(std::exchange(cells_[i], Core::MakeNull()));
+    teardown.Release(cell);
+  }
+}
+
+bool RowImpl::ReleaseQuietly() {
+  if (!DropReference()) return true;
+  if (CallsBack()) {
+    AddReference();
+    return false;
+  }
+  delete this;
+  return true;
+}
+
 void RowImpl::FreeCells() {
   if (cells_ != TrailingBlock()) ::operator delete(cells_);
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <new>
 
+#include "Containers/Teardown.h"
 #include "Core/ObjectBase.h"
 #include "Core/ObjectPool.h"
 #include "Core/Ptr.h"
@@ -25,6 +26,7 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   static Core::Ptr<RowImpl> Make(TableImpl* table, std::size_t cellCount,
                                  Core::ObjectPool* pool = nullptr);
   ~RowImpl() override;
+  void Destroy() override;
 
   bool GetCellByName(const char* name, _VARIANT* out) override;
   bool TryGetCellByName(const char* name, _VARIANT* out, Core::IErrorCode** error) override;
@@ -66,6 +68,12 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   void Write(ColumnImpl& column, const _VARIANT& value);
   /// Whether releasing the cells may run the caller's code.
   bool CallsBack() const { return AnyCallsBack(cells_, cellCount_); }
+  /// Gives up the cells of a row that ends.
+  void ReleaseItems(Teardown& teardown);
+  /// Gives back the reference of a table that the row has left, unless the row then ends and
+  /// releases cells that call back: that is left to the caller.
+  /// @return whether the reference was given back
+  bool ReleaseQuietly();
 
   /// Makes room for one more cell, so that inserting it cannot fail.
   void ReserveCell();
@@ -84,6 +92,8 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   }
 
  private:
+  friend Teardown;
+
   struct TrailingCells {
     std::size_t count;
     Core::ObjectPool* pool;
@@ -105,7 +115,10 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
 
   // The index fills the padding that the base leaves before the next pointer.
   std::int32_t index_ = -1;
-  TableImpl* table_;
+  union {
+    TableImpl* table_;
+    Core::IObject* nextInTeardown_;  // of a row that ends
+  };
   _VARIANT* cells_;
   std::uint32_t cellCount_;
   std::uint8_t modified_ = 0;

@@ -26,11 +26,6 @@ using Structures::MergeMode;
 TableImpl::TableImpl() : header_(Core::MakePtr<TableHeaderImpl>()) {}
 
 TableImpl::~TableImpl() {
-  // An object in a cell may use the table while it is released, and even add rows. The extra
-  // reference keeps such a use from destroying the table a second time.
-  AddReference();
-  do ClearRows();
-  while (!rows_.empty());
   for (const auto& column : header_->Columns()) column->LeaveTable();
 }
 
@@ -245,15 +240,26 @@ void TableImpl::RemoveRows(std::int64_t first, std::int64_t count) {
   Renumber(static_cast<std::size_t>(first));
 }
 
-void TableImpl::ClearRows() {
+void TableImpl::ClearRows() { const auto releasedLast = TakeRows(); }
+
+/// Empties the table. Rows that cannot call back are freed at once, so that freeing millions of
+/// rows touches each only once.
+/// @return the rows still to be released, and null for all others
+std::vector<Ptr<RowImpl>> TableImpl::TakeRows() {
   ClearIndexes();
   auto removed = std::exchange(rows_, {});
-  // Rows that cannot call back are freed at once, so that freeing millions of rows touches each
-  // only once. The others are freed last.
   for (auto& row : removed) {
     row->LeaveTable();
-    if (!row->CallsBack()) row.Reset();
+    RowImpl* const left = row.Detach();
+    if (!left->ReleaseQuietly()) row = Ptr<RowImpl>::Adopt(left);
   }
+  return removed;
+}
+
+void TableImpl::ReleaseItems(Teardown& teardown) {
+  // At once and not when the rows end: their cells may use the table.
+  for (const auto& row : TakeRows())
+    if (row) row->ReleaseItems(teardown);
 }
 
 bool TableImpl::GetRows(IObjectList** out, Core::IErrorCode** error) {
@@ -317,8 +323,9 @@ namespace {
 class HeldColumn {
  public:
   HeldColumn(TableImpl& table, ColumnImpl& column) : table_(&table), column_(&column) {
-    cells_.reserve(table.RowCount());
-    for (std::size_t i = 0; i < table.RowCount(); ++i) {
+    const std::size_t rowCount = table.RowCount();
+    cells_.reserve(rowCount);
+    for (std::size_t i = 0; i < rowCount && i < table.RowCount(); ++i) {
       const Ptr<RowImpl> row = table.Rows()[i];
       cells_.emplace_back(row, Core::Variant(row->Cell(column)));
     }
@@ -427,7 +434,8 @@ void TableImpl::ForEachMatch(ColumnImpl& column, const _VARIANT& key, Visit&& vi
   const Ptr<ColumnImpl> heldColumn(&column);
   const Core::Variant copy(key);
   const SearchKey searched(copy);
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
+  const std::size_t rowCount = rows_.size();  // the search ends though a comparison adds rows
+  for (std::size_t i = 0; i < rowCount && i < rows_.size(); ++i) {
     RowImpl& row = *rows_[i].Get();
     const _VARIANT& cell = row.Cell(column);
     const bool callsBack = searched.CallsBack() || CallsBack(cell);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "Containers/Teardown.h"
 #include "Core/Ptr.h"
 #include "Data/Interfaces/ITable.h"
 #include "Tables/RowImpl.h"
@@ -13,7 +14,7 @@
 
 namespace Data::impl {
 
-struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
+struct TableImpl final : ContainerBase<Interfaces::ITable> {
   using _VARIANT = Structures::_VARIANT;
 
   TableImpl();
@@ -70,6 +71,8 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
 
   // -- For the rest of the library --
 
+  void ReleaseItems(Teardown& teardown);
+
   TableHeaderImpl& Header() const { return *header_.Get(); }
   std::size_t ColumnCount() const { return header_->ColumnCount(); }
   /// The column at a position. Throws "Column index out of range ...".
@@ -122,6 +125,7 @@ struct TableImpl final : Core::ObjectBase<Interfaces::ITable> {
   RowImpl& InsertFrom(std::size_t index, Source& source);
   RowImpl& Insert(std::size_t index, Core::Ptr<RowImpl> row, std::uint64_t revision);
   void Renumber(std::size_t first);
+  std::vector<Core::Ptr<RowImpl>> TakeRows();
 
   std::optional<UniqueIndex::Slot> SlotInIndex(const RowImpl& row, const _VARIANT& value);
   void RemoveFromIndex(const RowImpl& row) noexcept;

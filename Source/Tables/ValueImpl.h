@@ -1,14 +1,16 @@
 #pragma once
 
-#include "Core/ObjectBase.h"
+#include "Containers/Teardown.h"
 #include "Core/Variant.h"
 #include "Data/Interfaces/IValue.h"
 
 namespace Data::impl {
 
 /// A copy of a cell as an object.
-struct ValueImpl final : Core::ObjectBase<Interfaces::IValue> {
+struct ValueImpl final : ContainerBase<Interfaces::IValue> {
   explicit ValueImpl(const Structures::_VARIANT& value) : value_(value) {}
+
+  void ReleaseItems(Teardown& teardown) { teardown.Release(value_); }
 
   bool GetValue(Structures::_VARIANT* out) override;
   void SetValue(const Structures::_VARIANT* value) override;

@@ -186,6 +186,60 @@ TEST(Callbacks, Enum) {
   });
 }
 
+/// What an item does to the container that releases it as it ends.
+TEST(Callbacks, EndingContainers) {
+  const auto text = Core::MakePtr<CallersText>("k");
+  const Variant held = Holding(text);
+  const auto end = [&](auto container, auto use) {
+    use(*container);
+    auto* const ending = container.Get();
+    bool isCalled = false;
+    text->onRelease = [&] {
+      if (std::exchange(isCalled, true)) return;
+      const decltype(container) again(ending);
+      for (int i = 0; i < 20; ++i) use(*ending);
+    };
+    container.Reset();
+    text->onRelease = [] {};
+    EXPECT_TRUE(isCalled);
+  };
+  const auto keyOf = [](std::uint64_t count) { return "key " + std::to_string(count); };
+  end(New(Data_CreateObjectList), [&](auto& list) { list.Add(text.Get()); });
+  end(New(Data_CreateVariantList), [&](auto& list) { list.Add(&held); });
+  end(New(Data_CreateVariantPairList), [&](auto& list) { list.Add(&held, &held, nullptr); });
+  end(New(Data_CreateVariantDictionary), [&](auto& dictionary) {
+    const Variant key(keyOf(dictionary.GetCount()));
+    dictionary.Set(&key, &held, nullptr);
+  });
+  end(New(Data_CreateConfiguration), [&](auto& configuration) {
+    configuration.Set("name", &held);
+    configuration.Set(keyOf(configuration.GetNameCount()).c_str(), &held);
+  });
+  end(New(Data_CreateProperties), [&](auto& bag) {
+    bag.Register(keyOf(bag.GetCount()).c_str(), ValueType::String, true, &held, nullptr);
+    bag.Set("key 0", &held, nullptr);
+  });
+  Ptr<IConstrainedValue> constrained;
+  ASSERT_TRUE(Data_CreateConstrainedValue(&held, &held, &held, constrained.Receive(), nullptr));
+  end(std::move(constrained), [&](auto& value) { value.SetConstraints(&held, &held, nullptr); });
+  Ptr<IAllowedValue> allowed;
+  ASSERT_TRUE(Data_CreateAllowedValue(&held, ComparisonOperator::None, "", "", "", "",
+                                      allowed.Receive(), nullptr));
+  end(std::move(allowed), [](auto& value) {
+    Variant copy;
+    value.GetValue(&copy);
+  });
+  const auto table = New(Data_CreateTable);
+  table->AddColumn("a");
+  Ptr<IRow> row(table->AddRow(&held, 1));
+  Ptr<IValue> cell;
+  ASSERT_TRUE(row->GetValue(0, cell.Receive()));
+  table->ClearRows();
+  end(std::move(row), [](auto& ending) { ending.GetCellCount(); });
+  end(std::move(cell), [&](auto& value) { value.SetValue(&held); });
+  EXPECT_EQ(ReferencesTo(text), 2u) << "here and in `held`";
+}
+
 /// The value lies in the range whenever it can be seen.
 TEST(Callbacks, ConstrainedValueChangesWithItsRange) {
   const auto text = Core::MakePtr<CallersText>("a");

@@ -19,6 +19,13 @@ Wrap In(Factory factory, Put put) {
   };
 }
 
+Ptr<ITable> TableOf(const Variant& cell) {
+  const auto table = New(Data_CreateTable);
+  table->AddColumn("name");
+  table->AddRow(&cell, 1);
+  return table;
+}
+
 const Variant kKey("key");
 const struct {
   const char* what;
@@ -51,6 +58,14 @@ const struct {
        Ptr<IAllowedValue> value;
        EXPECT_TRUE(Data_CreateAllowedValue(&v, ComparisonOperator::None, "", "", "", "",
                                            value.Receive(), nullptr));
+       return Variant(value);
+     }},
+    {"table", [](const Variant& v) { return Variant(TableOf(v)); }},
+    {"row", [](const Variant& v) { return Variant(Ptr<IRow>(TableOf(v)->GetRow(0))); }},
+    {"value",
+     [](const Variant& v) {
+       Ptr<IValue> value;
+       TableOf(v)->GetRow(0)->GetValue(0, value.Receive());
        return Variant(value);
      }},
 };
