@@ -40,8 +40,11 @@ bool ColumnImpl::GetValues(IVariantList** out) {
   const auto values = Core::MakePtr<VariantListImpl>();
   const Ptr<TableImpl> table(&Table());
   const Ptr<ColumnImpl> held(this);
-  // Copying a cell may change the table: each row is looked up by its position.
-  for (std::size_t i = 0; i < table->RowCount(); ++i) values->Add(&table->Rows()[i]->Cell(*this));
+  // Copying a cell may change the table: each row is looked up by its position, rows that are added
+  // meanwhile are left out.
+  const std::size_t rowCount = table->RowCount();
+  for (std::size_t i = 0; i < rowCount && i < table->RowCount(); ++i)
+    values->Add(&table->Rows()[i]->Cell(*this));
   *out = Ptr<IVariantList>(values).Detach();
   return true;
 }
@@ -78,8 +81,10 @@ void ColumnImpl::Fill(const _VARIANT* value) {
   const Ptr<TableImpl> table(&Table());
   const Ptr<ColumnImpl> held(this);
   const Core::Variant copy(*value);  // the value may be one of the cells
-  // A write may change the table: each row is looked up by its position.
-  for (std::size_t i = 0; IsOf(table.Get()) && i < table->RowCount(); ++i)
+  // A write may change the table: each row is looked up by its position, rows that are added
+  // meanwhile are left out.
+  const std::size_t rowCount = table->RowCount();
+  for (std::size_t i = 0; IsOf(table.Get()) && i < rowCount && i < table->RowCount(); ++i)
     table->Rows()[i]->Write(*this, copy);
 }
 

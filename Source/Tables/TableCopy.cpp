@@ -31,17 +31,20 @@ Ptr<TableImpl> CopyOf(ITable& table) {
   const Ptr<ITable> held(&table);
   const auto copy = Core::MakePtr<TableImpl>();
   copy->Header().SetName(Ptr<ITableHeader>(table.GetHeader())->GetName());
-  std::vector<std::pair<std::int32_t, std::size_t>> cells;  // from, to
+  std::vector<std::pair<Ptr<IColumn>, std::size_t>> cells;  // from, to
   for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
     const Ptr<IColumn> column(table.GetColumn(i));
     const std::int32_t to = AddColumnLike(*column, column->GetName(), *copy).Index();
-    cells.emplace_back(column->GetIndex(), static_cast<std::size_t>(to));
+    cells.emplace_back(column, static_cast<std::size_t>(to));
   }
-  for (std::int64_t i = 0; i < table.GetRowCount(); ++i) {
+  const std::int64_t rowCount = table.GetRowCount();
+  for (std::int64_t i = 0; i < rowCount && i < table.GetRowCount(); ++i) {
     const Ptr<IRow> row(table.GetRow(i));
     _VARIANT* const target = copy->AppendBlankRow().Cells();
+    // Copying a cell may change the table: each column is asked for its position.
     for (const auto& [from, to] : cells)
-      if (const _VARIANT* cell = row->GetCellAt(from)) Core::CopyVariant(cell, target + to);
+      if (const _VARIANT* cell = row->GetCellAt(from->GetIndex()))
+        Core::CopyVariant(cell, target + to);
   }
   return copy;
 }

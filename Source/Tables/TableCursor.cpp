@@ -12,14 +12,28 @@ TableCursor::TableCursor(ITable& table) : table_(&table) {
     IColumn* const column = Core::CheckInterface(table.GetColumn(i));
     columns_.push_back({column, column->GetIndex()});
   }
-  if (const std::int64_t rows = table.GetRowCount(); rows > 0) last_ = table.GetRow(rows - 1);
 }
 
 bool TableCursor::NextRow() {
-  if (next_ >= table_->GetRowCount() || (row_ && row_ == last_)) return false;
-  MoveTo(*Core::CheckInterface(table_->GetRow(next_)));
-  ++next_;
-  return true;
+  if (rows_.empty()) {
+    if (next_ >= table_->GetRowCount()) return false;
+    MoveTo(*Core::CheckInterface(table_->GetRow(next_++)));
+    return true;
+  }
+  while (next_ < static_cast<std::int64_t>(rows_.size())) {
+    IRow& row = *rows_[static_cast<std::size_t>(next_++)];
+    if (!row.GetTable()) continue;
+    MoveTo(row);
+    return true;
+  }
+  return false;
+}
+
+void TableCursor::HoldRows() {
+  const std::int64_t count = table_->GetRowCount();
+  rows_.reserve(static_cast<std::size_t>(count));
+  for (std::int64_t i = 0; i < count; ++i)
+    rows_.emplace_back(Core::CheckInterface(table_->GetRow(i)));
 }
 
 void TableCursor::MoveTo(IRow& row) {
@@ -33,6 +47,8 @@ void TableCursor::LocateCells() {
 }
 
 std::string TableCursor::TextOfOtherObject(const _VARIANT& cell) {
+  const bool goesThroughRows = next_ != 0;
+  if (goesThroughRows && rows_.empty()) HoldRows();
   std::string text;
   {
     const Core::Variant held(cell);
@@ -47,13 +63,10 @@ void TableCursor::LocateAgain() {
   if (isRemoved) {
     cells_ = nullptr;
     cellCount_ = 0;
-    --next_;
     row_.Reset();  // may destroy the row, and objects of the caller with it
   }
   for (Column& column : columns_) column.index = column.object->GetIndex();
-  if (!row_) return;
-  next_ = std::int64_t{row_->GetIndex()} + 1;
-  LocateCells();
+  if (row_) LocateCells();
 }
 
 }  // namespace Data::impl

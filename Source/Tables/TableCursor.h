@@ -20,9 +20,8 @@ namespace Data::impl {
 ///
 /// An object in a cell may be the caller's own and may change or release the table while its text
 /// is read. So the cursor holds what it reads from and determines all positions again after each
-/// such call: removed rows and added columns are skipped; a removed column is Null, and so is the
-/// rest of a row that is removed while it is read. Rows added at the end are skipped too: each
-/// might add another.
+/// such call: removed rows and added rows and columns are skipped; a removed column is Null, and so
+/// is the rest of a row that is removed while it is read.
 class TableCursor {
  public:
   /// Starts before the first row.
@@ -58,16 +57,18 @@ class TableCursor {
   static constexpr Structures::_VARIANT kNull = Core::MakeNull();
 
   std::string TextOfOtherObject(const Structures::_VARIANT& cell);
+  void HoldRows();
   void LocateCells();
   void LocateAgain();
 
   Core::Ptr<Interfaces::ITable> table_;
   std::vector<Column> columns_;
   Core::Ptr<Interfaces::IRow> row_;
-  Core::Ptr<Interfaces::IRow> last_;
   const Structures::_VARIANT* cells_ = nullptr;
   std::int64_t cellCount_ = 0;
   std::int64_t next_ = 0;  // index of the next row
+  /// The rows that the table had when an object in a cell was first called; empty before that.
+  std::vector<Core::Ptr<Interfaces::IRow>> rows_;
 };
 
 template <class Use>

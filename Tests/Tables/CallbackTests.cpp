@@ -114,4 +114,52 @@ TEST(TableCallbacks, LeaveTheTableWhole) {
   }
 }
 
+/// Operations end, though every use of a cell adds a row with such a cell.
+TEST(TableCallbacks, DoNotFollowRowsThatTheyAdd) {
+  const std::function<void(ITable&, const Variant&)> operations[] = {
+      [](ITable& t, const Variant& own) { t.GetColumn(1)->Fill(&own); },
+      [](ITable& t, const Variant&) {
+        Ptr<IVariantList> values;
+        t.GetColumn(0)->GetValues(values.Receive());
+      },
+      [](ITable& t, const Variant&) {
+        Ptr<IObjectList> rows;
+        t.FindRows("a", Given("none"), rows.Receive(), nullptr);
+      },
+      [](ITable& t, const Variant&) { t.BuildIndex(0, t.GetColumn(0), nullptr); },
+      [](ITable& t, const Variant&) {
+        Ptr<ITable> merged;
+        t.Merge(&t, "b", MergeMode::All, merged.Receive(), nullptr);
+      },
+  };
+  for (const auto& operation : operations) {
+    const auto text = Core::MakePtr<CallersText>("text");
+    const Variant own{Ptr<IString>(text.Get())};
+    const auto table = MakeTable({"a", "b"}, {{own, 1}, {own, 2}});
+    bool isAdding = false;
+    text->onRead = text->onAddReference = [&] {
+      if (std::exchange(isAdding, true)) return;
+      if (table->GetRowCount() < 1000) table->AddRow(&own, 1);
+      isAdding = false;
+    };
+    operation(*table, own);
+    EXPECT_LT(table->GetRowCount(), 1000) << &operation - operations;
+    text->onRead = text->onAddReference = [] {};
+  }
+}
+
+TEST(TableCallbacks, MergeLooksUpColumnsAgain) {
+  auto text = Core::MakePtr<CallersText>("text");
+  const Variant own{Ptr<IString>(text.Get())};
+  const auto left = MakeTable({"a", "b", "c"}, {{own, "b", "c"}, {"x", "b", "c"}});
+  const auto right = MakeTable({"a"}, {{"x"}});
+  bool isDone = false;
+  text->onAddReference = [&] {
+    if (!std::exchange(isDone, true)) left->RemoveColumn("b");
+  };
+  Ptr<ITable> merged;
+  ASSERT_TRUE(left->Merge(right.Get(), "a", MergeMode::AllLeft, merged.Receive(), nullptr));
+  EXPECT_EQ(TextOf(*merged), "text,,c x,,c");
+}
+
 }  // namespace Data::tests
