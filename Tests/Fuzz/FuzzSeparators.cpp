@@ -11,22 +11,17 @@ using namespace Data::fuzz;
 namespace {
 
 struct Reading {
+  Reading(std::string_view text, int keepRows) {
+    Data_ParseCsvWithErrors(text.data(), table.Receive(), problems.Receive(), text.size(), keepRows,
+                            nullptr);
+  }
   Ptr<ITable> table;
   Ptr<IObjectList> problems;
-  Error error;
 };
-
-Reading Read(std::string_view text, int keepRows) {
-  Reading reading;
-  Data_ParseCsvWithErrors(text.data(), reading.table.Receive(), reading.problems.Receive(),
-                          text.size(), keepRows, reading.error.Receive());
-  return reading;
-}
 
 Ptr<ITable> ReadWith(std::string_view text, const char* separator) {
   Ptr<ITable> table;
-  Error error;
-  Data_ParseCsvWithSeparator(text.data(), separator, table.Receive(), text.size(), error.Receive());
+  Data_ParseCsvWithSeparator(text.data(), separator, table.Receive(), text.size(), nullptr);
   return table;
 }
 
@@ -39,7 +34,7 @@ void CompareModes(std::string_view text) {
   Ptr<ITable> strict;
   Error error;
   const bool isRead = Data_ParseCsv(text.data(), text.size(), strict.Receive(), error.Receive());
-  const Reading kept = Read(text, 1), dropped = Read(text, 0);
+  const Reading kept(text, 1), dropped(text, 0);
   Require(static_cast<bool>(kept.table) == static_cast<bool>(dropped.table));
   if (!kept.table) return Require(!isRead);
   const std::uint64_t problems = kept.problems->GetCount();

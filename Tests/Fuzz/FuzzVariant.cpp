@@ -1,7 +1,6 @@
-// Values of every type: conversions return a value or throw std::runtime_error, and comparison is
+// Values of every type: conversions give a value or throw std::runtime_error, and comparison is
 // antisymmetric.
 
-#include <cmath>
 #include <stdexcept>
 
 #include "Core/VariantComparison.h"
@@ -22,25 +21,11 @@ bool Succeeds(Operation&& operation) {
 }
 
 void Convert(const Variant& value) {
-  std::string text;
-  Succeeds([&] { text = Core::ToText(value); });
+  Succeeds([&] { Core::ToText(value); });
   Succeeds([&] { Core::ToInt64(value); });
   Succeeds([&] { Core::ToDouble(value); });
   Succeeds([&] { Core::ToBool(value); });
   Succeeds([&] { Core::ToStringObject(value); });
-  const Variant copy = value;
-  Require(copy.type == value.type && copy.value[0] == value.value[0]);
-}
-
-bool IsReal(const Variant& value) { return Core::KindOf(value.Type()) == Core::ValueKind::Real; }
-
-void CompareBoth(const Variant& left, const Variant& right) {
-  int forth = 0, back = 0;
-  const bool isOrdered = Succeeds([&] { forth = Core::Compare(left, right); });
-  const bool isOrderedBack = Succeeds([&] { back = Core::Compare(right, left); });
-  if (left.Type() != right.Type() || IsReal(left)) return;
-  Require(isOrdered == isOrderedBack);
-  if (Core::KindOf(left.Type()) != Core::ValueKind::Document) Require(forth == -back);
 }
 
 }  // namespace
@@ -49,7 +34,13 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
   Input input(data, size);
   const Variant left = AnyValue(input), right = AnyValue(input);
   Convert(left);
-  Convert(right);
-  CompareBoth(left, right);
+  int forth = 0, back = 0;
+  const bool isOrdered = Succeeds([&] { forth = Core::Compare(left, right); });
+  const bool isOrderedBack = Succeeds([&] { back = Core::Compare(right, left); });
+  const Core::ValueKind kind = Core::KindOf(left.Type());
+  // NaN has no order, and documents are equal by value but ordered by their texts.
+  if (left.Type() != right.Type() || kind == Core::ValueKind::Real) return 0;
+  Require(isOrdered == isOrderedBack);
+  if (kind != Core::ValueKind::Document) Require(forth == -back);
   return 0;
 }
