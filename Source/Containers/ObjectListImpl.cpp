@@ -10,7 +10,7 @@ ObjectListImpl::ObjectListImpl(std::vector<Core::Ptr<Core::IObject>> objects)
     : objects_(std::move(objects)) {}
 
 void ObjectListImpl::AddText(std::string_view text) {
-  objects_.push_back(MultiByteStringImpl::FromUtf8(text));
+  objects_.emplace_back(MultiByteStringImpl::FromUtf8(text));
 }
 
 void ObjectListImpl::ReleaseItems(Teardown& teardown) {

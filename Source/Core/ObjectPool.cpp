@@ -30,18 +30,16 @@ struct ObjectPool::Region {
 
   explicit Region(std::size_t regionSize) : size(regionSize) {}
 
-  static void* operator new(std::size_t, std::size_t regionSize) {
-    void* const region = ::operator new(regionSize);
-    if (regionSize + kHeapHeader >= kLargePageRegion)
-      Data::Platform::PreferLargePages(region, regionSize);
-    return region;
+  static Region* Make(std::size_t size) {
+    void* const block = ::operator new(size);
+    if (size + kHeapHeader >= kLargePageRegion) Data::Platform::PreferLargePages(block, size);
+    return new (block) Region(size);
   }
-  static void operator delete(void* region) { ::operator delete(region); }
 
   void Drop(std::uint64_t count) noexcept {
     if (references.fetch_sub(count) != count) return;
     Unpoison(this, size);
-    delete this;
+    ::operator delete(this);
   }
 
   char* Begin() { return reinterpret_cast<char*>(this + 1); }
@@ -59,7 +57,7 @@ void* ObjectPool::AllocateElsewhere(std::size_t size) {
   if (size > kLargestObject) return ::operator new(size);
   while (nextRegionSize_ < 4 * size) nextRegionSize_ *= 2;
   const std::size_t regionSize = nextRegionSize_ - kHeapHeader;
-  auto* const region = new (regionSize) Region(regionSize);
+  auto* const region = Region::Make(regionSize);
   CloseRegion();
   region_ = region;
   next_ = region->Begin();

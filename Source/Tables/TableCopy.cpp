@@ -29,7 +29,7 @@ ColumnImpl& AddColumnLike(IColumn& source, std::string_view name, TableImpl& tab
 
 Ptr<TableImpl> CopyOf(ITable& table) {
   const Ptr<ITable> held(&table);
-  const auto copy = Core::MakePtr<TableImpl>();
+  auto copy = Core::MakePtr<TableImpl>();
   copy->Header().SetName(Ptr<ITableHeader>(table.GetHeader())->GetName());
   std::vector<std::pair<Ptr<IColumn>, std::size_t>> cells;  // from, to
   for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
