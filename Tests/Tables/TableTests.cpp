@@ -51,12 +51,12 @@ TEST(Table, AnInsertionBeforeOtherColumnsNeverReturns) {
 // -- Rows --
 
 TEST(Table, CopiesARowOfAnotherTableByColumnName) {
-  const auto source = MakeTable({"c", "x", "a"}, {{1.5, "left out", std::string(30, 'a')}});
-  const auto table = MakeTable({"a", "b", "c"});
+  const auto source = MakeTable({"c", "x", "a", "d"}, {{1.5, "out", std::string(30, 'a'), Null}});
+  const auto table = MakeTable({"a", "b", "c", "d"});
   IRow* row = table->AddRowCopy(source->GetRow(0));
-  EXPECT_EQ(TextOf(*row), std::string(30, 'a') + ",,1.500000");
+  EXPECT_EQ(TextOf(*row), std::string(30, 'a') + ",,1.500000,");
   EXPECT_EQ(row->IsModified(), 0);
-  EXPECT_EQ(ShowColumns(*table), "String Null Double") << "b was not written";
+  EXPECT_EQ(ShowColumns(*table), "String Null Double Null?") << "b was not written, d a Null";
   EXPECT_EQ(row->GetCellAt(0)->value[0], source->GetCellAt(0, 2)->value[0]) << "text is shared";
 
   const Ptr<IRow> removed(source->GetRow(0));
