@@ -17,7 +17,8 @@ namespace Data::impl {
 /// Tables, rows and single values take part, because their cells may hold containers.
 class Teardown {
  public:
-  /// Destroys a container that has no references left. Its class must be listed in Teardown.cpp.
+  /// Destroys a container that has no references left. Its class must be listed in
+  /// Tables/Teardown.cpp.
   static void End(Core::IObject& container) noexcept;
 
   /// Takes over a reference from a container that is being destroyed.

@@ -14,6 +14,7 @@
 #include "Tables/TableImpl.h"
 #include "Tables/ValueImpl.h"
 
+// This file is in Tables, not beside its header, because tables, rows and values take part.
 namespace Data::impl {
 
 using Core::IObject;
