@@ -100,7 +100,8 @@ std::string DefaultText(ValueType columnType, const Core::Variant& value) {
 // positions are checked again. What is added meanwhile is left out: each object might add another.
 
 void WriteAttribute(Writer& writer, const Column& column, const Core::Variant& value) {
-  const Core::Variant held = value;
+  const Structures::_VARIANT& record = value;
+  const Core::Variant held(record);
   Write(writer, std::string_view(DefaultText(column.Get<attributes::Type>(), held)));
 }
 
@@ -108,7 +109,7 @@ void WriteAttribute(Writer& writer, const Column&, const attributes::AllowedValu
   writer.StartArray();
   const std::size_t count = values.size();
   for (std::size_t i = 0; i < std::min(count, values.size()); ++i) {
-    const Core::Ptr<IAllowedValue> held = values[i];
+    const Core::Ptr<IAllowedValue> held(values[i].Get());
     Write(writer, *held);
   }
   writer.EndArray();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "Containers/ArrayImpl.h"
 #include "Core/Variant.h"
 #include "DateTime/DateTimeImpl.h"
@@ -36,17 +38,17 @@ Core::Ptr<Object> HeldIf(bool callsBack, Object* object) {
 /// the record itself.
 class HeldValue {
  public:
-  HeldValue(const Structures::_VARIANT& value, bool callsBack)
-      : held_(callsBack ? Core::Variant(value) : Core::Variant()),
-        value_(callsBack ? held_ : value) {}
+  HeldValue(const Structures::_VARIANT& value, bool callsBack) : value_(&value) {
+    if (callsBack) value_ = &held_.emplace(value);
+  }
   HeldValue(const HeldValue&) = delete;
   HeldValue& operator=(const HeldValue&) = delete;
 
-  operator const Structures::_VARIANT&() const { return value_; }
+  operator const Structures::_VARIANT&() const { return *value_; }
 
  private:
-  Core::Variant held_;
-  const Structures::_VARIANT& value_;
+  std::optional<Core::Variant> held_;
+  const Structures::_VARIANT* value_;
 };
 
 }  // namespace Data::impl

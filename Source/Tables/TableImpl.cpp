@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdarg>
-#include <cstring>
 #include <span>
 #include <string>
 #include <utility>
@@ -335,8 +334,9 @@ class HeldColumn {
   /// Whether the table still has these rows and cells.
   bool IsCurrent() const {
     const auto isSame = [&](const auto& held, const Ptr<RowImpl>& row) {
-      return held.first == row &&
-             std::memcmp(&held.second, &row->Cell(*column_), sizeof(_VARIANT)) == 0;
+      const _VARIANT &before = held.second, &now = row->Cell(*column_);
+      return held.first == row && before.type == now.type && before.value[0] == now.value[0] &&
+             before.value[1] == now.value[1];
     };
     return std::equal(cells_.begin(), cells_.end(), table_->Rows().begin(), table_->Rows().end(),
                       isSame);
