@@ -1,3 +1,5 @@
+#include <map>
+
 #include "CallersDateTime.h"
 #include "DateTime/DateTimeSupport.h"
 
@@ -9,6 +11,12 @@ Ptr<IDateTime> DateTimeOfPosixTime(std::int64_t seconds) {
   Ptr<IDateTime> result;
   EXPECT_TRUE(Data_CreateDateTimeFromPosixTime(seconds, result.Receive()));
   return result;
+}
+
+/// A setter or adder of any argument type, called with a `double`.
+template <class Number>
+auto Change(void (IDateTime::*change)(Number)) {
+  return [=](IDateTime& date, double number) { (date.*change)(static_cast<Number>(number)); };
 }
 
 }  // namespace
@@ -41,49 +49,37 @@ TEST(DateTime, ConvertsPosixTime) {
       << "the product wraps";
 }
 
-TEST(DateTime, EachSetterRebuildsTheTicks) {
-  const struct {
-    void (*set)(IDateTime&);
-    const char* expected;
-  } cases[] = {
-      {[](IDateTime& d) { d.SetYear(2024); }, "2024-01-01T01:02:03.5"},
-      {[](IDateTime& d) { d.SetMonth(12); }, "2021-12-01T01:02:03.5"},
-      {[](IDateTime& d) { d.SetDay(29); }, "2021-01-29T01:02:03.5"},
-      {[](IDateTime& d) { d.SetHour(10); }, "2021-01-01T10:02:03.5"},
-      {[](IDateTime& d) { d.SetMinute(20); }, "2021-01-01T01:20:03.5"},
-      {[](IDateTime& d) { d.SetSecond(30); }, "2021-01-01T01:02:30.5"},
-      {[](IDateTime& d) { d.SetNanosecond(123'999'999); }, "2021-01-01T01:02:03.123"},
-      {[](IDateTime& d) { d.SetNanosecond(-999'999); }, "2021-01-01T01:02:03"},
-  };
-  for (const auto& c : cases) {
-    const auto value = DateTimeOf("2021-1-1T1:2:3.5"), expected = DateTimeOf(c.expected);
-    value->AddTicks(7);
-    c.set(*value);
-    EXPECT_EQ(TextOf(value), TextOf(expected));
-    EXPECT_EQ(value->GetFileTime(), expected->GetFileTime()) << c.expected << ": no single ticks";
-    EXPECT_EQ(value->GetDayOfWeek(), expected->GetDayOfWeek()) << c.expected;
-    EXPECT_EQ(value->GetUtcOffset(), 0);
+TEST(DateTime, ChangesByFieldsAndAmounts) {
+  const std::map<std::string_view, std::function<void(IDateTime&, double)>> changes = {
+      {"years", Change(&IDateTime::AddYears)},
+      {"months", Change(&IDateTime::AddMonths)},
+      {"days", Change(&IDateTime::AddDays)},
+      {"hours", Change(&IDateTime::AddHours)},
+      {"minutes", Change(&IDateTime::AddMinutes)},
+      {"seconds", Change(&IDateTime::AddSeconds)},
+      {"milliseconds", Change(&IDateTime::AddMilliseconds)},
+      {"ticks", Change(&IDateTime::AddTicks)},
+      {"year", Change(&IDateTime::SetYear)},
+      {"month", Change(&IDateTime::SetMonth)},
+      {"day", Change(&IDateTime::SetDay)},
+      {"hour", Change(&IDateTime::SetHour)},
+      {"minute", Change(&IDateTime::SetMinute)},
+      {"second", Change(&IDateTime::SetSecond)},
+      {"nanosecond", Change(&IDateTime::SetNanosecond)}};
+  for (const Case& c : Cases(kDateTimeCases, "changes")) {
+    const auto value = DateTimeOf(c[0]);
+    changes.at(c[2])(*value, std::stod(c.fields[1]));
+    EXPECT_EQ(TextOf(value), c[3]) << c.where;
+    Ptr<IDateTime> clone;  // of the ticks alone
+    value->Clone(clone.Receive());
+    EXPECT_EQ(TextOf(clone), c[4].empty() ? c[3] : c[4]) << c.where;
+    EXPECT_TRUE(clone->GetDayOfWeek() == value->GetDayOfWeek() || !c[4].empty()) << c.where;
   }
-}
-
-TEST(DateTime, AddsAmountsOfEveryUnit) {
-  const std::pair<std::string_view, void (*)(IDateTime&, double)> additions[] = {
-      {"years", [](IDateTime& d, double n) { d.AddYears(static_cast<std::int32_t>(n)); }},
-      {"months", [](IDateTime& d, double n) { d.AddMonths(static_cast<std::int32_t>(n)); }},
-      {"days", [](IDateTime& d, double n) { d.AddDays(static_cast<std::int32_t>(n)); }},
-      {"hours", [](IDateTime& d, double n) { d.AddHours(n); }},
-      {"minutes", [](IDateTime& d, double n) { d.AddMinutes(n); }},
-      {"seconds", [](IDateTime& d, double n) { d.AddSeconds(n); }},
-      {"milliseconds", [](IDateTime& d, double n) { d.AddMilliseconds(n); }},
-      {"ticks", [](IDateTime& d, double n) { d.AddTicks(static_cast<std::int64_t>(n)); }},
-  };
-  for (const Case& c : Cases(kDateTimeCases, "amounts"))
-    for (const auto& [unit, add] : additions) {
-      const auto value = DateTimeOf(c[0]);
-      if (unit != c[2]) continue;
-      add(*value, std::stod(std::string(c[1])));
-      EXPECT_EQ(TextOf(value), c[3]) << c.where;
-    }
+  const auto value = DateTimeOfTicks(12'345);
+  value->SetMonth(0);
+  EXPECT_EQ(value->GetDayOfYear(), -30);
+  value->SetMonth(1);
+  EXPECT_EQ(value->GetFileTime(), 10'000u) << "single ticks are no field";
 }
 
 TEST(DateTime, CompareByUnitStartsAtTheFinestField) {
@@ -106,20 +102,19 @@ TEST(DateTime, CompareToOrdersByTicks) {
 }
 
 TEST(DateTime, ADateTimeOfTheCallersMayEndBothWhileItIsCompared) {
-  const auto compare = [](auto comparison) {
+  const std::function<std::int32_t(IDateTime&, IDateTime*)> comparisons[] = {
+      &IDateTime::CompareTo,
+      [](auto& date, auto* other) { return date.CompareByUnit(other, DateTimeUnit::Year); },
+      [](auto& date, auto* other) { return date.CompareByUnit(other, DateTimeUnit::Millisecond); }};
+  for (const auto& compare : comparisons) {
     auto date = DateTimeOf("2024-11-14T10:20:30.5");
     auto callers = Core::MakePtr<CallersDateTime>("2025-11-14T10:20:30.5");
     callers->onRead = [&] {
       date.Reset();
       callers.Reset();
     };
-    return comparison(*date, callers.Get());
-  };
-  EXPECT_EQ(compare([](IDateTime& date, IDateTime* other) { return date.CompareTo(other); }), -1);
-  for (const auto unit : {DateTimeUnit::Year, DateTimeUnit::Millisecond})
-    EXPECT_EQ(
-        compare([=](IDateTime& date, IDateTime* other) { return date.CompareByUnit(other, unit); }),
-        -1);
+    EXPECT_EQ(compare(*date, callers.Get()), -1);
+  }
 }
 
 TEST(DateTime, GetStartOfTruncates) {
@@ -153,6 +148,47 @@ TEST(DateTime, KeepsATimeZoneNameItNeverApplies) {
   EXPECT_TRUE(value->SetTimeZone(""));
   EXPECT_STREQ(value->GetTimeZone(), "");
   EXPECT_EQ(ThrownBy([&] { value->SetTimeZone(nullptr); }), kNullText);
+}
+
+TEST(Iso8601, ReadsEveryShapeOfDateAndTime) {
+  for (const Case& c : Cases(kDateTimeCases, "read"))
+    EXPECT_EQ(TextOf(DateTimeOf(c[0])), c[1]) << c.where;
+}
+
+TEST(Iso8601, RejectsTextWithoutADateOrTime) {
+  for (const Case& c : Cases(kDateTimeCases, "fail"))
+    EXPECT_EQ(Failure([&](IErrorCode** error) {
+                Ptr<IDateTime> date;
+                return Data_CreateDateTimeFromIso8601(std::string(c[0]).c_str(), date.Receive(),
+                                                      error);
+              }),
+              c[1])
+        << c.where;
+}
+
+TEST(Iso8601, PrintsFourForms) {
+  const auto value = DateTimeOf("2024-1-5T7:3:9.25");
+  const auto forms = [&] {
+    return TextOf(value) + " " + Print(*value, &IDateTime::ToIso8601Time) + " " +
+           Print(*value, &IDateTime::ToIso8601Date) + " " +
+           Print(*value, &IDateTime::ToIso8601Basic);
+  };
+  EXPECT_EQ(forms(),
+            "2024-01-05T07:03:09.250000000Z T07:03:09.250000000Z 2024-01-05 20240105T070309Z");
+  value->SetYear(65535);
+  value->SetMonth(100);
+  value->SetMinute(60000);
+  EXPECT_EQ(
+      forms(),
+      "65535-100-05T07:60000:09.250000000Z T07:60000:09.250000000Z 65535-100-05 6553510005T076000009Z")
+      << "wider than usual";
+  for (const auto& [nanosecond, printed] : {std::pair{-5'000'000, "T07:60000:09.1106490560Z"},
+                                            {-65'000'000, "T07:60000:09.1046490560Z"},
+                                            {-2'000'000'000, "T07:60000:09.-888509440Z"}}) {
+    value->SetNanosecond(nanosecond);
+    EXPECT_EQ(Print(*value, &IDateTime::ToIso8601Time), printed);
+  }
+  EXPECT_EQ(value->GetNanosecond(), 63536u * 1'000'000u) << "the milliseconds are a 16-bit word";
 }
 
 }  // namespace Data::tests
