@@ -37,7 +37,11 @@ inline Variant ObjectOf(std::string_view text) {
   if (kind == "encoding") return Variant(Ptr<IObject>(New(Data_CreateEncodingInstanceBase64)));
   if (kind == "error") return SomeError();
   if (kind == "string") return New(Data_CreateString);
-  if (kind == "text") return MakeString(text);
+  if (kind == "text" || kind == "wide") {
+    const auto string = MakeString(text);
+    if (kind == "wide") string->GetWide();
+    return string;
+  }
   if (kind == "date") return Date(std::string(text).c_str());
   if (kind == "json" && text.empty()) return New(Data_CreateJsonDocument);
   if (kind == "json") return JsonVariant(text);
@@ -58,8 +62,8 @@ inline Variant ObjectOf(std::string_view text) {
 ///     28                                     a type that does not exist
 ///
 /// Objects: `array`, `list`, `encoding`, `error`, `string` and `json` (new ones), `text abc`,
-/// `date 2024`, `json [1]`, `xml <a/>`. Without a type before it, an object gives a
-/// reference of its own type.
+/// `wide abc` (in UTF-16), `date 2024`, `json [1]`, `xml <a/>`. Without a type before it, an object
+/// gives a reference of its own type.
 inline Variant RecordOf(std::string_view text) {
   if (text.starts_with('"')) return text.substr(1);
   Variant object = ObjectOf(text);

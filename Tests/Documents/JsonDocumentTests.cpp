@@ -14,10 +14,6 @@ std::string Compact(const Ptr<IJsonDocument>& document) {
   return std::string(Core::Utf8View(*text));
 }
 
-bool AreEqual(std::string_view left, std::string_view right) {
-  return Json(left)->Equals(Json(right).Get());
-}
-
 /// A document of a program's own, which calls back when it is asked.
 class CallersDocument final : public CallersOwn<IJsonDocument> {
  public:
@@ -78,9 +74,10 @@ TEST(JsonDocument, RejectsWhatIsNotOneStrictValue) {
 }
 
 TEST(JsonDocument, EqualsByValue) {
-  const auto answer = [](bool areEqual) { return areEqual ? "yes"s : "no"s; };
-  for (const Case& c : Cases("Json.txt", "equal"))
-    EXPECT_EQ(answer(AreEqual(c[0], c[1])) + " " + answer(AreEqual(c[1], c[0])), c[2]) << c.where;
+  for (const Case& c : Cases("Json.txt", "equal")) {
+    EXPECT_EQ(Json(c[0])->Equals(Json(c[1]).Get()), c[2].starts_with("yes")) << c.where;
+    EXPECT_EQ(Json(c[1])->Equals(Json(c[0]).Get()), c[2].ends_with("yes")) << c.where;
+  }
   EXPECT_FALSE(Json("1")->Equals(nullptr));
 }
 
@@ -149,14 +146,13 @@ TEST(JsonDocument, TakesNestingOfAnyDepth) {
 
 TEST(JsonDocument, TakesWideObjectsInLinearTime) {
   constexpr int kMembers = 100'000;
-  std::string forward = "{", backward = "{", repeated = "{";
-  for (int i = 0; i < kMembers; ++i) {
-    forward += "\"a name of one length " + std::to_string(1'000'000 + i) + "\":1,";
-    backward += "\"a name of one length " + std::to_string(1'000'000 + kMembers - i - 1) + "\":1,";
-    repeated += "\"a\":0,";
-  }
-  const std::string end = "\"z\":0}";
-  const auto left = Json(forward + end), right = Json(backward + end), same = Json(repeated + end);
+  const auto objectOf = [](auto nameOf) {
+    std::string text = "{";
+    for (int i = 0; i < kMembers; ++i) text += "\"a name " + std::to_string(nameOf(i)) + "\":1,";
+    return Json(text + "\"z\":0}");
+  };
+  const auto left = objectOf([](int i) { return i; }), same = objectOf([](int) { return 0; });
+  const auto right = objectOf([](int i) { return kMembers - i - 1; });
   // A quadratic comparison takes minutes.
   EXPECT_TRUE(left->Equals(right.Get()));
   EXPECT_TRUE(same->Equals(same.Get()));

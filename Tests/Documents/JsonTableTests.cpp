@@ -1,14 +1,14 @@
-#include "CallersText.h"
 #include "DocumentSupport.h"
+#include "Records.h"
 #include "SmallStack.h"
 #include "Tables/CsvSupport.h"
-#include "Tables/TableSupport.h"
+#include "Tables/TableScript.h"
 
 namespace Data::tests {
 
 namespace {
 
-Ptr<ITable> TableOf(std::string_view json) {
+Ptr<ITable> ReadTable(std::string_view json) {
   Ptr<ITable> table;
   Data_JsonToTable(Json(json).Get(), table.Receive(), nullptr);
   return table;
@@ -41,9 +41,6 @@ std::string CsvOf(ITable* table) {
   return text->GetUtf8();
 }
 
-/// The JSON of a value in the only cell of a table.
-std::string JsonOf(const Variant& value) { return JsonOf(MakeTable({"x"}, {{value}})); }
-
 }  // namespace
 
 TEST(JsonToTable, ReadsEveryKindOfValue) {
@@ -52,77 +49,29 @@ TEST(JsonToTable, ReadsEveryKindOfValue) {
 
 TEST(JsonToTable, TellsColumnsAndRowsAsWritingCellsDoes) {
   const auto table =
-      TableOf(R"([{"a":1,"b":null,"c":1},{"a":"x"},{},{"a":null,"c":null,"c":2.5}])");
+      ReadTable(R"([{"a":1,"b":null,"c":1},{"a":"x"},{},{"a":null,"c":null,"c":2.5}])");
   ASSERT_TRUE(table);
   EXPECT_EQ(ShowColumns(*table), "String? Null? Double?");
-  EXPECT_EQ(ShowColumns(*TableOf(R"([{"a":1,"b":1},{"a":1}])")), "Int64 Int64")
+  EXPECT_EQ(ShowColumns(*ReadTable(R"([{"a":1,"b":1},{"a":1}])")), "Int64 Int64")
       << "a missing member writes nothing";
   const int modified[] = {1, 1, 0, 1};
   for (int i = 0; i < 4; ++i) EXPECT_EQ(table->GetRow(i)->IsModified(), modified[i]) << i;
 }
 
 TEST(JsonToTable, KeepsNestedValuesAndZeroCharacters) {
-  const auto table = TableOf(R"([{"c":[1],"d":"a\u0000b"}])");
+  const auto table = ReadTable(R"([{"c":[1],"d":"a\u0000b"}])");
   const auto document = Core::GetJsonDocument(*table->GetCellAt(0, 0));
   EXPECT_TRUE(document->IsValid() && document->Equals(Json("[ 1.0 ]").Get()));
   EXPECT_EQ(Core::GetStringView(*table->GetCellAt(0, 1)), "a\0b"sv);
 }
 
 TEST(TableToJson, WritesEveryKindOfValue) {
-  const Structures::_UUID uuid{0x01020304, 0x0506, 0x0708, {1, 2, 3, 4, 5, 6, 7, 8}};
-  const auto some = Core::MakeString("some text in an object"), wide = Core::MakeString("");
-  wide->SetWide(u"\u00e9 and more than fits", 20);
-  const struct {
-    const char* what;
-    Variant value;
-    std::string json;
-  } cases[] = {
-      {"Null", Core::Null, "null"},
-      {"a null reference", NullReference(ValueType::String), "null"},
-      {"a null reference of a number", NullReference(ValueType::Int64), "null"},
-      {"a null address", Address(ValueType::Pointer, 0), "null"},
-      {"an address", Address(ValueType::Pointer, 1), "\"\""},
-      {"a zeroed record", Variant(), "\"\""},
-      {"Int16", std::int16_t{-5}, "-5"},
-      {"Byte", std::uint8_t{200}, "200"},
-      {"Int64", INT64_MIN, "-9223372036854775808"},
-      {"UInt64 by its bits", UINT64_MAX, "-1"},
-      {"Int128 by its low word", ByValue(ValueType::Int128, 7, 9), "7"},
-      {"Uuid by its first eight bytes", uuid, "506660481424032516"},
-      {"an integer in reference form", Reference(ValueType::Int32, some), "! Must be value type!"},
-      {"a Uuid in reference form", Reference(ValueType::Uuid, some), "! Must be value type!"},
-      {"a double in reference form", Reference(ValueType::Double, some), "! Must be value type!"},
-      {"a Bool in pointer form", Address(ValueType::Bool, 1), "! Must be value type!"},
-      {"Double", 0.1, "0.1"},
-      {"a whole Double", 100.0, "100.0"},
-      {"Float, widened", 0.5f, "0.5"},
-      {"its digits are those of the double", 0.1f, "0.10000000149011612"},
-      {"negative zero", -0.0, "-0.0"},
-      {"the largest Double", std::numeric_limits<double>::max(), "1.7976931348623157e308"},
-      {"the smallest", 5e-324, "5e-324"},
-      {"Bool", true, "true"},
-      {"a short text", "a\"b\\c\n\x01", R"("a\"b\\c\n\u0001")"},
-      {"a long text", some, R"("some text in an object")"},
-      {"a wide text", wide, "\"\u00e9 and more than fits\""},
-      {"an empty text", "", R"("")"},
-      {"an object of a program's own without a text", Core::MakePtr<CallersText>(nullptr), R"("")"},
-      {"text with a zero byte", "0123456789abcdef\0!"sv, R"("0123456789abcdef\u0000!")"},
-      {"bytes that are no UTF-8", "\xC3(", "\"\xC3(\""},
-      {"a nested document is text", Json("{\"a\": [1]}"), R"("{\"a\": [1]}")"},
-      {"one without content", New(Data_CreateJsonDocument), R"("{}")"},
-      {"DateTime", Date("2024-01-02"), R"("2024-01-02T12:00:00.000000000Z")"},
-      {"an error", SomeError(),
-       R"("Pointer to a pointer of struct Data::Interfaces::IVariantDictionary must not be null! Address of return must be specified!")"},
-      {"not what its type says", Reference(ValueType::DateTime, some),
-       "! Object does not implement Interfaces::IDateTime interface!"},
-      {"NaN", std::nan(""), "! Column x holds a number that JSON cannot represent!"},
-      {"an infinite Float", -std::numeric_limits<float>::infinity(),
-       "! Column x holds a number that JSON cannot represent!"},
-  };
-  for (const auto& c : cases) {
-    const std::string json = c.json.starts_with('!') ? c.json : "[{\"x\":" + c.json + "}]";
-    EXPECT_EQ(JsonOf(c.value), json) << c.what;
-  }
+  for (const Case& c : Cases("Json.txt", "cells"))
+    EXPECT_EQ(JsonOf(MakeTable({"x"}, {{RecordOf(c[0])}})),
+              c[1].starts_with('!') ? c[1] : "[{\"x\":" + c.fields[1] + "}]")
+        << c.where;
+  const Variant nullText(Core::MakePtr<CallersText>(nullptr));
+  EXPECT_EQ(JsonOf(MakeTable({"x"}, {{nullText}})), R"([{"x":""}])");
 }
 
 TEST(TableToJson, WritesTheShortestDigits) {
@@ -162,62 +111,25 @@ TEST(TableToJson, WritesRowsWithAllColumns) {
   EXPECT_EQ(JsonOf(removed.Get()), "! "s + kNullTable);
 }
 
-/// A CSV line of three cells as a JSON object.
-std::string ObjectOf(std::string_view line) {
-  std::string json = "{";
-  for (const char name : {'a', 'b', 'c'}) {
-    const std::string cell(line.substr(0, line.find(',')));
-    line.remove_prefix(std::min(cell.size() + 1, line.size()));
-    json += (name == 'a' ? "\""s : ",\""s) + name + "\":";
-    json += cell.empty() ? "null" : name == 'b' ? "\"" + cell + "\"" : cell;
-  }
-  return json + "}";
-}
-
 TEST(TableWriting, SurvivesWhatACellDoesWhenItIsRead) {
-  const struct {
-    const char* what;
-    void (*change)(Ptr<ITable>& table);
-    std::vector<std::string> lines;
-  } cases[] = {
-      {"nothing", [](Ptr<ITable>&) {}, {"1,x,2", "3,text,4", "5,y,6"}},
-      {"writes its cell",
-       [](Ptr<ITable>& t) { t->GetRow(1)->SetCell(1, Given(Core::Null)); },
-       {"1,x,2", "3,text,4", "5,y,6"}},
-      {"its row", [](Ptr<ITable>& t) { t->RemoveRow(1); }, {"1,x,2", "3,text,", "5,y,6"}},
-      {"the row before", [](Ptr<ITable>& t) { t->RemoveRow(0); }, {"1,x,2", "3,text,4", "5,y,6"}},
-      {"its row and the row before",
-       [](Ptr<ITable>& t) { t->RemoveRows(0, 2); },
-       {"1,x,2", "3,text,", "5,y,6"}},
-      {"the row behind", [](Ptr<ITable>& t) { t->RemoveRow(2); }, {"1,x,2", "3,text,4"}},
-      {"all rows", [](Ptr<ITable>& t) { t->ClearRows(); }, {"1,x,2", "3,text,"}},
-      {"a column before",
-       [](Ptr<ITable>& t) { t->RemoveColumnAt(0); },
-       {"1,x,2", "3,text,4", ",y,6"}},
-      {"its column", [](Ptr<ITable>& t) { t->RemoveColumnAt(1); }, {"1,x,2", "3,text,4", "5,,6"}},
-      {"adds a column", [](Ptr<ITable>& t) { t->AddColumn("d"); }, {"1,x,2", "3,text,4", "5,y,6"}},
-      {"the table", [](Ptr<ITable>& t) { t.Reset(); }, {"1,x,2", "3,text,4", "5,y,6"}},
-  };
-  for (const auto& c : cases) {
+  for (const Case& c : Cases("Json.txt", "changes while a cell is read")) {
     // Each way of writing gets a table of its own.
     const auto written = [&](auto write) {
       auto text = Core::MakePtr<CallersText>("text");
       auto table = MakeTable({"a", "b", "c"}, {{1, "x", 2}, {3, Variant(text), 4}, {5, "y", 6}});
-      text->onRead = [&table, change = c.change, isDone = false]() mutable {
-        if (!std::exchange(isDone, true)) change(table);
+      text->onRead = [&table, steps = StepsOf(c[0])]() mutable {
+        for (Step& step : std::exchange(steps, {}))
+          if (step.name == "End")
+            table.Reset();
+          else
+            kOperations.at(step.name)(*table, step);
       };
       text.Reset();
       return write(table.Get());
     };
-    std::string csv = "a,b,c\n", json = "[";
-    for (const auto& line : c.lines) {
-      csv += (json == "[" ? "" : "\n") + line;
-      json += (json == "[" ? "" : ",") + ObjectOf(line);
-    }
-    EXPECT_EQ(written(CsvOf), csv) << c.what;
-    EXPECT_EQ(written([](ITable* table) { return JsonOf(table); }), json + "]") << c.what;
-    EXPECT_EQ(written([](ITable* table) { return JsonOf(table->GetRow(1)); }), ObjectOf(c.lines[1]))
-        << c.what;
+    EXPECT_EQ(written(CsvOf), "a,b,c\n" + c.fields[1]) << c.where;
+    EXPECT_EQ(written([](ITable* table) { return JsonOf(table); }), c[2]) << c.where;
+    EXPECT_EQ(written([](ITable* table) { return JsonOf(table->GetRow(1)); }), c[3]) << c.where;
   }
 }
 
@@ -237,12 +149,12 @@ TEST(JsonTable, TakesNestingOfAnyDepth) {
   OnSmallStack([] {
     const std::string nested = Nested("[", "", "]", 500'000);
     const std::string objects = Nested("{\"a\":", "1", "}", 500'000);
-    const auto table = TableOf("[{\"a\":" + nested + ",\"b\":" + objects + "}]");
+    const auto table = ReadTable("[{\"a\":" + nested + ",\"b\":" + objects + "}]");
     ASSERT_TRUE(table);
     EXPECT_TRUE(Core::GetStringView(*table->GetCellAt(0, 0)) == nested);
     EXPECT_TRUE(Core::GetStringView(*table->GetCellAt(0, 1)) == objects);
     EXPECT_EQ(JsonOf(table).size(), nested.size() + objects.size() + 2 * 500'000 + 17);
-    EXPECT_FALSE(TableOf(nested));
+    EXPECT_FALSE(ReadTable(nested));
   });
 }
 
@@ -258,7 +170,7 @@ TEST(JsonTable, RandomValuesSurviveTheRoundTrip) {
     table->AddRow(cells, std::size(cells));
   }
   const std::string json = JsonOf(table);
-  const auto copy = TableOf(json);
+  const auto copy = ReadTable(json);
   ASSERT_TRUE(copy);
   EXPECT_EQ(JsonOf(copy), json);
 }
