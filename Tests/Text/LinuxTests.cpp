@@ -1,27 +1,13 @@
 #include <fcntl.h>
-#include <openssl/crypto.h>
-#include <openssl/err.h>
 #include <unistd.h>
 
 #include "Text/TextSupport.h"
 
-// What only Linux lets a test see: the errors of the cryptography library, whose allocations a
-// program can replace; the contents of freed memory; the library's own conversion of UTF-8.
+// What only Linux lets a test see: the contents of freed memory, and the library's own conversion
+// of UTF-8.
 namespace Data::tests {
 
 namespace {
-
-std::size_t allocationsToFailure = SIZE_MAX;
-
-bool Fails() { return allocationsToFailure > 0 && --allocationsToFailure == 0; }
-void* Allocate(std::size_t size, const char*, int) { return Fails() ? nullptr : std::malloc(size); }
-void* Reallocate(void* memory, std::size_t size, const char*, int) {
-  return Fails() ? nullptr : std::realloc(memory, size);
-}
-void Free(void* memory, const char*, int) { std::free(memory); }
-
-// Only before anything else uses the library.
-const bool isTakenOver = CRYPTO_set_mem_functions(Allocate, Reallocate, Free) == 1;
 
 /// Reads memory that may have been freed into a buffer that was allocated before.
 void ReadMemory(const void* address, std::string& bytes) {
@@ -31,38 +17,6 @@ void ReadMemory(const void* address, std::string& bytes) {
 }
 
 }  // namespace
-
-TEST(Provider, FailsWithoutATraceInTheErrorsOfTheProgram) {
-  ASSERT_TRUE(isTakenOver);
-  const auto text = MakeString("secret");
-  const auto secret = Protect(text.Get());
-  const auto hashing = New(Data_CreateHashingInstanceMD5);
-  const std::function<bool(IErrorCode**)> operations[] = {
-      [](auto error) { return Data_CreateHashingInstanceSha1(Ptr<IHashing>().Receive(), error); },
-      [](auto error) {
-        return Data_CreateHashingInstanceHmacSha2(2, ArrayOf("key").Get(),
-                                                  Ptr<IHashing>().Receive(), error);
-      },
-      [&](auto error) { return hashing->Hash("abc", 3, Ptr<IArray>().Receive(), error); },
-      [&](auto error) {
-        return Data_CreateSecureString(text.Get(), Ptr<ISecureString>().Receive(), error);
-      },
-      [&](auto error) { return secret->GetText(Ptr<IString>().Receive(), error); },
-  };
-  ERR_clear_error();
-  for (const auto& operation : operations) {
-    bool isReached = true;
-    for (std::size_t n = 1; isReached; ++n) {
-      ERR_raise(ERR_LIB_USER, 7);
-      Ptr<IErrorCode> error;
-      allocationsToFailure = n;
-      EXPECT_TRUE(operation(error.Receive()) || allocationsToFailure == 0) << n;
-      isReached = std::exchange(allocationsToFailure, SIZE_MAX) == 0;
-      EXPECT_EQ(ERR_GET_REASON(ERR_get_error()), 7) << n << ": the program's own error";
-      EXPECT_EQ(ERR_get_error(), 0u) << n << ": " << MessageOf(error);
-    }
-  }
-}
 
 TEST(SecureString, PlainTextsLeaveNoTraceInFreedMemory) {
   const struct {

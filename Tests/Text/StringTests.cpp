@@ -51,6 +51,17 @@ std::vector<Ptr<IString>> InEveryForm(const std::string& utf8) {
   return strings;
 }
 
+/// Compares two texts, each in every form.
+void ExpectOrder(const std::string& left, const std::string& right, int exact, int folded) {
+  for (const std::size_t i : {0u, 1u, 2u})
+    for (const std::size_t j : {0u, 1u, 2u}) {
+      const auto first = InEveryForm(left)[i], second = InEveryForm(right)[j];
+      EXPECT_EQ(first->Compare(second.Get(), true), exact) << left << " and " << right;
+      EXPECT_EQ(first->Compare(second.Get(), false), folded) << left << " and " << right;
+      EXPECT_EQ(second->Compare(first.Get(), false), -folded) << left << " and " << right;
+    }
+}
+
 }  // namespace
 
 TEST(String, IsEmptyWhenNewAndWhenCleared) {
@@ -132,16 +143,8 @@ TEST(String, ConvertsTextsOfAnyLengthUpToTheirFirstZero) {
 }
 
 TEST(String, ComparesTextsInTheEncodingOfTheFirst) {
-  for (const Case& c : Cases("Text.txt", "comparisons")) {
-    const int exact = std::stoi(c.fields[2]), folded = std::stoi(c.fields[3]);
-    for (const std::size_t i : {0u, 1u, 2u})
-      for (const std::size_t j : {0u, 1u, 2u}) {
-        const auto left = InEveryForm(c.fields[0])[i], right = InEveryForm(c.fields[1])[j];
-        EXPECT_EQ(left->Compare(right.Get(), true), exact) << c.where;
-        EXPECT_EQ(left->Compare(right.Get(), false), folded) << c.where;
-        EXPECT_EQ(right->Compare(left.Get(), false), -folded) << c.where;
-      }
-  }
+  for (const Case& c : Cases("Text.txt", "comparisons"))
+    ExpectOrder(c.fields[0], c.fields[1], std::stoi(c.fields[2]), std::stoi(c.fields[3]));
 }
 
 // Equal beginnings are skipped in blocks.
@@ -151,14 +154,10 @@ TEST(String, ComparesUnitsAtEveryPosition) {
     for (const char c : {'a', 'M', 'n'}) {
       std::string changed = text;
       changed[at] = c;
-      const int exact = c < 'm' ? -1 : 1, folded = c == 'M' ? 0 : exact;
-      const auto lefts = InEveryForm(changed), rights = InEveryForm(text);
-      for (const std::size_t i : {0u, 1u, 2u}) {
-        EXPECT_EQ(lefts[i]->Compare(rights[i].Get(), true), exact) << c << " at " << at;
-        EXPECT_EQ(lefts[i]->Compare(rights[i].Get(), false), folded) << c << " at " << at;
-      }
+      const int exact = c < 'm' ? -1 : 1;
+      ExpectOrder(changed, text, exact, c == 'M' ? 0 : exact);
     }
-    EXPECT_EQ(MakeString(text.substr(0, at))->Compare(MakeString(text).Get(), true), -1) << at;
+    ExpectOrder(text.substr(0, at), text, -1, -1);
   }
 }
 
