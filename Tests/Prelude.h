@@ -126,6 +126,21 @@ Core::Ptr<Interface> New(bool (*factory)(Interface**, Core::IErrorCode**)) {
   return object;
 }
 
+/// What an export or an operation creates from arguments; first the object of an operation.
+template <class Interface, class Function, class... Arguments>
+Core::Ptr<Interface> Made(Function function, Arguments... arguments) {
+  Core::Ptr<Interface> object;
+  Core::Ptr<Core::IErrorCode> error;
+  if constexpr (std::is_invocable_v<Function, Arguments..., Interface**, Core::IErrorCode**>) {
+    EXPECT_TRUE(std::invoke(function, arguments..., object.Receive(), error.Receive()))
+        << MessageOf(error);
+  } else {
+    std::invoke(function, arguments..., object.Receive());
+    EXPECT_TRUE(object);
+  }
+  return object;
+}
+
 inline constexpr const char* kNullRecord =
     "Pointer of struct Data::Structures::_VARIANT must not be null!";
 inline constexpr const char* kNullText = "Pointer of char must not be null!";

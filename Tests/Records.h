@@ -56,7 +56,7 @@ inline Variant ObjectOf(std::string_view text) {
 ///     Int32 -7, Int16 0xFFFE, Int128 5 0x1   the payload of any type by value, as
 ///                                            one or two words
 ///     "abc                                   a text
-///     String &, Array & list                 a null reference, one to an object
+///     String &, Array & list, 28 & 0xBAD     a null reference, one to an object, one to no object
 ///     Pointer * 5                            an address
 ///     Int32 ? 7                              a storage form that does not exist
 ///     28                                     a type that does not exist
@@ -73,6 +73,7 @@ inline Variant RecordOf(std::string_view text) {
   if (text.starts_with('&')) {
     text.remove_prefix(std::min<std::size_t>(2, text.size()));
     object = ObjectOf(text);
+    if (object.Type() == ValueType::Unknown) object.value[0] = PayloadWord(type, text);
     object.type = Core::MakeTag(type, Core::StorageForm::Reference);
     return object;
   }

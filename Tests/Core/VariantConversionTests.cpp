@@ -7,23 +7,11 @@ using namespace Core;
 
 namespace {
 
-/// "high:low", or what is thrown.
-std::string WideOutcome(const _VARIANT& variant) {
-  return Outcome([&] {
-    const WideInteger wide = ToWideInteger(variant);
-    return std::to_string(wide.high) + ":" + std::to_string(wide.low);
-  });
+std::string Shown(const WideInteger& wide) {
+  return std::to_string(wide.high) + ":" + std::to_string(wide.low);
 }
-
-std::string StringOutcome(const _VARIANT& variant) {
-  return Outcome([&] {
-    const auto text = ToStringObject(variant);
-    return text ? std::string(Utf8View(*text)) : "(none)";
-  });
-}
-
-std::string ObjectOutcome(const _VARIANT& variant) {
-  return Outcome([&] { return GetObject<IObject>(variant) ? "some" : "(none)"; });
+std::string Shown(const Ptr<IString>& text) {
+  return text ? std::string(Utf8View(*text)) : "(none)";
 }
 
 }  // namespace
@@ -42,7 +30,7 @@ TEST(VariantConversion, OfValues) {
     const Variant value = RecordOf(c[0]);
     EXPECT_EQ(Outcome([&] { return ToInt64(value); }), c[1]) << c.where;
     EXPECT_EQ(Outcome([&] { return ToDouble(value); }), c[2]) << c.where;
-    EXPECT_EQ(WideOutcome(value), c[3]) << c.where;
+    EXPECT_EQ(Outcome([&] { return Shown(ToWideInteger(value)); }), c[3]) << c.where;
     EXPECT_EQ(Outcome([&] { return ToText(value); }), c[4]) << c.where;
   }
 }
@@ -50,8 +38,9 @@ TEST(VariantConversion, OfValues) {
 TEST(VariantConversion, OfObjectsAndTexts) {
   for (const Case& c : Cases("Variants.txt", "objects and texts")) {
     const Variant value = RecordOf(c[0]);
-    EXPECT_EQ(ObjectOutcome(value), c[1]) << c.where;
-    EXPECT_EQ(StringOutcome(value), c[2]) << c.where;
+    EXPECT_EQ(Outcome([&] { return GetObject<IObject>(value) ? "some" : "(none)"; }), c[1])
+        << c.where;
+    EXPECT_EQ(Outcome([&] { return Shown(ToStringObject(value)); }), c[2]) << c.where;
     EXPECT_EQ(Outcome([&] { return std::string(GetStringView(value)); }), c[3]) << c.where;
     EXPECT_EQ(Outcome([&] { return ToText(value); }), c[4]) << c.where;
   }
@@ -66,6 +55,32 @@ TEST(VariantComparison, GoesByTheRightType) {
     EXPECT_EQ(AreComparable(left, right), isComparable) << c.where;
     EXPECT_EQ(AreComparable(right, left), isComparable) << c.where;
   }
+}
+
+/// A text stored in the record compares as a string object of it would.
+TEST(VariantComparison, OfShortTextsAgreesWithStringObjects) {
+  const std::string_view texts[] = {
+      "",  "a",        "A",        "b", "ab", "aB", "abc",  "@",  "[",        "`",
+      "{", "\xC3\xA9", "\xFF\xFE", "z", "Z",  "0z", "0Z\t", "\n", "zzzzzzzz", "16 Bytes of it!!"};
+  for (const auto left : texts) {
+    for (const auto right : texts) {
+      const Variant shortLeft(left), shortRight(right);
+      const Variant longLeft(MakeString(left)), longRight(MakeString(right));
+      const int expected = Compare(longLeft, longRight);
+      EXPECT_EQ(Compare(shortLeft, shortRight), expected) << left << " " << right;
+      EXPECT_EQ(Compare(shortLeft, longRight), expected) << left << " " << right;
+      EXPECT_EQ(Compare(longLeft, shortRight), expected) << left << " " << right;
+    }
+  }
+}
+
+TEST(VariantComparison, OfObjectsGoesByAddress) {
+  auto less = New(Data_CreateObjectList), greater = New(Data_CreateObjectList);
+  if (std::less<>()(greater.Get(), less.Get())) std::swap(less, greater);
+  EXPECT_EQ(Compare(Variant(less), Variant(less)), 0);
+  EXPECT_EQ(Compare(Variant(less), Variant(greater)), -1);
+  EXPECT_EQ(Compare(Variant(Ptr<IObject>(greater)), Variant(Ptr<IObject>(less))), 1);
+  EXPECT_EQ(Compare(Variant::StringList(greater), Variant::StringList(less)), 1);
 }
 
 TEST(VariantConversion, TypedGettersNameTheTypeTheyWant) {

@@ -6,42 +6,42 @@ using namespace Core;
 
 TEST(Variant, TakesTheTypeOfWhatItIsMadeOf) {
   const Structures::_UUID uuid{0x6b29fc40, 0xca47, 0x1067, {0xb3, 0x1d, 0, 0xdd, 1, 6, 0x62, 0xda}};
-  constexpr auto kValue = StorageForm::Value, kReference = StorageForm::Reference;
-  const struct {
-    Variant value;
-    ValueType type;
-    StorageForm form;
-    std::uint64_t low;
-  } cases[] = {
-      {Variant(), ValueType::Unknown, kValue, 0},
-      {Null, ValueType::Null, kValue, 0},
-      {true, ValueType::Bool, kValue, 1},
-      {std::int8_t{-1}, ValueType::SByte, kValue, UINT64_MAX},
-      {std::uint8_t{255}, ValueType::Byte, kValue, 255},
-      {std::int16_t{-1}, ValueType::Int16, kValue, UINT64_MAX},
-      {std::uint16_t{65535}, ValueType::UInt16, kValue, 65535},
-      {-1, ValueType::Int32, kValue, UINT64_MAX},
-      {4294967295u, ValueType::UInt32, kValue, 4294967295},
-      {std::int64_t{-1}, ValueType::Int64, kValue, UINT64_MAX},
-      {UINT64_MAX, ValueType::UInt64, kValue, UINT64_MAX},
-      {1.0, ValueType::Double, kValue, 0x3FF0000000000000},
-      {-1.0f, ValueType::Float, kValue, 0xBF800000},
-      {"abc", ValueType::String, kValue, 0x636261},
-      {uuid, ValueType::Uuid, kValue, 0x1067CA476B29FC40},
-      {Ptr<IString>(), ValueType::String, kReference, 0},
-      {Ptr<IArray>(), ValueType::Array, kReference, 0},
-      {Ptr<IDateTime>(), ValueType::DateTime, kReference, 0},
-      {Ptr<IJsonDocument>(), ValueType::JsonDocument, kReference, 0},
-      {Ptr<IXmlDocument>(), ValueType::XmlDocument, kReference, 0},
-      {Ptr<IErrorCode>(), ValueType::ErrorCode, kReference, 0},
-      {Ptr<IObjectList>(), ValueType::ObjectList, kReference, 0},
-      {Variant::StringList(nullptr), ValueType::StringList, kReference, 0},
-      {Ptr<IObject>(), ValueType::IObject, kReference, 0},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.value.type, MakeTag(c.type, c.form)) << GetValueTypeName(c.type);
-    EXPECT_EQ(c.value.value[0], c.low) << GetValueTypeName(c.type);
+  const Variant values[] = {Variant(),
+                            Null,
+                            true,
+                            std::int8_t{-1},
+                            std::uint8_t{255},
+                            std::int16_t{-1},
+                            std::uint16_t{65535},
+                            -1,
+                            4294967295u,
+                            std::int64_t{-1},
+                            UINT64_MAX,
+                            1.0,
+                            -1.0f,
+                            "abc",
+                            uuid};
+  std::string shown;
+  for (const Variant& value : values) {
+    EXPECT_TRUE(HasForm(value, StorageForm::Value));
+    shown += StringFormat("%s %llx, ", GetValueTypeName(value.Type()).data(),
+                          static_cast<unsigned long long>(value.value[0]));
   }
+  EXPECT_EQ(
+      shown,
+      "Unknown 0, Null 0, Bool 1, SByte ffffffffffffffff, Byte ff, Int16 ffffffffffffffff, UInt16 ffff, Int32 ffffffffffffffff, UInt32 ffffffff, Int64 ffffffffffffffff, UInt64 ffffffffffffffff, Double 3ff0000000000000, Float bf800000, String 636261, Uuid 1067ca476b29fc40, ");
+  const Variant references[] = {
+      Ptr<IString>(),      Ptr<IArray>(),     Ptr<IDateTime>(),   Ptr<IJsonDocument>(),
+      Ptr<IXmlDocument>(), Ptr<IErrorCode>(), Ptr<IObjectList>(), Variant::StringList(nullptr),
+      Ptr<IObject>()};
+  shown.clear();
+  for (const Variant& value : references) {
+    EXPECT_TRUE(HasForm(value, StorageForm::Reference) && value.value[0] == 0);
+    shown.append(GetValueTypeName(value.Type())) += ' ';
+  }
+  EXPECT_EQ(
+      shown,
+      "String Array DateTime JsonDocument XmlDocument ErrorCode ObjectList StringList IObject ");
   struct Special : IArray {};
   EXPECT_EQ(detail::ReferenceType<Special>(), ValueType::Array) << "of an implementation";
   EXPECT_EQ(Variant(uuid).As<std::string>(), "6b29fc40-ca47-1067-b31d-00dd010662da");
