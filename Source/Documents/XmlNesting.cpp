@@ -123,7 +123,7 @@ bool IsNestedWithin(std::string_view xml, std::size_t levels) {
     const bool isElement = kind == Markup::Kind::StartTag || kind == Markup::Kind::EmptyTag;
     if (isElement && depth == levels) return false;
     if (kind == Markup::Kind::StartTag) ++depth;
-    if (kind == Markup::Kind::EndTag && depth-- == 0) return true;
+    if (kind == Markup::Kind::EndTag) --depth;  // wraps where the parser will fail
   }
   return true;
 }

@@ -47,11 +47,10 @@ std::string_view DetectSeparator(std::string_view text) {
 
 CsvLayout DetectLayout(std::string_view text, std::string_view separator) {
   const std::size_t valueCount = LargestValueCount(CsvLines(text, separator));
-  CsvLayout layout;
   CsvLines lines(text, separator);
-  while (lines.Next() && lines.Line().ValueCount() < valueCount) ++layout.firstFullLine;
-  layout.hasHeader = IsHeader(lines.Line());
-  return layout;
+  std::size_t firstFullLine = 0;
+  while (lines.Next() && lines.Line().ValueCount() < valueCount) ++firstFullLine;
+  return {firstFullLine, IsHeader(lines.Line())};
 }
 
 }  // namespace Data::impl

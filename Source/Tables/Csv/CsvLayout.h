@@ -9,10 +9,10 @@ namespace Data::impl {
 struct CsvLayout {
   /// Index of the first line with as many values as the widest of the sampled lines; the lines
   /// before it are a preamble.
-  std::size_t firstFullLine = 0;
+  std::size_t firstFullLine;
   /// Whether that line names the columns: all its values are text or empty, and at least one is
   /// text.
-  bool hasHeader = false;
+  bool hasHeader;
 };
 
 /// Whichever of comma, semicolon, TAB and vertical bar comes first in the text; a comma if none
