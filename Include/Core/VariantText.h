@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -71,7 +72,9 @@ inline std::string StringListText(const _VARIANT& variant) {
   const auto list = GetObject<Data::Interfaces::IObjectList>(variant);
   if (!list) return {};
   std::string text = "[ ";
-  for (std::uint64_t i = 0; i < list->GetCount(); ++i) {
+  const std::uint64_t count = list->GetCount();
+  // The items may be the caller's objects, which may change the list while they are read.
+  for (std::uint64_t i = 0; i < std::min(count, list->GetCount()); ++i) {
     const auto item = CastToInterface<Data::Interfaces::IString>(list->GetAt(i));
     text.append("\"").append(Utf8View(*item)).append("\" ");
   }

@@ -186,6 +186,20 @@ TEST(Callbacks, Enum) {
   });
 }
 
+TEST(Callbacks, TextOfAListThatChangesWhileItIsRead) {
+  const auto list = New(Data_CreateObjectList);
+  const Variant texts = Reference(ValueType::StringList, list);
+  const auto text = Core::MakePtr<CallersText>("k");
+  const auto grow = [&] {
+    if (list->GetCount() < 1000) list->Add(text.Get());
+  };
+  for (int i = 0; i < 2; ++i) grow();
+  text->onRead = grow;
+  EXPECT_EQ(Core::ToText(texts), "[ \"k\" \"k\" ");
+  text->onRead = [&] { list->Clear(); };
+  EXPECT_EQ(Core::ToText(texts), "[ \"k\" ");
+}
+
 /// What an item does to the container that releases it as it ends.
 TEST(Callbacks, EndingContainers) {
   const auto text = Core::MakePtr<CallersText>("k");
