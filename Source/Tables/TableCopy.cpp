@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Core/ExactCast.h"
+#include "Tables/NameOf.h"
 
 namespace Data::impl {
 
@@ -30,11 +31,11 @@ ColumnImpl& AddColumnLike(IColumn& source, std::string_view name, TableImpl& tab
 Ptr<TableImpl> CopyOf(ITable& table) {
   const Ptr<ITable> held(&table);
   auto copy = Core::MakePtr<TableImpl>();
-  copy->Header().SetName(Ptr<ITableHeader>(table.GetHeader())->GetName());
+  copy->Header().SetName(NameOf(*Ptr<ITableHeader>(table.GetHeader())));
   std::vector<std::pair<Ptr<IColumn>, std::size_t>> cells;  // from, to
   for (std::int32_t i = 0; i < table.GetColumnCount(); ++i) {
     const Ptr<IColumn> column(table.GetColumn(i));
-    const std::int32_t to = AddColumnLike(*column, column->GetName(), *copy).Index();
+    const std::int32_t to = AddColumnLike(*column, NameOf(*column), *copy).Index();
     cells.emplace_back(column, static_cast<std::size_t>(to));
   }
   const std::int64_t rowCount = table.GetRowCount();

@@ -12,6 +12,7 @@
 #include "Data/Interfaces/IRow.h"
 #include "Data/Interfaces/ITable.h"
 #include "DateTime/DateTimeImpl.h"
+#include "Tables/NameOf.h"
 #include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
@@ -29,7 +30,7 @@ class TableCursor {
 
   /// The columns that the table had when the cursor was created.
   std::size_t ColumnCount() const { return columns_.size(); }
-  const char* ColumnName(std::size_t column) const { return columns_[column].object->GetName(); }
+  const char* ColumnName(std::size_t column) const { return NameOf(*columns_[column].object); }
 
   /// Moves to the next row.
   /// @return false when there is none

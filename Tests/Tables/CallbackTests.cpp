@@ -162,4 +162,26 @@ TEST(TableCallbacks, MergeLooksUpColumnsAgain) {
   EXPECT_EQ(TextOf(*merged), "text,,c x,,c");
 }
 
+/// A null name counts as empty.
+TEST(TableCallbacks, ReadAColumnWithoutAName) {
+  const auto table = MakeTable({"a"}, {{Ptr<IString>(Core::MakePtr<CallersText>("x"))}});
+  // The column gets a virtual table of its own, in which one operation is the caller's.
+  void**& slots = *reinterpret_cast<void***>(table->GetColumn(0));
+  void** const before = slots;
+  void* own[2 + 27];
+  std::copy_n(before - 2, std::size(own), own);
+  own[2 + 6] = reinterpret_cast<void*>(+[](IColumn*) -> const char* { return nullptr; });
+  slots = own + 2;
+  Ptr<ITable> merged;
+  Ptr<IString> csv;
+  Ptr<IJsonDocument> json;
+  EXPECT_TRUE(table->Merge(table.Get(), "", MergeMode::All, merged.Receive(), nullptr));
+  EXPECT_TRUE(Data_ConvertTableToCsv(table.Get(), ",", csv.Receive(), false, nullptr));
+  EXPECT_TRUE(Data_TableToJson(table.Get(), json.Receive(), nullptr));
+  slots = before;
+  EXPECT_EQ(NamesOf(*merged) + TextOf(*merged), "x");
+  EXPECT_STREQ(csv->GetUtf8(), "\nx");
+  EXPECT_STREQ(json->GetContent()->GetUtf8(), R"([{"":"x"}])");
+}
+
 }  // namespace Data::tests
