@@ -7,6 +7,12 @@
 
 namespace Core {
 
+namespace detail {
+
+inline void CheckFormatted([[maybe_unused]] int result) { assert(-1 != result); }
+
+}  // namespace detail
+
 #if defined(__clang__)
 [[gnu::format(printf, 1, 2)]]
 #elif defined(__GNUC__)
@@ -23,11 +29,11 @@ StringFormat(const char* format, ...) {
   va_copy(measured, arguments);
   int result = std::vsnprintf(nullptr, 0, format, measured);
   va_end(measured);
-  assert(-1 != result);
+  detail::CheckFormatted(result);
   std::string text(result > 0 ? static_cast<std::size_t>(result) : 0, '\0');
   result = std::vsnprintf(text.data(), text.size() + 1, format, arguments);
   va_end(arguments);
-  assert(-1 != result);
+  detail::CheckFormatted(result);
   return text;
 }
 

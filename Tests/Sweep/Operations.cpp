@@ -123,7 +123,7 @@ Ptr<ITable> Table() {
   const auto table = New(Data_CreateTable);
   for (const char* name : {"id", "name", kName}) table->AddColumn(name);
   const Variant rows[][3] = {
-      {0, kText, kDate}, {1, Wide(), Json()}, {2, kText, Xml()}, {Core::Null, Core::Null}};
+      {0, kText, kDate}, {Text<1252>(), Wide(), Json()}, {2, kText, Xml()}, {Core::Null, Core::Null}};
   for (const auto& cells : rows) table->AddRow(cells, cells[1].IsNull() ? 1 : 3);
   table->GetHeader()->SetName(kName);
   return table;
@@ -131,6 +131,8 @@ Ptr<ITable> Table() {
 Ptr<ITable> Indexed() {
   const auto table = Table();
   EXPECT_TRUE(table->BuildIndex(1, table->GetColumn(0), nullptr));
+  // Hashing this key again takes memory.
+  Core::GetObject<IString>(*table->GetCellAt(1, 0))->GetWide();
   return table;
 }
 Ptr<IValue> Value() {
