@@ -1,4 +1,4 @@
-// Converts delimited text into JSON or regular CSV, and describes the table on standard error.
+// Converts delimited text to JSON or CSV and prints a summary of the table to standard error.
 //
 //   CsvToJson airports.csv --output airports.json
 //   CsvToJson --bad-lines keep --format csv < survey.txt > survey.csv
@@ -40,7 +40,7 @@ struct Options {
   std::int64_t preview = 0;
 };
 
-/// Throws the error that a guarded function of the library has reported.
+/// Throws the error of a library call that failed.
 void Require(bool done, const Ptr<IErrorCode>& error) {
   if (!done) throw std::runtime_error(error->GetMessage());
 }
@@ -56,7 +56,7 @@ std::string ReadAll(const std::string& path) {
 
 struct Reading {
   Ptr<ITable> table;
-  Ptr<IObjectList> problems;  // one text per line with too many values
+  Ptr<IObjectList> problems;  // a message for each line with too many values
 };
 
 Reading Parse(const std::string& text, const Options& options) {
@@ -156,21 +156,22 @@ void Convert(const Options& options) {
 }
 
 void Describe(CLI::App& app, Options& options) {
-  app.allow_windows_style_options(false);  // an argument that begins with a slash is a path
-  app.add_option("input", options.input, "File to read; - is standard input")
+  app.allow_windows_style_options(false);  // so that "/tmp/a.csv" is a path
+  app.add_option("input", options.input, "Input file, or - for standard input")
       ->capture_default_str();
-  app.add_option("-o,--output", options.output, "File to write; - is standard output")
+  app.add_option("-o,--output", options.output, "Output file, or - for standard output")
       ->capture_default_str();
-  app.add_option("-f,--format", options.format, "What to write")
+  app.add_option("-f,--format", options.format, "Output format")
       ->check(CLI::IsMember({"json", "csv"}))
       ->capture_default_str();
   auto* badLines = app.add_option("-b,--bad-lines", options.badLines,
-                                  "What becomes of lines with too many values")
+                                  "Whether a line with too many values is an error, is skipped, "
+                                  "or is kept without the extra values")
                        ->check(CLI::IsMember({"fail", "skip", "keep"}))
                        ->capture_default_str();
-  app.add_option("-s,--separator", options.separator, "Between values; detected if not given")
+  app.add_option("-s,--separator", options.separator, "Text between values; detected by default")
       ->excludes(badLines);
-  app.add_option("-p,--preview", options.preview, "Number of rows to show");
+  app.add_option("-p,--preview", options.preview, "Number of rows to print in the summary");
 }
 
 }  // namespace
@@ -178,7 +179,7 @@ void Describe(CLI::App& app, Options& options) {
 int main(int argc, char** argv) {
   try {
     Options options;
-    CLI::App app{"Turns delimited text into JSON or tidy CSV."};
+    CLI::App app{"Converts delimited text to JSON or CSV."};
     Describe(app, options);
     CLI11_PARSE(app, argc, argv);
     Convert(options);
