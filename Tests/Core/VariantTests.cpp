@@ -4,44 +4,37 @@ namespace Data::tests {
 
 using namespace Core;
 
+namespace {
+
+/// The type of each value, "&" for a reference, and the first word of its payload.
+template <class... Values>
+std::string Shown(Values... values) {
+  std::string text;
+  for (const Variant& value : {Variant(values)...}) {
+    text.append(GetValueTypeName(value.Type()));
+    text += HasForm(value, StorageForm::Reference) ? " &" : " ";
+    text += StringFormat("%llx, ", static_cast<unsigned long long>(value.value[0]));
+  }
+  return text;
+}
+
+}  // namespace
+
 TEST(Variant, TakesTheTypeOfWhatItIsMadeOf) {
   const Structures::_UUID uuid{0x6b29fc40, 0xca47, 0x1067, {0xb3, 0x1d, 0, 0xdd, 1, 6, 0x62, 0xda}};
-  const Variant values[] = {Variant(),
-                            Null,
-                            true,
-                            std::int8_t{-1},
-                            std::uint8_t{255},
-                            std::int16_t{-1},
-                            std::uint16_t{65535},
-                            -1,
-                            4294967295u,
-                            std::int64_t{-1},
-                            UINT64_MAX,
-                            1.0,
-                            -1.0f,
-                            "abc",
-                            uuid};
-  std::string shown;
-  for (const Variant& value : values) {
-    EXPECT_TRUE(HasForm(value, StorageForm::Value));
-    shown += StringFormat("%s %llx, ", GetValueTypeName(value.Type()).data(),
-                          static_cast<unsigned long long>(value.value[0]));
-  }
-  EXPECT_EQ(
-      shown,
-      "Unknown 0, Null 0, Bool 1, SByte ffffffffffffffff, Byte ff, Int16 ffffffffffffffff, UInt16 ffff, Int32 ffffffffffffffff, UInt32 ffffffff, Int64 ffffffffffffffff, UInt64 ffffffffffffffff, Double 3ff0000000000000, Float bf800000, String 636261, Uuid 1067ca476b29fc40, ");
-  const Variant references[] = {
-      Ptr<IString>(),      Ptr<IArray>(),     Ptr<IDateTime>(),   Ptr<IJsonDocument>(),
-      Ptr<IXmlDocument>(), Ptr<IErrorCode>(), Ptr<IObjectList>(), Variant::StringList(nullptr),
-      Ptr<IObject>()};
-  shown.clear();
-  for (const Variant& value : references) {
-    EXPECT_TRUE(HasForm(value, StorageForm::Reference) && value.value[0] == 0);
-    shown.append(GetValueTypeName(value.Type())) += ' ';
-  }
-  EXPECT_EQ(
-      shown,
-      "String Array DateTime JsonDocument XmlDocument ErrorCode ObjectList StringList IObject ");
+  EXPECT_EQ(Shown(Variant(), Null, true, std::uint8_t{255}, std::uint16_t{65535}, 4294967295u,
+                  UINT64_MAX, 1.0, -1.0f, "abc", uuid),
+            "Unknown 0, Null 0, Bool 1, Byte ff, UInt16 ffff, UInt32 ffffffff, "
+            "UInt64 ffffffffffffffff, Double 3ff0000000000000, Float bf800000, String 636261, "
+            "Uuid 1067ca476b29fc40, ");
+  EXPECT_EQ(Shown(std::int8_t{-1}, std::int16_t{-1}, -1, std::int64_t{-1}),
+            "SByte ffffffffffffffff, Int16 ffffffffffffffff, Int32 ffffffffffffffff, "
+            "Int64 ffffffffffffffff, ");
+  EXPECT_EQ(Shown(Ptr<IString>(), Ptr<IArray>(), Ptr<IDateTime>(), Ptr<IJsonDocument>(),
+                  Ptr<IXmlDocument>(), Ptr<IErrorCode>(), Ptr<IObjectList>(),
+                  Variant::StringList(nullptr), Ptr<IObject>()),
+            "String &0, Array &0, DateTime &0, JsonDocument &0, XmlDocument &0, ErrorCode &0, "
+            "ObjectList &0, StringList &0, IObject &0, ");
   struct Special : IArray {};
   EXPECT_EQ(detail::ReferenceType<Special>(), ValueType::Array) << "of an implementation";
   EXPECT_EQ(Variant(uuid).As<std::string>(), "6b29fc40-ca47-1067-b31d-00dd010662da");

@@ -41,6 +41,11 @@ CallersValue* AddCallersValue(ISchema& schema) {
   return value.Get();
 }
 
+const std::function<void(ISchema&)> kReads[] = {
+    [](ISchema& schema) { AllowedValues(schema, "x"); },
+    [](ISchema& schema) { EXPECT_EQ(JsonOf(schema)[0], '{'); },
+    [](ISchema& schema) { Made<ISchema>(&ISchema::Clone, &schema); }};
+
 }  // namespace
 
 TEST(SchemaCallers, TextsThatAreNullAreEmpty) {
@@ -53,52 +58,37 @@ TEST(SchemaCallers, TextsThatAreNullAreEmpty) {
 }
 
 TEST(SchemaCallers, AValueMayChangeTheListThatIsRead) {
-  using Use = void (*)(ISchema&);
-  const Use list = [](ISchema& schema) { AllowedValues(schema, "x"); };
-  const Use write = [](ISchema& schema) { EXPECT_EQ(JsonOf(schema)[0], '{'); };
-  const Use clone = [](ISchema& schema) {
-    Ptr<ISchema> copy;
-    EXPECT_TRUE(schema.Clone(copy.Receive(), nullptr));
-  };
-  const Use clear = [](ISchema& schema) { EXPECT_TRUE(schema.ClearAllowedValues("x", nullptr)); };
-  const Use grow = [](ISchema& schema) {
-    for (int i = 0; i < 100; ++i) AddCallersValue(schema);
-  };
-  for (const Use read : {list, write, clone})
-    for (const Use change : {clear, grow}) {
+  for (const auto& read : kReads)
+    for (const int added : {0, 100}) {
       const auto schema = SchemaWithColumn();
       auto* const value = AddCallersValue(*schema);
       AddCallersValue(*schema);
-      value->onAddReference = value->onRead = Once([&] { change(*schema); });
+      value->onAddReference = value->onRead = Once([&] {
+        if (added == 0) schema->ClearAllowedValues("x", nullptr);
+        for (int i = 0; i < added; ++i) AddCallersValue(*schema);
+      });
       read(*schema);
-      EXPECT_EQ(AllowedValues(*schema, "x").size(), change == clear ? 0u : 102u);
+      EXPECT_EQ(AllowedValues(*schema, "x").size(), added == 0 ? 0u : 102u);
     }
 }
 
 TEST(SchemaCallers, AValueMayReleaseTheSchema) {
-  using Use = std::function<void(ISchema&, IAllowedValue*, IObjectList*)>;
-  const Use uses[] = {
-      [](ISchema& schema, auto...) { AllowedValues(schema, "x"); },
-      [](ISchema& schema, auto...) { JsonOf(schema); },
-      [](ISchema& schema, auto...) {
-        Ptr<ISchema> copy;
-        schema.Clone(copy.Receive(), nullptr);
-      },
-      [](ISchema& schema, auto* value, auto*) { schema.AddAllowedValue("y", value, nullptr); },
-      [](ISchema& schema, auto*, auto* list) { schema.SetAllowedValues("y", list, nullptr); },
-      [](ISchema& schema, auto* value, auto*) {
-        const _VARIANT record = Core::MakeReference(ValueType::IObject, value);
-        schema.SetDefaultValue("x", &record, nullptr);
-      },
-  };
-  for (const Use& use : uses) {
+  const auto list = New(Data_CreateObjectList);
+  Ptr<CallersValue> value;
+  std::vector<std::function<void(ISchema&)>> uses(std::begin(kReads), std::end(kReads));
+  uses.push_back([&](auto& schema) { schema.AddAllowedValue("y", value.Get(), nullptr); });
+  uses.push_back([&](auto& schema) { schema.SetAllowedValues("y", list.Get(), nullptr); });
+  uses.push_back([&](auto& schema) {
+    const _VARIANT record = Core::MakeReference(ValueType::IObject, value.Get());
+    schema.SetDefaultValue("x", &record, nullptr);
+  });
+  for (const auto& use : uses) {
     auto schema = SchemaWithColumn();
-    ISchema& bare = *schema;
-    const Ptr<CallersValue> value(AddCallersValue(bare));
-    const auto list = New<IObjectList>(Data_CreateObjectList);
+    value = AddCallersValue(*schema);
+    list->Clear();
     list->Add(value.Get());
     value->onAddReference = value->onRead = Once([&] { schema.Reset(); });
-    use(bare, value.Get(), list.Get());
+    use(*schema);
     EXPECT_FALSE(schema);
   }
 }
@@ -119,8 +109,7 @@ TEST(SchemaCallers, WhatAValueAddsMeanwhileIsLeftOut) {
   EXPECT_EQ(json[0], '{') << json;
   EXPECT_EQ(json.find("allowedValues"), json.rfind("allowedValues")) << json;
   EXPECT_LT(std::exchange(added, 0), 10);
-  Ptr<ISchema> copy;
-  EXPECT_TRUE(schema->Clone(copy.Receive(), nullptr));
+  Made<ISchema>(&ISchema::Clone, schema);
   EXPECT_LT(added, 50);
 }
 
@@ -134,7 +123,7 @@ TEST(SchemaCallers, AValueMayUseTheListThatItIsAddedTo) {
   EXPECT_TRUE(schema->AddAllowedValue("x", value.Get(), nullptr));
   EXPECT_EQ(AllowedValues(*schema, "x").size(), 11u);
 
-  const auto list = New<IObjectList>(Data_CreateObjectList);
+  const auto list = New(Data_CreateObjectList);
   for (int i = 0; i < 3; ++i) list->Add(value.Get());
   value->onAddReference = Once([&] { list->Clear(); });
   EXPECT_TRUE(schema->SetAllowedValues("x", list.Get(), nullptr));
@@ -164,12 +153,10 @@ TEST(SchemaCallers, AnObjectThatThrowsAddsNoColumn) {
   const auto value = Core::MakePtr<CallersValue>();
   const Variant record = Reference(ValueType::IObject, value);
   value->onAddReference = [] { throw std::runtime_error("no more references"); };
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->SetDefaultValue("x", &record, error); }),
-      "no more references");
-  EXPECT_EQ(
-      Failure([&](IErrorCode** error) { return schema->AddAllowedValue("x", value.Get(), error); }),
-      "no more references");
+  const auto setDefault = [&](auto e) { return schema->SetDefaultValue("x", &record, e); };
+  const auto allow = [&](auto e) { return schema->AddAllowedValue("x", value.Get(), e); };
+  EXPECT_EQ(Failure(setDefault), "no more references");
+  EXPECT_EQ(Failure(allow), "no more references");
   EXPECT_EQ(schema->GetColumnCount(), 0u);
   EXPECT_STREQ(schema->GetIdentifierColumn(), "");
 }

@@ -48,14 +48,12 @@ TEST(SchemaDocument, OtherTextsAndForms) {
   const std::string empty = Rewritten(R"({"columns":[]})");
   for (const Case& c : Cases(kFile, "empty")) EXPECT_EQ(Rewritten(c[0]), empty) << c.where;
   EXPECT_EQ(Rewritten(std::string(100'000, '[')), empty);
-  Ptr<ISchema> schema;
-  EXPECT_TRUE(Data_ParseSchema(New(Data_CreateJsonDocument).Get(), schema.Receive(), nullptr));
-  EXPECT_EQ(JsonOf(*schema), empty) << "a document without content";
-
-  const auto document = JsonVariant(kPlain).As<Ptr<IJsonDocument>>();
+  const auto document = New(Data_CreateJsonDocument);
+  const auto read = [&] { return JsonOf(*Made<ISchema>(Data_ParseSchema, document.Get())); };
+  EXPECT_EQ(read(), empty) << "a document without content";
+  document->SetContent(kPlain.data(), kPlain.size());
   document->GetContent()->GetWide();  // converts it in place
-  EXPECT_TRUE(Data_ParseSchema(document.Get(), schema.Receive(), nullptr));
-  EXPECT_EQ(JsonOf(*schema), Rewritten(kPlain)) << "a content in another form";
+  EXPECT_EQ(read(), Rewritten(kPlain)) << "a content in another form";
 }
 
 TEST(SchemaDocument, ValuesAreReadByTheirType) {
@@ -141,28 +139,22 @@ TEST(SchemaDocument, ManyMembersTakeTimeInProportion) {
                R"(","type":"string","width":1,"decimals":1)";
   std::string failure;
   const auto schema = ParseSchema(WithMember("root", columns + "}]"), failure);
-  Ptr<ISchema> clone;
-  EXPECT_TRUE(schema->Clone(clone.Receive(), nullptr));
-  EXPECT_EQ(Rewritten(JsonOf(*clone)), JsonOf(*schema));
+  EXPECT_EQ(Rewritten(JsonOf(*Made<ISchema>(&ISchema::Clone, schema))), JsonOf(*schema));
   EXPECT_EQ(ColumnNames(*schema).at(9'999), "column 9999");
   for (int i = 0; i < 50'000; ++i) members += ",\"m" + std::to_string(i) + "\":{}";
   EXPECT_EQ(Rewritten(WithMember("root", members)), Rewritten(kPlain));
 }
 
 TEST(SchemaDocument, TheJsonSchemaIsConstant) {
-  Ptr<IJsonDocument> document;
-  ASSERT_TRUE(NewSchema()->GetJsonSchema(document.Receive(), nullptr));
+  const auto document = Made<IJsonDocument>(&ISchema::GetJsonSchema, NewSchema());
   EXPECT_TRUE(document->IsValid());
   const std::string_view text = Core::Utf8View(*document->GetContent());
-  EXPECT_EQ(text.size(), 8182u);
-  Ptr<IHashing> sha256;
-  Ptr<IArray> digest;
-  ASSERT_TRUE(Data_CreateHashingInstanceSha2(0, sha256.Receive(), nullptr));
-  ASSERT_TRUE(sha256->Hash(text.data(), text.size(), digest.Receive(), nullptr));
-  std::string digits;
-  for (const auto byte : std::string_view(static_cast<char*>(digest->GetData()), 32))
-    for (const int digit : {(byte >> 4) & 0xF, byte & 0xF}) digits += "0123456789abcdef"[digit];
-  EXPECT_EQ(digits, "8733d1d42c2b8f68aa4979ba8d380b2e199a786f8e05ac0e885300be712e84c4");
+  const auto sha256 = Made<IHashing>(Data_CreateHashingInstanceSha2, 0u);
+  const void* const data = text.data();
+  const auto digest = Made<IArray>(&IHashing::Hash, sha256, data, text.size());
+  EXPECT_EQ(std::string_view(static_cast<char*>(digest->GetData()), 32),
+            "\x87\x33\xd1\xd4\x2c\x2b\x8f\x68\xaa\x49\x79\xba\x8d\x38\x0b\x2e"
+            "\x19\x9a\x78\x6f\x8e\x05\xac\x0e\x88\x53\x00\xbe\x71\x2e\x84\xc4"sv);
 }
 
 }  // namespace Data::tests

@@ -10,9 +10,7 @@ inline constexpr _UUID kSomeUuid = {
 inline const char kMissing[] = "invalid unordered_map<K, T> key";
 
 inline Ptr<ISchema> NewSchema() {
-  Ptr<ISchema> schema;
-  EXPECT_TRUE(Data_CreateSchema(&kSomeUuid, "Roads", "All roads", schema.Receive(), nullptr));
-  return schema;
+  return Made<ISchema>(Data_CreateSchema, &kSomeUuid, "Roads", "All roads");
 }
 
 /// A schema with a column "x".
@@ -39,9 +37,7 @@ inline std::string JsonOf(ISchema& schema) {
   Ptr<IJsonDocument> document;
   Ptr<IErrorCode> error;
   if (!schema.ToJson(document.Receive(), 0, 0, error.Receive())) return MessageOf(error);
-  Ptr<IString> text;
-  EXPECT_TRUE(document->ToCompactString(text.Receive(), error.Receive()));
-  return std::string(Core::Utf8View(*text));
+  return Made<IString>(&IJsonDocument::ToCompactString, document)->GetUtf8();
 }
 
 /// How a document is written again once it was read, or the failure.
@@ -52,8 +48,7 @@ inline std::string Rewritten(std::string_view json) {
 }
 
 inline std::vector<std::string> ColumnNames(ISchema& schema) {
-  Ptr<IObjectList> list;
-  EXPECT_TRUE(schema.GetColumnNames(list.Receive(), nullptr));
+  const auto list = Made<IObjectList>(&ISchema::GetColumnNames, &schema);
   std::vector<std::string> names;
   for (std::uint64_t i = 0; i < list->GetCount(); ++i)
     names.emplace_back(Core::Utf8View(*Core::CastToInterface<IString>(list->GetAt(i))));
@@ -67,8 +62,7 @@ inline Variant DefaultValue(ISchema& schema, const char* column) {
 }
 
 inline std::vector<Ptr<IAllowedValue>> AllowedValues(ISchema& schema, const char* column) {
-  Ptr<IObjectList> list;
-  EXPECT_TRUE(schema.GetAllowedValues(column, list.Receive(), nullptr)) << column;
+  const auto list = Made<IObjectList>(&ISchema::GetAllowedValues, &schema, column);
   std::vector<Ptr<IAllowedValue>> values;
   for (std::uint64_t i = 0; list && i < list->GetCount(); ++i)
     values.push_back(Core::CastToInterface<IAllowedValue>(list->GetAt(i)));
@@ -76,10 +70,8 @@ inline std::vector<Ptr<IAllowedValue>> AllowedValues(ISchema& schema, const char
 }
 
 inline Ptr<IAllowedValue> AllowedValue(const Variant& value) {
-  Ptr<IAllowedValue> allowed;
-  EXPECT_TRUE(Data_CreateAllowedValue(&value, ComparisonOperator::LessOrEqual, "Shown", "Described",
-                                      "Sorted", "Linked", allowed.Receive(), nullptr));
-  return allowed;
+  return Made<IAllowedValue>(Data_CreateAllowedValue, &value, ComparisonOperator::LessOrEqual,
+                             "Shown", "Described", "Sorted", "Linked");
 }
 
 }  // namespace Data::tests

@@ -6,47 +6,29 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-/// An attribute that is a text, a flag or a number: how it is set and read, and another value than
-/// `AddColumn` sets.
-template <class Value>
-struct Attribute {
-  const char* what;
-  bool (ISchema::*set)(const char*, Value, IErrorCode**);
-  Value (ISchema::*get)(const char*, IErrorCode**);
-  Value other;
-};
-
-constexpr Attribute<const char*> kTexts[] = {
-    {"description", &ISchema::SetColumnDescription, &ISchema::GetColumnDescription, "d"},
-    {"update expression", &ISchema::SetUpdateExpression, &ISchema::GetUpdateExpression, "u"},
-    {"unit", &ISchema::SetUnit, &ISchema::GetUnit, "m"},
-    {"insert expression", &ISchema::SetInsertExpression, &ISchema::GetInsertExpression, "i"},
-    {"display name", &ISchema::SetDisplayName, &ISchema::GetDisplayName, "n"},
-    {"group", &ISchema::SetGroup, &ISchema::GetGroup, "x"},
-    {"help", &ISchema::SetHelpUri, &ISchema::GetHelpUri, "a text of more than sixteen bytes"},
-};
-constexpr Attribute<bool> kFlags[] = {
-    {"allow any value", &ISchema::SetAllowAnyValue, &ISchema::GetAllowAnyValue, false},
-    {"read only", &ISchema::SetReadOnly, &ISchema::GetReadOnly, true},
-    {"visible", &ISchema::SetVisible, &ISchema::GetVisible, false},
-    {"display attribute", &ISchema::SetDisplayAttribute, &ISchema::GetDisplayAttribute, true},
-    {"nullable", &ISchema::SetNullable, &ISchema::GetNullable, true},
-};
-constexpr Attribute<std::int32_t> kNumbers[] = {
-    {"width", &ISchema::SetWidth, &ISchema::GetWidth, -3},
-    {"decimals", &ISchema::SetDecimals, &ISchema::GetDecimals, -4},
-};
-constexpr Attribute<ValueType> kTypes[] = {
-    {"type", &ISchema::SetType, &ISchema::GetType, ValueType::Double},
-};
-
-/// Calls `visit` with each attribute of the tables above.
+/// Calls `visit` with the setter and the getter of each attribute that is a text, a flag, a number
+/// or a type, and with another value than `AddColumn` sets.
 template <class Visitor>
 void ForEachAttribute(Visitor visit) {
-  for (const auto& attribute : kTexts) visit(attribute);
-  for (const auto& attribute : kFlags) visit(attribute);
-  for (const auto& attribute : kNumbers) visit(attribute);
-  for (const auto& attribute : kTypes) visit(attribute);
+  visit(&ISchema::SetColumnDescription, &ISchema::GetColumnDescription, "d");
+  visit(&ISchema::SetUpdateExpression, &ISchema::GetUpdateExpression, "u");
+  visit(&ISchema::SetUnit, &ISchema::GetUnit, "m");
+  visit(&ISchema::SetInsertExpression, &ISchema::GetInsertExpression, "i");
+  visit(&ISchema::SetDisplayName, &ISchema::GetDisplayName, "n");
+  visit(&ISchema::SetGroup, &ISchema::GetGroup, "x");
+  visit(&ISchema::SetHelpUri, &ISchema::GetHelpUri, "a text of more than sixteen bytes");
+  visit(&ISchema::SetAllowAnyValue, &ISchema::GetAllowAnyValue, false);
+  visit(&ISchema::SetReadOnly, &ISchema::GetReadOnly, true);
+  visit(&ISchema::SetVisible, &ISchema::GetVisible, false);
+  visit(&ISchema::SetDisplayAttribute, &ISchema::GetDisplayAttribute, true);
+  visit(&ISchema::SetNullable, &ISchema::GetNullable, true);
+  visit(&ISchema::SetWidth, &ISchema::GetWidth, -3);
+  visit(&ISchema::SetDecimals, &ISchema::GetDecimals, -4);
+  visit(&ISchema::SetType, &ISchema::GetType, ValueType::Double);
+}
+void SetEachAttribute(ISchema& schema) {
+  ForEachAttribute(
+      [&](auto set, auto, auto other) { EXPECT_TRUE((schema.*set)("x", other, nullptr)); });
 }
 
 constexpr char kHeader[] =
@@ -99,23 +81,21 @@ TEST(Schema, NullChangesNoTitleButEmptiesTheIdentifierColumn) {
 }
 
 TEST(Schema, EachAttributeHasItsSetterAndGetter) {
-  ForEachAttribute([]<class Value>(const Attribute<Value>& c) {
-    SCOPED_TRACE(c.what);
+  ForEachAttribute([](auto set, auto get, auto other) {
     const auto schema = NewSchema();
     const auto read = [&](const char* name) {
-      return Failure([&](IErrorCode** error) { return ((*schema).*c.get)(name, error); });
+      return Failure([&](IErrorCode** error) { return ((*schema).*get)(name, error); });
     };
     EXPECT_EQ(read("x"), kMissing);
     EXPECT_EQ(schema->GetColumnCount(), 0u) << "a getter adds no column";
     EXPECT_EQ(read(nullptr), kNullText);
-    EXPECT_FALSE(((*schema).*c.set)(nullptr, c.other, nullptr));
-    EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr));
-    const Value stored = ((*schema).*c.get)("x", nullptr);
-    if constexpr (std::is_same_v<Value, const char*>) {
-      EXPECT_STREQ(stored, c.other);
-      EXPECT_FALSE(((*schema).*c.set)("y", nullptr, nullptr));
+    EXPECT_FALSE(((*schema).*set)(nullptr, other, nullptr));
+    EXPECT_TRUE(((*schema).*set)("x", other, nullptr));
+    if constexpr (std::is_same_v<decltype(other), const char*>) {
+      EXPECT_STREQ(((*schema).*get)("x", nullptr), other);
+      EXPECT_FALSE(((*schema).*set)("y", nullptr, nullptr));
     } else {
-      EXPECT_EQ(stored, c.other);
+      EXPECT_EQ(((*schema).*get)("x", nullptr), other);
     }
     EXPECT_EQ(ColumnNames(*schema), Names{"x"}) << "a setter adds the column, with nothing else";
     const auto check = [&](IErrorCode** error) { return schema->CheckConsistency(error); };
@@ -171,11 +151,10 @@ TEST(Schema, EveryTypeHasANameAndADefaultValue) {
 TEST(Schema, AddColumnAgainKeepsThePositionAndWhatItNeverSets) {
   const auto schema = SchemaWithColumn();
   EXPECT_TRUE(schema->AddColumn("later", ValueType::Int64, 5, 2, nullptr));
-  ForEachAttribute([&](const auto& c) { EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)); });
+  SetEachAttribute(*schema);
   EXPECT_TRUE(schema->AddAllowedValue("x", AllowedValue(1).Get(), nullptr));
   // The name may come from the schema's own texts.
-  const char* const name = schema->GetGroup("x", nullptr);
-  EXPECT_TRUE(schema->AddColumn(name, ValueType::Int64, 5, 2, nullptr));
+  EXPECT_TRUE(schema->AddColumn(schema->GetGroup("x", nullptr), ValueType::Int64, 5, 2, nullptr));
   EXPECT_EQ(ColumnNames(*schema), (Names{"x", "later"}));
   const std::string left = R"("updateExpression":"u","insertExpression":"i","unit":"m","width")";
   const std::string again = Replaced(Replaced(kColumn, R"("width")", left), R"("visible":true)",
@@ -204,7 +183,7 @@ TEST(Schema, AddColumnWithTextsSetsThem) {
 
 TEST(Schema, DefaultValuesShareTheirObjects) {
   const auto schema = SchemaWithColumn();
-  const auto array = New<IArray>(Data_CreateArray);
+  const auto array = New(Data_CreateArray);
   const Variant value(array), other = "text";
   EXPECT_TRUE(schema->SetDefaultValue("x", &value, nullptr));
   EXPECT_EQ(ReferencesTo(array), 3u) << "here, in the record, in the schema";
@@ -236,7 +215,7 @@ TEST(Schema, ListsOfAllowedValues) {
   EXPECT_EQ(AllowedValues(*schema, "x"), (std::vector{first, second, first}));
   EXPECT_EQ(ReferencesTo(first), 3u);
 
-  const auto list = New<IObjectList>(Data_CreateObjectList);
+  const auto list = New(Data_CreateObjectList);
   const auto set = [&](IErrorCode** error) {
     return schema->SetAllowedValues("x", list.Get(), error);
   };
@@ -266,8 +245,9 @@ TEST(Schema, ListsOfAllowedValues) {
   EXPECT_FALSE(schema->AddAllowedValue(nullptr, first.Get(), nullptr));
   EXPECT_FALSE(schema->SetAllowedValues(nullptr, nullptr, nullptr));
   EXPECT_FALSE(schema->AddAllowedValue("a", nullptr, nullptr));
-  Ptr<IObjectList> none;
-  const auto get = [&](IErrorCode** e) { return schema->GetAllowedValues("a", none.Receive(), e); };
+  const auto get = [&](auto e) {
+    return schema->GetAllowedValues("a", Ptr<IObjectList>().Receive(), e);
+  };
   EXPECT_EQ(Failure(get), kMissing);
   EXPECT_EQ(ColumnNames(*schema), (Names{"x", "y", "z"}));
 }
@@ -275,15 +255,14 @@ TEST(Schema, ListsOfAllowedValues) {
 TEST(Schema, ClonesEverythingButTheIdentifier) {
   const auto schema = SchemaWithColumn();
   const auto allowed = AllowedValue(1);
-  ForEachAttribute([&](const auto& c) { EXPECT_TRUE(((*schema).*c.set)("x", c.other, nullptr)); });
+  SetEachAttribute(*schema);
   EXPECT_TRUE(schema->AddAllowedValue("x", allowed.Get(), nullptr));
   schema->SetIdentifierColumn("other");
   schema->SetVersion(5);
 
-  Ptr<ISchema> same, renamed;
   const _UUID zero{};
-  EXPECT_TRUE(schema->Clone(same.Receive(), nullptr));
-  EXPECT_TRUE(schema->CloneWithUuid(&zero, renamed.Receive(), nullptr));
+  const auto same = Made<ISchema>(&ISchema::Clone, schema);
+  const auto renamed = Made<ISchema>(&ISchema::CloneWithUuid, schema, &zero);
   EXPECT_EQ(AllowedValues(*same, "x"), std::vector{allowed}) << "the very same object";
   EXPECT_EQ(JsonOf(*same), JsonOf(*schema));
   EXPECT_EQ(JsonOf(*renamed), Replaced(JsonOf(*schema), Core::ToText(Variant(kSomeUuid)),
