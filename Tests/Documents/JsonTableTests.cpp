@@ -1,8 +1,9 @@
 #include "DocumentSupport.h"
 #include "Records.h"
+#include "Script.h"
 #include "SmallStack.h"
 #include "Tables/CsvSupport.h"
-#include "Tables/TableScript.h"
+#include "Tables/TableSupport.h"
 
 namespace Data::tests {
 
@@ -116,16 +117,12 @@ TEST(TableWriting, SurvivesWhatACellDoesWhenItIsRead) {
     // Each way of writing gets a table of its own.
     const auto written = [&](auto write) {
       auto text = Core::MakePtr<CallersText>("text");
-      auto table = MakeTable({"a", "b", "c"}, {{1, "x", 2}, {3, Variant(text), 4}, {5, "y", 6}});
-      text->onRead = [&table, steps = StepsOf(c[0])]() mutable {
-        for (Step& step : std::exchange(steps, {}))
-          if (step.name == "End")
-            table.Reset();
-          else
-            kOperations.at(step.name)(*table, step);
+      Scene scene(MakeTable({"a", "b", "c"}, {{1, "x", 2}, {3, Variant(text), 4}, {5, "y", 6}}));
+      text->onRead = [&scene, script = c.fields[0]]() mutable {
+        scene.Run(std::exchange(script, ""));
       };
       text.Reset();
-      return write(table.Get());
+      return write(static_cast<ITable*>(scene.self));
     };
     EXPECT_EQ(written(CsvOf), "a,b,c\n" + c.fields[1]) << c.where;
     EXPECT_EQ(written([](ITable* table) { return JsonOf(table); }), c[2]) << c.where;

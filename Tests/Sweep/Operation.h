@@ -2,14 +2,10 @@
 
 #include <array>
 
-#include "Prelude.h"
+#include "Script.h"
 #include "Sweep/FailingMemory.h"
 
 namespace Data::tests {
-
-/// The state of an object that its operations show, as text.
-std::string Describe(IObject* object);
-std::string Describe(const Structures::_VARIANT& record);
 
 using Objects = std::vector<Ptr<IObject>>;
 

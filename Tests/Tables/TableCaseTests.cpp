@@ -1,79 +1,117 @@
-#include "Tables/TableScript.h"
+#include "Script.h"
+#include "Tables/TableSupport.h"
 
 namespace Data::tests {
 
 using Structures::MergeMode;
 
-TEST(TableCases, OperationsAnswerFailOrChangeTheRows) {
-  for (const char* section : {"rows", "columns", "failures", "row failures", "index"}) {
-    for (const Case& c : Cases("Tables.txt", section)) {
-      const auto table = TableOf(c[0]);
-      table->GetHeader()->SetName("T");
-      EXPECT_EQ(AnswersOf(*table, c[1]), c[2]) << c.where << ": " << c[3];
+namespace {
+
+/// Every row knows its position and has a cell per column, and an index finds each of them.
+void CheckWhole(ITable& table, const std::string& what) {
+  for (std::int64_t i = 0; i < table.GetRowCount(); ++i) {
+    IRow& row = *table.GetRow(i);
+    ASSERT_EQ(row.GetIndex(), i) << what;
+    ASSERT_EQ(row.GetTable(), &table) << what;
+    ASSERT_EQ(row.GetCellCount(), table.GetColumnCount()) << what;
+    if (IColumn* column = table.GetIndexColumn()) {
+      ASSERT_EQ(table.FindRow(row.GetCellAt(column->GetIndex())), &row) << what;
     }
   }
 }
 
-TEST(TableCases, MergesJoinRowsOfEqualKeys) {
-  for (const Case& c : Cases("Tables.txt", "merge")) {
-    const auto left = TableOf(c[0]), right = TableOf(c[1]);
-    left->GetHeader()->SetName("cities");
-    right->GetHeader()->SetName("countries");
-    std::istringstream words{std::string(c[2])};
-    int mode = 0;
-    std::string leftKey, rightKey;
-    words >> mode >> leftKey >> rightKey;
-    Ptr<ITable> merged;
-    const std::string failure = Failure([&](auto e) {
-      const char* const names[] = {leftKey.c_str(), rightKey.c_str()};
-      return left->MergeOn(right.Get(), names[0], names[1], MergeMode{mode}, merged.Receive(), e);
-    });
-    ASSERT_EQ(failure, merged ? "" : c[3]) << c.where << ": " << c[4];
-    if (!merged) continue;
-    EXPECT_EQ(NamesOf(*merged) + "; " + TextOf(*merged), c[3]) << c.where << ": " << c[4];
-    EXPECT_STREQ(merged->GetHeader()->GetName(), "cities_countries_merged");
+}  // namespace
+
+TEST(Tables, AnswerFailOrChange) {
+  for (const char* section : {"rows", "columns", "failures", "row failures", "index", "merge"}) {
+    for (const Case& c : Cases("Tables.txt", section)) {
+      const std::size_t slash = std::min(c[0].find(" / "), c[0].size());
+      const auto table = TableOf(c[0].substr(0, slash));
+      const auto other = TableOf(c[0].substr(std::min(slash + 3, c[0].size())));
+      table->GetHeader()->SetName("T");
+      other->GetHeader()->SetName("O");
+      Scene scene(table);
+      scene.objects = {{"other", other},
+                       {"@", New(Data_CreateArray)},
+                       {"dictionary", New(Data_CreateVariantDictionary)}};
+      const std::string answers = scene.Answers(c[1]);
+      EXPECT_EQ(answers.empty() ? TextOf(*table) : answers, c[2]) << c.where << ": " << c[3];
+    }
   }
 }
 
-TEST(TableMerge, TakesSeveralKeys) {
-  const auto left = MakeTable({"a", "b", "x"}, {{1, 1, "l11"}, {1, 2, "l12"}, {2, 1, "l21"}});
-  const auto right =
-      MakeTable({"b", "a", "y"}, {{1, 1, "r11"}, {1, 2, "r21"}, {2, 2, "r22"}, {1, 1, "again"}});
-  Ptr<ITable> merged;
-  ASSERT_TRUE(left->MergeOnColumns(right.Get(), MergeMode::Matching, merged.Receive(), nullptr, 2,
-                                   "a", "b"));
-  EXPECT_EQ(NamesOf(*merged.Get()), "a b x y");
-  EXPECT_EQ(TextOf(*merged.Get()), "1,1,l11,r11 1,1,l11,again 2,1,l21,r21");
-  EXPECT_EQ(Failure([&](auto e) {
-              return left->MergeOnColumns(right.Get(), MergeMode::All, Ptr<ITable>().Receive(), e,
-                                          0);
-            }),
-            "Invalid column!");
-  EXPECT_EQ(Failure([&](auto e) {
-              return left->Merge(right.Get(), nullptr, MergeMode::All, Ptr<ITable>().Receive(), e);
-            }),
-            kNullText);
+TEST(Tables, StayWholeWhileCallbacksCome) {
+  for (const bool isIndexed : {false, true}) {
+    const auto make = [&] {
+      Scene scene(TableOf("key n; ~k,~a; ~l,~b; ~same,~c"));
+      const auto other = TableOf("key n; ~o,~a; ~same,~b");
+      const auto dictionary = New(Data_CreateVariantDictionary);
+      const Variant key("key"), value = ValueOf("~new");
+      dictionary->Set(&key, &value, nullptr);
+      scene.objects = {
+          {"other", other}, {"otherRow", Ptr<IRow>(other->GetRow(0))}, {"dictionary", dictionary}};
+      if (isIndexed) scene.Run("BuildIndex 0, column");
+      return scene;
+    };
+    const auto check = [](Scene& scene, const std::string& what) {
+      if (scene.owner) CheckWhole(static_cast<ITable&>(*scene.self), what);
+      if (const auto merged = scene.objects.find("merged"); merged != scene.objects.end())
+        CheckWhole(*merged->second.As<Ptr<ITable>>(), "merged: " + what);
+    };
+    CallBackAtEveryUse("Tables.txt", "callbacks", "callback actions", make, check);
+  }
 }
 
-TEST(TableMerge, DescribesColumnsAsTheTablesDo) {
-  const auto left = MakeTable({"k"}, {{1}}), right = MakeTable({"a", "k"}, {{Null, 1}, {2.5, 7}});
-  IColumn& source = *right->GetColumn(0);
-  source.SetWidth(12);
-  source.SetDecimals(UINT32_MAX);
-  source.SetHidden(3);
-  source.SetReadOnly(255);
-  Ptr<ITable> merged;
-  ASSERT_TRUE(left->Merge(right.Get(), "k", MergeMode::Matching, merged.Receive(), nullptr));
-  for (IColumn* column : {&source, merged->GetColumn(1)}) {
-    EXPECT_EQ(column->GetType(), ValueType::Double);
-    EXPECT_EQ(column->GetWidth(), 12u);
-    EXPECT_EQ(column->GetDecimals(), UINT32_MAX);
-    EXPECT_EQ(column->IsHidden(), 3) << "a byte, kept as it is";
-    EXPECT_EQ(column->IsReadOnly(), 255);
-    EXPECT_EQ(column->HasSeenNull(), 1);
+/// Operations end, though every use of a cell adds a row with such a cell.
+TEST(Tables, DoNotFollowRowsThatTheyAdd) {
+  for (const char* script : {"column1.Fill ~text", "column.GetValues", "FindRows a, none",
+                             "BuildIndex 0, column", "Merge self, b, 2"}) {
+    const auto table = TableOf("a b; ~text,1; ~text,2");
+    Scene scene(table);
+    const Variant own = ValueOf("~text");
+    bool isAdding = false;
+    *kOnUse = [&] {
+      if (std::exchange(isAdding, true)) return;
+      if (table->GetRowCount() < 1000) table->AddRow(&own, 1);
+      isAdding = false;
+    };
+    scene.Run(script);
+    EXPECT_LT(table->GetRowCount(), 1000) << script;
+    *kOnUse = [] {};
   }
-  EXPECT_EQ(merged->GetColumn(0)->GetWidth() + merged->GetColumn(0)->IsHidden(), 0u);
-  EXPECT_EQ(merged->GetRow(0)->IsModified(), 0);
+}
+
+TEST(TableMerge, LooksUpColumnsAgain) {
+  Scene scene(TableOf("a b c; ~text,b,c; x,b,c"));
+  scene.objects = {{"other", TableOf("a; x")}};
+  *kOnUse = [&] {
+    *kOnUse = [] {};
+    scene.Run("RemoveColumn b");
+  };
+  scene.Run("merged = Merge other, a, 1");
+  EXPECT_EQ(scene.Answers("merged.Names; merged.Rows"), "a b c ~ text,,c x,,c");
+}
+
+/// A null name counts as empty.
+TEST(Tables, ReadAColumnWithoutAName) {
+  const auto table = MakeTable({"a"}, {{Ptr<IString>(Core::MakePtr<CallersText>("x"))}});
+  // The column gets a virtual table of its own, in which one operation is the caller's.
+  void**& slots = *reinterpret_cast<void***>(table->GetColumn(0));
+  void** const before = slots;
+  void* own[2 + 27];
+  std::copy_n(before - 2, std::size(own), own);
+  own[2 + 6] = reinterpret_cast<void*>(+[](IColumn*) -> const char* { return nullptr; });
+  slots = own + 2;
+  Ptr<ITable> merged;
+  Ptr<IString> csv;
+  Ptr<IJsonDocument> json;
+  EXPECT_TRUE(table->Merge(table.Get(), "", MergeMode::All, merged.Receive(), nullptr));
+  EXPECT_TRUE(Data_ConvertTableToCsv(table.Get(), ",", csv.Receive(), false, nullptr));
+  EXPECT_TRUE(Data_TableToJson(table.Get(), json.Receive(), nullptr));
+  slots = before;
+  EXPECT_EQ(NamesOf(*merged) + TextOf(*merged), "x");
+  EXPECT_STREQ(csv->GetUtf8(), "\nx");
+  EXPECT_STREQ(json->GetContent()->GetUtf8(), R"([{"":"x"}])");
 }
 
 }  // namespace Data::tests

@@ -1,4 +1,4 @@
-#include "Sweep/Operation.h"
+#include "Script.h"
 
 namespace Data::tests {
 namespace {
@@ -9,7 +9,8 @@ std::string Text(ValueType type) { return std::string(Core::GetValueTypeName(typ
 std::string Text(IObject* object) { return Describe(object); }
 std::string Text(const Structures::_VARIANT& record) {
   const ValueType type = Core::TypeOf(record);
-  return type == ValueType::Unknown ? "" : Text(type) + Core::ToText(record) + " ";
+  if (type == ValueType::Unknown) return "";
+  return Text(type) + Outcome([&] { return Core::ToText(record); }) + " ";
 }
 template <class... Values>
 std::string All(const Values&... values) {
@@ -44,7 +45,8 @@ std::string Of(IArray& array) {
   return All(array.GetStride(), array.GetCount()).append(bytes, bytes ? array.GetSize() : 0);
 }
 std::string Of(IObjectList& list) {
-  return Each(list.GetCount(), [&](auto i) { return Text(list.GetAt(i)); });
+  return Each(list.GetCount(),
+              [&](auto i) { return Outcome([&] { return Text(list.GetAt(i)); }); });
 }
 std::string Of(IVariantList& list) {
   return Each(list.GetCount(),
@@ -60,7 +62,8 @@ std::string Of(IVariantDictionary& dictionary) {
   EXPECT_TRUE(dictionary.GetKeys(keys.Receive(), nullptr));
   return Each(keys->GetCount(), [&](auto i) {
     return Given([&](auto* key, auto* value) {
-      EXPECT_TRUE(keys->GetAt(i, key) && dictionary.Get(key, value, nullptr));
+      EXPECT_TRUE(keys->GetAt(i, key));
+      dictionary.Get(key, value, nullptr);
     });
   });
 }
