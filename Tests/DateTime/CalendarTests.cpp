@@ -22,8 +22,7 @@ std::int64_t DaysOfYear(sys_days day) {
 }  // namespace
 
 TEST(Calendar, CountsEveryDayAsTheStandardLibraryDoes) {
-  Ptr<IDateTime> value;
-  ASSERT_TRUE(Data_CreateMinimumDateTime(value.Receive()));
+  const auto value = New(Data_CreateMinimumDateTime);
   for (const auto& [first, last] : {std::pair{1y, 2410y}, {9999y, 10001y}, {30800y, 30827y}})
     for (sys_days day = first / 1 / 1; day <= last / 12 / 31; day += days(1)) {
       value->AddTicks(TicksOf(day) - static_cast<std::int64_t>(value->GetFileTime()));
@@ -90,8 +89,7 @@ TEST(Calendar, FileTimesBeyondTheCalendarHaveNoFields) {
     EXPECT_EQ(value->GetFileTime(), ticks);
     EXPECT_EQ(TextOf(value), "0000-00-00T00:00:00.000000000Z");
     EXPECT_EQ(value->GetDayOfWeek(), 7);
-    Ptr<IDateTime> clone;
-    value->Clone(clone.Receive());
+    const auto clone = Made<IDateTime>(&IDateTime::Clone, value);
     EXPECT_EQ(clone->GetFileTime(), ticks);
     EXPECT_EQ(TextOf(clone), "0000-00-00T00:00:00.000000000Z");
   }

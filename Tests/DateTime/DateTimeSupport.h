@@ -11,17 +11,13 @@ inline Ptr<IDateTime> DateTimeOf(std::string_view iso8601) {
 }
 
 inline Ptr<IDateTime> DateTimeOfTicks(std::uint64_t ticks) {
-  Ptr<IDateTime> result;
-  EXPECT_TRUE(Data_CreateDateTimeFromFileTime(ticks, result.Receive()));
-  return result;
+  return Made<IDateTime>(Data_CreateDateTimeFromFileTime, ticks);
 }
 
 /// What one of the four printers gives.
 template <class Printer>
 std::string Print(IDateTime& value, Printer printer) {
-  Ptr<IString> text;
-  (value.*printer)(text.Receive());
-  return std::string(Core::Utf8View(*text));
+  return Made<IString>(printer, &value)->GetUtf8();
 }
 
 /// "2024-11-14T10:20:30.123000000Z"

@@ -8,9 +8,7 @@ namespace Data::tests {
 namespace {
 
 Ptr<IDateTime> DateTimeOfPosixTime(std::int64_t seconds) {
-  Ptr<IDateTime> result;
-  EXPECT_TRUE(Data_CreateDateTimeFromPosixTime(seconds, result.Receive()));
-  return result;
+  return Made<IDateTime>(Data_CreateDateTimeFromPosixTime, seconds);
 }
 
 /// A setter or adder of any argument type, called with a `double`.
@@ -22,14 +20,10 @@ auto Change(void (IDateTime::*change)(Number)) {
 }  // namespace
 
 TEST(DateTime, FactoriesGiveTheirMoments) {
-  Ptr<IDateTime> minimum, maximum, now, later;
-  EXPECT_TRUE(Data_CreateMinimumDateTime(minimum.Receive()));
-  EXPECT_TRUE(Data_CreateMaximumDateTime(maximum.Receive()));
-  EXPECT_TRUE(Data_CreateCurrentDateTime(now.Receive()));
-  EXPECT_TRUE(Data_CreateCurrentDateTime(later.Receive()));
-  EXPECT_EQ(TextOf(minimum), "0001-01-01T00:00:00.000000000Z");
-  EXPECT_EQ(TextOf(maximum), "9999-12-31T00:00:00.000000000Z");
-  EXPECT_STREQ(minimum->GetTimeZone(), "Etc/UTC");
+  const auto now = New(Data_CreateCurrentDateTime), later = New(Data_CreateCurrentDateTime);
+  EXPECT_EQ(TextOf(New(Data_CreateMinimumDateTime)), "0001-01-01T00:00:00.000000000Z");
+  EXPECT_EQ(TextOf(New(Data_CreateMaximumDateTime)), "9999-12-31T00:00:00.000000000Z");
+  EXPECT_STREQ(now->GetTimeZone(), "Etc/UTC");
   EXPECT_GT(now->GetYear(), 2023);
   EXPECT_LE(now->CompareTo(later.Get()), 0);
   EXPECT_LT(later->GetFileTime() - now->GetFileTime(), 36'000'000'000u) << "an hour";
@@ -70,8 +64,7 @@ TEST(DateTime, ChangesByFieldsAndAmounts) {
     const auto value = DateTimeOf(c[0]);
     changes.at(c[2])(*value, std::stod(c.fields[1]));
     EXPECT_EQ(TextOf(value), c[3]) << c.where;
-    Ptr<IDateTime> clone;  // of the ticks alone
-    value->Clone(clone.Receive());
+    const auto clone = Made<IDateTime>(&IDateTime::Clone, value);  // of the ticks alone
     EXPECT_EQ(TextOf(clone), c[4].empty() ? c[3] : c[4]) << c.where;
     EXPECT_TRUE(clone->GetDayOfWeek() == value->GetDayOfWeek() || !c[4].empty()) << c.where;
   }
@@ -130,11 +123,10 @@ TEST(DateTime, GetStartOfTruncates) {
 TEST(DateTime, CloneKeepsTheTicksAlone) {
   const auto value = DateTimeOfTicks(12'345);
   value->SetTimeZone("Europe/Vienna");
-  Ptr<IDateTime> clone;
-  value->Clone(clone.Receive());
+  auto clone = Made<IDateTime>(&IDateTime::Clone, value);
   EXPECT_EQ(clone->GetFileTime(), 12'345u);
   EXPECT_STREQ(clone->GetTimeZone(), "Etc/UTC");
-  DateTimeOf("2023-02-30")->Clone(clone.Receive());
+  clone = Made<IDateTime>(&IDateTime::Clone, DateTimeOf("2023-02-30"));
   EXPECT_EQ(Print(*clone, &IDateTime::ToIso8601Date), "2023-03-02");
 }
 

@@ -7,8 +7,7 @@ namespace Data::tests {
 /// A document of any kind with content.
 template <class Interface>
 Core::Ptr<Interface> DocumentOf(bool (*factory)(Interface**), std::string_view text) {
-  Core::Ptr<Interface> document;
-  EXPECT_TRUE(factory(document.Receive()));
+  const auto document = New(factory);
   document->SetContent(text.data(), text.size());
   return document;
 }

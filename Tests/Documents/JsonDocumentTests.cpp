@@ -8,10 +8,7 @@ namespace Data::tests {
 namespace {
 
 std::string Compact(const Ptr<IJsonDocument>& document) {
-  Ptr<IString> text;
-  Ptr<IErrorCode> error;
-  EXPECT_TRUE(document->ToCompactString(text.Receive(), error.Receive())) << MessageOf(error);
-  return std::string(Core::Utf8View(*text));
+  return Made<IString>(&IJsonDocument::ToCompactString, document)->GetUtf8();
 }
 
 /// A document of a program's own, which calls back when it is asked.
@@ -47,11 +44,11 @@ TEST(JsonDocument, KeepsItsContentByteForByte) {
   EXPECT_EQ(document->GetContent()->GetLength(), 0u);
   EXPECT_FALSE(document->IsValid());
   EXPECT_EQ(ThrownBy([&] { document->SetContent(nullptr, 1); }), kNullText);
-  Ptr<IString> text;
+  const auto compact = [](auto error) {
+    return New(Data_CreateJsonDocument)->ToCompactString(Ptr<IString>().Receive(), error);
+  };
   EXPECT_EQ(
-      Failure([&](IErrorCode** error) {
-        return New(Data_CreateJsonDocument)->ToCompactString(text.Receive(), error);
-      }),
+      Failure(compact),
       "Null pointer exception! Interface is not accessible: struct Data::Interfaces::IString");
 }
 
@@ -89,11 +86,10 @@ TEST(JsonDocument, ReadsTheContentAsItIsStored) {
   document->GetContent()->Clear();
   EXPECT_EQ(Compact(document), "null");
   EXPECT_FALSE(document->Equals(Json("[1]").Get()));
-  Ptr<ITable> table;
-  EXPECT_EQ(Failure([&](IErrorCode** error) {
-              return Data_JsonToTable(document.Get(), table.Receive(), error);
-            }),
-            "Json document is not valid!");
+  const auto read = [&](auto error) {
+    return Data_JsonToTable(document.Get(), Ptr<ITable>().Receive(), error);
+  };
+  EXPECT_EQ(Failure(read), "Json document is not valid!");
 }
 
 TEST(JsonDocument, ReadsAContentInAnyFormAndLeavesItSo) {
@@ -103,8 +99,7 @@ TEST(JsonDocument, ReadsAContentInAnyFormAndLeavesItSo) {
   const std::uint64_t wideSize = content->GetSize();
   EXPECT_EQ(Compact(document), "{\"\u00e9\":1}");
   EXPECT_TRUE(document->Equals(Json("{\"\u00e9\":1}").Get()));
-  Ptr<ITable> table;
-  EXPECT_TRUE(Data_JsonToTable(document.Get(), table.Receive(), nullptr));
+  Made<ITable>(Data_JsonToTable, document.Get());
   EXPECT_EQ(content->GetData(), wide);
   EXPECT_EQ(content->GetSize(), wideSize) << "a reader does not convert it";
   content->SetMultiByte("[\"\xE9\"]", 5, 1252);

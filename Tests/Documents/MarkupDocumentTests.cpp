@@ -26,10 +26,7 @@ struct CallersDocument final : CallersOwn<IHtmlDocument> {
 
 template <class Interface>
 void CheckNewDocument(bool (*factory)(Interface**), const char* valid) {
-  EXPECT_FALSE(factory(nullptr));
-  Ptr<Interface> document;
-  ASSERT_TRUE(factory(document.Receive()));
-  const auto other = DocumentOf(factory, valid);
+  const auto document = New(factory), other = DocumentOf(factory, valid);
   EXPECT_TRUE(other->IsValid());
   EXPECT_FALSE(document->IsValid());
   EXPECT_EQ(document->GetContent(), nullptr);

@@ -150,8 +150,7 @@ TEST(SchemaDocument, TheJsonSchemaIsConstant) {
   EXPECT_TRUE(document->IsValid());
   const std::string_view text = Core::Utf8View(*document->GetContent());
   const auto sha256 = Made<IHashing>(Data_CreateHashingInstanceSha2, 0u);
-  const void* const data = text.data();
-  const auto digest = Made<IArray>(&IHashing::Hash, sha256, data, text.size());
+  const auto digest = Made<IArray>(&IHashing::Hash, sha256, text.data(), text.size());
   EXPECT_EQ(std::string_view(static_cast<char*>(digest->GetData()), 32),
             "\x87\x33\xd1\xd4\x2c\x2b\x8f\x68\xaa\x49\x79\xba\x8d\x38\x0b\x2e"
             "\x19\x9a\x78\x6f\x8e\x05\xac\x0e\x88\x53\x00\xbe\x71\x2e\x84\xc4"sv);

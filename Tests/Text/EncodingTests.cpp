@@ -7,9 +7,7 @@ namespace {
 constexpr auto kEncode = &IEncoding::Encode, kDecode = &IEncoding::Decode;
 
 std::string Converted(const Ptr<IEncoding>& encoding, decltype(kEncode) operation, IArray* input) {
-  Ptr<IArray> output;
-  EXPECT_TRUE(std::invoke(operation, encoding, input, output.Receive(), nullptr));
-  return BytesOf(*output);
+  return BytesOf(*Made<IArray>(operation, encoding.Get(), input));
 }
 std::string Encode(const Ptr<IEncoding>& encoding, std::string_view bytes) {
   return Converted(encoding, kEncode, ArrayOf(bytes).Get());

@@ -5,9 +5,7 @@ namespace Data::tests {
 namespace {
 
 Ptr<IHashing> Hmac(std::uint32_t variant, IArray* key) {
-  Ptr<IHashing> hashing;
-  EXPECT_TRUE(Data_CreateHashingInstanceHmacSha2(variant, key, hashing.Receive(), nullptr));
-  return hashing;
+  return Made<IHashing>(Data_CreateHashingInstanceHmacSha2, variant, key);
 }
 
 /// @param name  an algorithm as the data file names it
@@ -16,16 +14,13 @@ Ptr<IHashing> Create(std::string_view name, std::string_view key = "") {
   if (name == "MD5") return New(Data_CreateHashingInstanceMD5);
   if (name == "SHA-1") return New(Data_CreateHashingInstanceSha1);
   if (name.starts_with("HMAC")) return Hmac(variant, ArrayOf(key).Get());
-  Ptr<IHashing> hashing;
-  EXPECT_TRUE(Data_CreateHashingInstanceSha2(variant, hashing.Receive(), nullptr));
-  return hashing;
+  return Made<IHashing>(Data_CreateHashingInstanceSha2, variant);
 }
 
 std::string Digest(IHashing& hashing, std::string_view data) {
-  Ptr<IArray> digest;
-  EXPECT_TRUE(hashing.Hash(data.data(), data.size(), digest.Receive(), nullptr));
   std::string text;
-  for (const char byte : BytesOf(*digest))
+  for (const char byte :
+       BytesOf(*Made<IArray>(&IHashing::Hash, &hashing, data.data(), data.size())))
     for (const int digit : {(byte >> 4) & 0xF, byte & 0xF}) text += "0123456789abcdef"[digit];
   return text;
 }
@@ -61,13 +56,14 @@ TEST(Hashing, ReadsTheKeyOnceAndByItsElements) {
 TEST(Hashing, UnknownVariantsFailOnlyForHmac) {
   const auto key = ArrayOf("key");
   for (const std::uint32_t variant : {3u, 7u, UINT32_MAX}) {
+    Made<IHashing>(Data_CreateHashingInstanceSha2, variant);
     Ptr<IHashing> out;
-    EXPECT_TRUE(Data_CreateHashingInstanceSha2(variant, out.Receive(), nullptr));
-    for (IArray* const some : {key.Get(), static_cast<IArray*>(nullptr)})
-      EXPECT_EQ(Failure([&](auto e) {
-                  return Data_CreateHashingInstanceHmacSha2(variant, some, out.Receive(), e);
-                }),
-                "Hashing method is not supported!");
+    for (IArray* const some : {key.Get(), static_cast<IArray*>(nullptr)}) {
+      const auto create = [&](auto error) {
+        return Data_CreateHashingInstanceHmacSha2(variant, some, out.Receive(), error);
+      };
+      EXPECT_EQ(Failure(create), "Hashing method is not supported!");
+    }
     EXPECT_FALSE(out);
   }
 }

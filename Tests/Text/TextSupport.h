@@ -18,15 +18,11 @@ inline std::string BytesOf(IArray& array) {
 }
 
 inline Ptr<ISecureString> Protect(IString* text) {
-  Ptr<ISecureString> secret;
-  EXPECT_TRUE(Data_CreateSecureString(text, secret.Receive(), nullptr));
-  return secret;
+  return Made<ISecureString>(Data_CreateSecureString, text);
 }
 
 inline Ptr<IString> PlainText(ISecureString& secret) {
-  Ptr<IString> text;
-  EXPECT_TRUE(secret.GetText(text.Receive(), nullptr));
-  return text;
+  return Made<IString>(&ISecureString::GetText, &secret);
 }
 
 /// An array of the caller's own, which may answer null for its bytes.

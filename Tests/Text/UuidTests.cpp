@@ -5,8 +5,7 @@ namespace Data::tests {
 namespace {
 
 std::string TextOf(const _UUID& uuid) {
-  Ptr<IString> text;
-  EXPECT_TRUE(Data_UuidToString(&uuid, text.Receive()));
+  const auto text = Made<IString>(Data_UuidToString, &uuid);
   EXPECT_EQ(text->GetSize(), 74u) << "UTF-16";
   return text->GetUtf8();
 }
