@@ -220,9 +220,9 @@ std::string Names(IConfiguration& configuration, Call&) {
 bool MergeOnColumns(ITable& table, Call& call) {
   auto* const right = call.Take<ITable*>();
   const auto mode = call.Take<Structures::MergeMode>();
-  auto** const out = call.Take<ITable**>();
   const auto keyCount = call.Take<std::uint32_t>();
   const char *const first = call.Take<const char*>(), *const second = call.Take<const char*>();
+  auto** const out = call.Take<ITable**>();
   return table.MergeOnColumns(right, mode, out, call.error, keyCount, first, second);
 }
 
@@ -315,7 +315,7 @@ const Operations kOperations = [] {
 
 Variant ValueOf(const std::string& text) {
   if (text.starts_with('~')) {
-    auto own = Core::MakePtr<CallersText>(text.c_str() + 1);
+    auto own = Core::MakePtr<CallersText>(text == "~null" ? nullptr : text.c_str() + 1);
     own->onAddReference = own->onRelease = own->onRead = [onUse = kOnUse] {
       const auto call = *onUse;
       call();
@@ -399,7 +399,7 @@ std::string Scene::AnswerOf(const std::string& step, bool isSilent) {
     call.error = error;
     bool isDone = false;
     const std::string thrown = ThrownBy([&] { isDone = operation->second.run(object, call); });
-    if (!thrown.empty()) answer = thrown.starts_with("Memory") ? "Memory address" : thrown;
+    if (!thrown.empty()) answer = thrown;
     EXPECT_TRUE(isDone || call.AreDestinationsUntouched()) << step;
     if (isDone) answer = target.empty() ? call.Answer() : "";
     if (isDone && !target.empty()) objects[target] = call.Object();
@@ -409,7 +409,7 @@ std::string Scene::AnswerOf(const std::string& step, bool isSilent) {
   const bool isDone = run(error.Receive());
   if (error) answer = Failure(run);
   EXPECT_TRUE(isDone || !owner || Describe(self) == before) << step;
-  return answer;
+  return answer.starts_with("Memory address") ? "Memory address" : answer;
 }
 
 IObject* Scene::Find(const std::string& name) const {

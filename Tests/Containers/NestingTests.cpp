@@ -49,24 +49,18 @@ const struct {
                     })},
     {"constrained value",
      [](const Variant& v) {
-       Ptr<IConstrainedValue> value;
-       EXPECT_TRUE(Data_CreateConstrainedValue(&v, &v, &v, value.Receive(), nullptr));
-       return Variant(value);
+       return Variant(Made<IConstrainedValue>(Data_CreateConstrainedValue, &v, &v, &v));
      }},
     {"allowed value",
      [](const Variant& v) {
-       Ptr<IAllowedValue> value;
-       EXPECT_TRUE(Data_CreateAllowedValue(&v, ComparisonOperator::None, "", "", "", "",
-                                           value.Receive(), nullptr));
-       return Variant(value);
+       return Variant(Made<IAllowedValue>(Data_CreateAllowedValue, &v, ComparisonOperator::None, "",
+                                          "", "", ""));
      }},
     {"table", [](const Variant& v) { return Variant(TableOf(v)); }},
     {"row", [](const Variant& v) { return Variant(Ptr<IRow>(TableOf(v)->GetRow(0))); }},
     {"value",
      [](const Variant& v) {
-       Ptr<IValue> value;
-       TableOf(v)->GetRow(0)->GetValue(0, value.Receive());
-       return Variant(value);
+       return Variant(Made<IValue>(&IRow::GetValue, TableOf(v)->GetRow(0), 0));
      }},
 };
 

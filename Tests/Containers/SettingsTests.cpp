@@ -10,21 +10,16 @@ std::string EnumFailure(const Ptr<IObjectList>& options) {
   return Failure([&](auto e) { return Data_CreateEnum(options.Get(), out.Receive(), e); });
 }
 
-/// "value in [min, max]" as display texts.
-std::string Shown(IConstrainedValue& constrained) {
-  Variant value, min, max;
-  constrained.GetValue(&value);
-  constrained.GetConstraints(&min, &max);
-  return value.As<std::string>() + " in [" + min.As<std::string>() + ", " + max.As<std::string>() +
-         "]";
-}
-
-/// What creating a constrained value gives: as `Shown`, or the failure.
+/// What creating a constrained value gives: "value in [min, max]", or the failure.
 std::string Constrain(const _VARIANT* value, const _VARIANT* min, const _VARIANT* max) {
   Ptr<IConstrainedValue> out;
   const std::string failure = Failure(
       [&](auto e) { return Data_CreateConstrainedValue(value, min, max, out.Receive(), e); });
-  return out ? Shown(*out) : failure;
+  if (!out) return failure;
+  Variant shown, low, high;
+  out->GetValue(&shown);
+  out->GetConstraints(&low, &high);
+  return Core::ToText(shown) + " in [" + Core::ToText(low) + ", " + Core::ToText(high) + "]";
 }
 
 }  // namespace
@@ -75,9 +70,7 @@ TEST(Enum, LeavesOutOptionsThatAreAddedMeanwhile) {
     if (list->GetCount() < 100) list->Add(text.Get());
   };
   list->Add(text.Get());
-  Ptr<IEnum> choice;
-  EXPECT_TRUE(Data_CreateEnum(list.Get(), choice.Receive(), nullptr));
-  EXPECT_EQ(choice->GetCount(), 1u);
+  EXPECT_EQ(Made<IEnum>(Data_CreateEnum, list.Get())->GetCount(), 1u);
 }
 
 TEST(ConstrainedValue, MovesTheValueIntoTheRange) {
@@ -92,9 +85,9 @@ TEST(ConstrainedValue, MovesTheValueIntoTheRange) {
 TEST(AllowedValue, KeepsWhatItWasGiven) {
   const auto text = Core::MakeString("a text of more than 16 bytes");
   Variant value(text);
-  Ptr<IAllowedValue> allowed;
-  ASSERT_TRUE(Data_CreateAllowedValue(&value, ComparisonOperator::NotLike, "name", "", "group",
-                                      "http://help", allowed.Receive(), nullptr));
+  const auto allowed =
+      Made<IAllowedValue>(Data_CreateAllowedValue, &value, ComparisonOperator::NotLike, "name", "",
+                          "group", "http://help");
   EXPECT_STREQ(allowed->GetDisplayName(), "name");
   EXPECT_STREQ(allowed->GetDescription(), "");
   EXPECT_STREQ(allowed->GetCategory(), "group");

@@ -32,10 +32,6 @@ const Variant kValue(kText), kDate = Date("2024-11-14T10:20:30.5Z");
 
 // -- What the operations work on --
 
-template <auto factory>
-auto Empty() {
-  return New(factory);
-}
 template <auto factory, const auto& text>
 auto Document() {
   const auto document = New(factory);
@@ -86,44 +82,32 @@ Ptr<IProperties> Properties() {
   EXPECT_TRUE(properties->Register(kName, ValueType::String, true, nullptr, nullptr));
   return properties;
 }
-Ptr<IEnum> Enum() {
-  Ptr<IEnum> options;
-  EXPECT_TRUE(Data_CreateEnum(Texts().Get(), options.Receive(), nullptr));
-  return options;
-}
+Ptr<IEnum> Enum() { return Made<IEnum>(Data_CreateEnum, Texts().Get()); }
 Ptr<IConstrainedValue> Constrained() {
-  Ptr<IConstrainedValue> constrained;
   const Variant bound("m");
-  EXPECT_TRUE(Data_CreateConstrainedValue(&bound, &bound, &bound, constrained.Receive(), nullptr));
-  return constrained;
+  return Made<IConstrainedValue>(Data_CreateConstrainedValue, &bound, &bound, &bound);
 }
 Ptr<IAllowedValue> Allowed() {
-  Ptr<IAllowedValue> allowed;
-  EXPECT_TRUE(
-      Data_CreateAllowedValue(&kDate, {}, kName, kText, "", "", allowed.Receive(), nullptr));
-  return allowed;
+  return Made<IAllowedValue>(Data_CreateAllowedValue, &kDate, ComparisonOperator::None, kName,
+                             kText, "", "");
 }
 Ptr<IObjectList> AllowedValues() {
   const auto list = New(Data_CreateObjectList);
   for (int i = 0; i < 2; ++i) list->Add(Allowed().Get());
   return list;
 }
-Ptr<ISecureString> Secret() {
-  Ptr<ISecureString> secret;
-  EXPECT_TRUE(Data_CreateSecureString(Utf8().Get(), secret.Receive(), nullptr));
-  return secret;
-}
+Ptr<ISecureString> Secret() { return Made<ISecureString>(Data_CreateSecureString, Utf8().Get()); }
 Ptr<IHashing> Hmac() {
-  Ptr<IHashing> hmac;
-  EXPECT_TRUE(Data_CreateHashingInstanceHmacSha2(2, Bytes().Get(), hmac.Receive(), nullptr));
-  return hmac;
+  return Made<IHashing>(Data_CreateHashingInstanceHmacSha2, 2, Bytes().Get());
 }
 Ptr<IDateTime> Moment() { return kDate.As<Ptr<IDateTime>>(); }
 Ptr<ITable> Table() {
   const auto table = New(Data_CreateTable);
   for (const char* name : {"id", "name", kName}) table->AddColumn(name);
-  const Variant rows[][3] = {
-      {0, kText, kDate}, {Text<1252>(), Wide(), Json()}, {2, kText, Xml()}, {Core::Null, Core::Null}};
+  const Variant rows[][3] = {{0, kText, kDate},
+                             {Text<1252>(), Wide(), Json()},
+                             {2, kText, Xml()},
+                             {Core::Null, Core::Null}};
   for (const auto& cells : rows) table->AddRow(cells, cells[1].IsNull() ? 1 : 3);
   table->GetHeader()->SetName(kName);
   return table;
@@ -135,16 +119,8 @@ Ptr<ITable> Indexed() {
   Core::GetObject<IString>(*table->GetCellAt(1, 0))->GetWide();
   return table;
 }
-Ptr<IValue> Value() {
-  Ptr<IValue> value;
-  EXPECT_TRUE(Table()->GetRow(0)->GetValue(2, value.Receive()));
-  return value;
-}
-Ptr<ISchema> EmptySchema() {
-  Ptr<ISchema> schema;
-  EXPECT_TRUE(Data_CreateSchema(&kUuid, kName, kText, schema.Receive(), nullptr));
-  return schema;
-}
+Ptr<IValue> Value() { return Made<IValue>(&IRow::GetValue, Table()->GetRow(0), 2); }
+Ptr<ISchema> EmptySchema() { return Made<ISchema>(Data_CreateSchema, &kUuid, kName, kText); }
 Ptr<ISchema> Schema() {
   const auto schema = EmptySchema();
   for (const char* column : {"width", kName})
@@ -210,8 +186,8 @@ std::vector<Operation> Operations() {
       {"IArray_Append", [](IArray* a) { return a->Append(kJson, sizeof kJson); }, Bytes},
       {"IArray_GetPointer_Fails", [](Call& c, IArray* a) { return a->GetPointer(1000, 1, c) != nullptr; }, Bytes},
       {"IObjectList_Add", [](IObjectList* l, IString* s) { l->Add(s); }, Texts, Utf8},
-      {"IVariantList_Add", [](Call& c, IVariantList* l) { l->Add(&c.text); }, Empty<Data_CreateVariantList>},
-      {"IVariantPairList_Add", [](Call& c, IVariantPairList* l) { return l->Add(&c.text, &c.date, c); }, Empty<Data_CreateVariantPairList>},
+      {"IVariantList_Add", [](Call& c, IVariantList* l) { l->Add(&c.text); }, [] { return New(Data_CreateVariantList); }},
+      {"IVariantPairList_Add", [](Call& c, IVariantPairList* l) { return l->Add(&c.text, &c.date, c); }, [] { return New(Data_CreateVariantPairList); }},
       {"IVariantDictionary_Set", [](Call& c, IVariantDictionary* d) { return d->Set(&c.text, &c.date, c); }, Dictionary},
       {"IVariantDictionary_Get", [](Call& c, IVariantDictionary* d) { return d->Get(&c.json, c, c); }, Dictionary},
       {"IVariantDictionary_GetKeys", [](Call& c, IVariantDictionary* d) { return d->GetKeys(c, c); }, Dictionary},
@@ -225,9 +201,9 @@ std::vector<Operation> Operations() {
       {"IAllowedValue_GetValueText", [](Call& c, IAllowedValue* v) { return v->GetValueText(c, c); }, Allowed},
       {"IDateTime_Clone", [](Call& c, IDateTime* m) { m->Clone(c); }, Moment},
       {"IDateTime_SetTimeZone", [](IDateTime* m) { return m->SetTimeZone(kName); }, Moment},
-      {"IEncoding_Encode", [](Call& c, IEncoding* e, IArray* a) { return e->Encode(a, c, c); }, Empty<Data_CreateEncodingInstanceBase64>, Bytes},
-      {"IEncoding_Decode", [](Call& c, IEncoding* e, IArray* a) { return e->Decode(a, c, c); }, Empty<Data_CreateEncodingInstanceBase64>, Bytes},
-      {"IHashing_Hash", [](Call& c, IHashing* h) { return h->Hash(kJson, sizeof kJson, c, c); }, Empty<Data_CreateHashingInstanceMD5>},
+      {"IEncoding_Encode", [](Call& c, IEncoding* e, IArray* a) { return e->Encode(a, c, c); }, [] { return New(Data_CreateEncodingInstanceBase64); }, Bytes},
+      {"IEncoding_Decode", [](Call& c, IEncoding* e, IArray* a) { return e->Decode(a, c, c); }, [] { return New(Data_CreateEncodingInstanceBase64); }, Bytes},
+      {"IHashing_Hash", [](Call& c, IHashing* h) { return h->Hash(kJson, sizeof kJson, c, c); }, [] { return New(Data_CreateHashingInstanceMD5); }},
       {"IHashing_Hash_Keyed", [](Call& c, IHashing* h) { return h->Hash(kJson, sizeof kJson, c, c); }, Hmac},
       {"ISecureString_GetText", [](Call& c, ISecureString* s) { return s->GetText(c, c); }, Secret},
       {"IValue_GetText", [](Call& c, IValue* v) { return v->GetText(c); }, Value},

@@ -26,16 +26,15 @@ TEST(Tables, AnswerFailOrChange) {
   for (const char* section : {"rows", "columns", "failures", "row failures", "index", "merge"}) {
     for (const Case& c : Cases("Tables.txt", section)) {
       const std::size_t slash = std::min(c[0].find(" / "), c[0].size());
-      const auto table = TableOf(c[0].substr(0, slash));
       const auto other = TableOf(c[0].substr(std::min(slash + 3, c[0].size())));
-      table->GetHeader()->SetName("T");
       other->GetHeader()->SetName("O");
-      Scene scene(table);
+      Scene scene(TableOf(c[0].substr(0, slash)));
       scene.objects = {{"other", other},
                        {"@", New(Data_CreateArray)},
                        {"dictionary", New(Data_CreateVariantDictionary)}};
+      scene.Run("header.SetName T");
       const std::string answers = scene.Answers(c[1]);
-      EXPECT_EQ(answers.empty() ? TextOf(*table) : answers, c[2]) << c.where << ": " << c[3];
+      EXPECT_EQ(answers.empty() ? scene.Answers("Rows") : answers, c[2]) << c.where << ": " << c[3];
     }
   }
 }
