@@ -52,8 +52,7 @@ ParsedNumber Integer(std::string_view text, bool isNegative, Digits digits) {
 ParsedNumber LongReal(std::string_view text) {
   double value = 0;
   const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (failure != std::errc() || end != text.data() + text.size())
-    return WithoutValue(ValueType::Double);
+  if (failure != std::errc()) return WithoutValue(ValueType::Double);
   return {ValueType::Double, true, std::bit_cast<std::uint64_t>(value)};
 }
 

@@ -388,8 +388,8 @@ std::optional<UniqueIndex::Slot> TableImpl::SlotInIndex(const RowImpl& row, cons
   } catch (...) {
     // A value without a hash has no slot.
   }
-  // The caller's code may have changed the index while keys were read.
-  if (!slot || index_ != index || index->Revision() != revision) {
+  // The caller's code may have changed or dropped the index while keys were read.
+  if (!slot || index->Revision() != revision) {
     ClearIndexes();
     return std::nullopt;
   }

@@ -7,7 +7,8 @@ using Structures::MergeMode;
 
 namespace {
 
-/// Every row knows its position and has a cell per column, and an index finds each of them.
+/// Every row knows its position and has a cell per column, and an index finds each of them and no
+/// others.
 void CheckWhole(ITable& table, const std::string& what) {
   for (std::int64_t i = 0; i < table.GetRowCount(); ++i) {
     IRow& row = *table.GetRow(i);
@@ -17,6 +18,10 @@ void CheckWhole(ITable& table, const std::string& what) {
     if (IColumn* column = table.GetIndexColumn()) {
       ASSERT_EQ(table.FindRow(row.GetCellAt(column->GetIndex())), &row) << what;
     }
+  }
+  for (const char* key : {"k", "new"}) {
+    IRow* const found = table.GetIndexColumn() ? table.FindRow(Given(key)) : nullptr;
+    ASSERT_TRUE(!found || found->GetTable() == &table) << what;
   }
 }
 
@@ -42,7 +47,7 @@ TEST(Tables, AnswerFailOrChange) {
 TEST(Tables, StayWholeWhileCallbacksCome) {
   for (const bool isIndexed : {false, true}) {
     const auto make = [&] {
-      Scene scene(TableOf("key n; ~k,~a; ~l,~b; ~same,~c"));
+      Scene scene(TableOf("key n; ~k,~a; ~l,~b; ~same,~c; Null; 12345678a"));
       const auto other = TableOf("key n; ~o,~a; ~same,~b");
       const auto dictionary = New(Data_CreateVariantDictionary);
       const Variant key("key"), value = ValueOf("~new");

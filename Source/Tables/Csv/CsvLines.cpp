@@ -9,7 +9,7 @@ namespace Data::impl {
 namespace {
 
 bool IsSimple(std::string_view separator) {
-  return separator.size() == 1 && separator[0] != kQuote && separator[0] != kLineEnd;
+  return separator.size() == 1 && separator[0] != kQuote;
 }
 
 }  // namespace
