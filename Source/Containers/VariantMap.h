@@ -93,8 +93,13 @@ void VariantMap::Put(Key&& key, Core::Variant& value) {
   const std::uint64_t hash = HashOf(key);
   const bool hasSlot = !EqualsNothing(key);
   if (hasSlot) {
-    if (const std::uint64_t found = Find(key, hash))
-      return std::swap(entries_[found - 1].value, value);
+    const std::size_t entryCount = entries_.size();
+    const std::uint64_t clears = clears_;
+    std::uint64_t found = Find(key, hash);
+    // A comparison may have added this very key.
+    const bool isChanged = entries_.size() != entryCount || clears_ != clears;
+    if (found == 0 && isChanged) found = Find(key, hash);
+    if (found != 0) return std::swap(entries_[found - 1].value, value);
     if (2 * (occupied_ + 1) > slots_.size()) Grow();
   }
   entries_.emplace_back(std::forward<Key>(key), std::move(value));

@@ -39,6 +39,21 @@ TEST(Dictionary, TellsObjectsApartByTypeAndAddress) {
   EXPECT_EQ(both.As<int>(), 5) << "a text object that answers null is empty";
 }
 
+TEST(Dictionary, HasAKeyOnceThatItsOwnComparisonAdds) {
+  const auto dictionary = NewDictionary();
+  const auto text = Core::MakePtr<CallersText>("k");
+  EXPECT_EQ(SetFailure(dictionary, Variant(Ptr<IString>(text.Get())), 0), "");
+  bool isDone = false;
+  text->onRead = [&] {
+    if (std::exchange(isDone, true)) return;
+    text->SetUtf8("x", 1);
+    EXPECT_EQ(SetFailure(dictionary, Variant("k"), 1), "");
+  };
+  EXPECT_EQ(SetFailure(dictionary, Variant("k"), 2), "");
+  EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2);
+  EXPECT_EQ(dictionary->GetCount(), 2u);
+}
+
 /// Sizes at which a scan per addition would take minutes.
 TEST(Dictionary, GrowsLinearlyWhateverTheKeys) {
   constexpr int kCount = 100'000;
