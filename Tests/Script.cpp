@@ -33,7 +33,6 @@ class Call {
   }
 
   ~Call() { Start(); }
-
   IErrorCode** error = nullptr;
 
   /// Uses of callers' texts count from here on, not while arguments are made.
@@ -76,10 +75,11 @@ class Call {
   /// @return false if that is false or null
   template <class Result>
   bool Returns(const Result& result) {
-    if constexpr (std::is_convertible_v<Result, IObject*>) returned = result;
+    if constexpr (std::is_convertible_v<Result, IObject*>) returned_ = result;
     if constexpr (std::is_same_v<Result, IRow*>) {
       EXPECT_TRUE(!isSilent_ || !isQuestion_ || !result || !scene_.owner ||
-                  result->GetTable() == scene_.self);
+                  result->GetTable() == scene_.self)
+          << "a row that left the table was found";
     }
     if (isSilent_) return true;
     if constexpr (std::is_same_v<Result, bool>) {
@@ -121,9 +121,7 @@ class Call {
     return answer;
   }
   /// The object that the operation created or returned.
-  Ptr<IObject> Object() const { return received_.empty() ? returned : received_[0](); }
-
-  IObject* returned = nullptr;
+  Ptr<IObject> Object() const { return received_.empty() ? returned_ : received_[0](); }
 
  private:
   const _VARIANT* Values(const std::string& word) {
@@ -151,34 +149,38 @@ class Call {
   const Variant untouched_ = ValueOf("~untouched");
   std::deque<Variant> destinations_;
   std::vector<std::function<Ptr<IObject>()>> received_;
+  IObject* returned_ = nullptr;
   std::string answer_;
   std::function<void()> onUse_ = std::exchange(*kOnUse, [] {});
 };
 
 struct Operation {
   template <class Result, class Owner, class... Types>
-  Operation(Result (Owner::*member)(Types...)) : Operation(+[](Owner&, Call&) { return true; }) {
-    run = [=](IObject* object, Call& call) {
-      const std::tuple<Owner*, Types...> arguments{static_cast<Owner*>(object),
-                                                   call.Take<Types>()...};
-      call.Start();
-      if constexpr (std::is_void_v<Result>) {
-        std::apply(std::mem_fn(member), arguments);
-        return true;
-      } else {
-        return call.Returns(std::apply(std::mem_fn(member), arguments));
-      }
-    };
-  }
+  Operation(Result (Owner::*member)(Types...))
+      : isOf(IsA<Owner>), run([=](IObject* object, Call& call) {
+          const std::tuple<Owner*, Types...> arguments{static_cast<Owner*>(object),
+                                                       call.Take<Types>()...};
+          call.Start();
+          if constexpr (std::is_void_v<Result>) {
+            std::apply(std::mem_fn(member), arguments);
+            return true;
+          } else {
+            return call.Returns(std::apply(std::mem_fn(member), arguments));
+          }
+        }) {}
   template <class Result, class Owner>
   Operation(Result (*function)(Owner&, Call&))
-      : isOf([](IObject* object) { return Core::InterfaceOf<Owner>(object) != nullptr; }),
-        run([=](IObject* object, Call& call) {
+      : isOf(IsA<Owner>), run([=](IObject* object, Call& call) {
           call.Start();
           return call.Returns(function(static_cast<Owner&>(*object), call));
         }) {}
 
-  std::function<bool(IObject*)> isOf;
+  template <class Owner>
+  static bool IsA(IObject* object) {
+    return Core::InterfaceOf<Owner>(object) != nullptr;
+  }
+
+  bool (*isOf)(IObject*);
   std::function<bool(IObject*, Call&)> run;
 };
 
@@ -204,8 +206,8 @@ std::string State(IArray& array, Call&) {
          std::string(bytes, size);
 }
 
-bool CreateEnum(IObjectList& options, Call&) {
-  return Data_CreateEnum(&options, Ptr<IEnum>().Receive(), nullptr);
+bool CreateEnum(IObjectList& options, Call& call) {
+  return Data_CreateEnum(&options, call.Take<IEnum**>(), call.error);
 }
 
 std::string Names(IConfiguration& configuration, Call&) {
@@ -232,82 +234,75 @@ std::string Types(ITable& table, Call&) { return ShowColumns(table); }
 
 using Operations = std::multimap<std::string, Operation>;
 
-/// Adds operations by name.
-template <class Function, class... Others>
-void Add(Operations& all, const char* name, Function function, Others... others) {
-  all.emplace(name, function);
-  if constexpr (sizeof...(others) > 0) Add(all, others...);
+/// "AddRow" for &ITable::AddRow, from the signature that the compiler gives this function.
+template <auto member>
+std::string NameOf() {
+  std::string name = __PRETTY_FUNCTION__;
+  name.erase(name.find_first_of(";]", name.find("member = ")));
+  return name.substr(name.rfind(':') + 1);
+}
+
+/// Adds operations of an interface.
+template <auto... members>
+void Add(Operations& all) {
+  (all.emplace(NameOf<members>(), members), ...);
 }
 
 const Operations kOperations = [] {
-  Operations all;
-  Add(all, "Append", &IArray::Append, "GetPointer", Position, "GetSize", &IArray::GetSize, "Resize",
-      &IArray::Resize, "SetData", &IArray::SetData, "State", State, "Write", &IArray::Write);
-  Add(all, "SetUtf8", &IString::SetUtf8);
-  Add(all, "Add", &IObjectList::Add, "Clear", &IObjectList::Clear, "Count", Count<IObjectList>,
-      "CreateEnum", CreateEnum, "GetAt", &IObjectList::GetAt);
-  Add(all, "Add", &IVariantList::Add, "Clear", &IVariantList::Clear, "Count", Count<IVariantList>,
-      "GetAt", &IVariantList::GetAt);
-  Add(all, "Add", &IVariantPairList::Add, "Clear", &IVariantPairList::Clear, "Count",
-      Count<IVariantPairList>, "GetAt", &IVariantPairList::GetAt);
-  Add(all, "Clear", &IVariantDictionary::Clear, "Contains", &IVariantDictionary::Contains, "Count",
-      Count<IVariantDictionary>, "Get", &IVariantDictionary::Get, "GetKeys",
-      &IVariantDictionary::GetKeys, "Set", &IVariantDictionary::Set);
-  Add(all, "Contains", &IConfiguration::Contains, "Get", &IConfiguration::Get, "Names", Names,
-      "Set", &IConfiguration::Set);
-  Add(all, "Contains", &IProperties::Contains, "Get", &IProperties::Get, "GetCount",
-      &IProperties::GetCount, "GetDefault", &IProperties::GetDefault, "GetMissing",
-      &IProperties::GetMissing, "GetNameAt", &IProperties::GetNameAt, "GetType",
-      &IProperties::GetType, "HasValue", &IProperties::HasValue, "IsRequired",
-      &IProperties::IsRequired, "Register", &IProperties::Register, "Reset", &IProperties::Reset,
-      "Set", &IProperties::Set);
-  Add(all, "GetCount", &IEnum::GetCount, "GetIndex", &IEnum::GetIndex, "GetOptions",
-      &IEnum::GetOptions, "GetSelected", &IEnum::GetSelected, "SelectOption", &IEnum::SelectOption,
-      "SetIndex", &IEnum::SetIndex);
-  Add(all, "GetConstraints", &IConstrainedValue::GetConstraints, "GetValue",
-      &IConstrainedValue::GetValue, "SetConstraints", &IConstrainedValue::SetConstraints,
-      "SetValue", &IConstrainedValue::SetValue);
-  Add(all, "GetValue", &IAllowedValue::GetValue, "GetValueText", &IAllowedValue::GetValueText);
-  Add(all, "AddColumn", &ITable::AddColumn, "AddRow", &ITable::AddRow, "AddRowCopy",
-      &ITable::AddRowCopy, "AddRowFromDictionary", &ITable::AddRowFromDictionary, "BuildIndex",
-      &ITable::BuildIndex, "ClearIndexes", &ITable::ClearIndexes, "ClearRows", &ITable::ClearRows,
-      "FindRow", &ITable::FindRow, "FindRows", &ITable::FindRows, "GetCell", &ITable::GetCell,
-      "GetCellAt", &ITable::GetCellAt, "GetCellByName", &ITable::GetCellByName, "GetColumn",
-      &ITable::GetColumn, "GetColumnByName", &ITable::GetColumnByName, "GetHeader",
-      &ITable::GetHeader, "GetIndexColumn", &ITable::GetIndexColumn, "GetRow", &ITable::GetRow,
-      "GetRows", &ITable::GetRows, "HasColumn", &ITable::HasColumn, "InsertColumn",
-      &ITable::InsertColumn, "InsertRow", &ITable::InsertRow, "InsertRowCopy",
-      &ITable::InsertRowCopy, "Merge", &ITable::Merge, "MergeOn", &ITable::MergeOn,
-      "MergeOnColumns", MergeOnColumns, "Names", TableNames, "OnColumnAdded",
-      &ITable::OnColumnAdded, "RemoveColumn", &ITable::RemoveColumn, "RemoveColumnAt",
-      &ITable::RemoveColumnAt, "RemoveRow", &ITable::RemoveRow, "RemoveRows", &ITable::RemoveRows,
-      "SetCell", &ITable::SetCell, "SetCellByName", &ITable::SetCellByName, "Rows", Rows, "Types",
-      Types);
-  Add(all, "GetCell", &IRow::GetCell, "GetCellAt", &IRow::GetCellAt, "GetCellByName",
-      &IRow::GetCellByName, "GetCellCount", &IRow::GetCellCount, "GetCellOfColumn",
-      &IRow::GetCellOfColumn, "GetCellText", &IRow::GetCellText, "GetColumn", &IRow::GetColumn,
-      "GetColumnByName", &IRow::GetColumnByName, "GetIndex", &IRow::GetIndex, "GetNextRow",
-      &IRow::GetNextRow, "GetPreviousRow", &IRow::GetPreviousRow, "GetTable", &IRow::GetTable,
-      "GetValue", &IRow::GetValue, "IsModified", &IRow::IsModified, "SetCell", &IRow::SetCell,
-      "SetCellByName", &IRow::SetCellByName, "SetCellOfColumn", &IRow::SetCellOfColumn, "SetCells",
-      &IRow::SetCells, "SetModified", &IRow::SetModified, "TryGetCell", &IRow::TryGetCell,
-      "TryGetCellByName", &IRow::TryGetCellByName, "TrySetCellByName", &IRow::TrySetCellByName);
-  Add(all, "BelongsTo", &IColumn::BelongsTo, "Fill", &IColumn::Fill, "FindRow", &IColumn::FindRow,
-      "GetDecimals", &IColumn::GetDecimals, "GetIndex", &IColumn::GetIndex, "GetName",
-      &IColumn::GetName, "GetNextColumn", &IColumn::GetNextColumn, "GetPreviousColumn",
-      &IColumn::GetPreviousColumn, "GetType", &IColumn::GetType, "GetValue", &IColumn::GetValue,
-      "GetValues", &IColumn::GetValues, "GetWidth", &IColumn::GetWidth, "HasSeenNull",
-      &IColumn::HasSeenNull, "IsHidden", &IColumn::IsHidden, "IsReadOnly", &IColumn::IsReadOnly,
-      "SetDecimals", &IColumn::SetDecimals, "SetHidden", &IColumn::SetHidden, "SetName",
-      &IColumn::SetName, "SetReadOnly", &IColumn::SetReadOnly, "SetType", &IColumn::SetType,
-      "SetWidth", &IColumn::SetWidth);
-  Add(all, "Contains", &ITableHeader::Contains, "GetColumn", &ITableHeader::GetColumn,
-      "GetColumnByName", &ITableHeader::GetColumnByName, "GetColumnCount",
-      &ITableHeader::GetColumnCount, "GetColumns", &ITableHeader::GetColumns, "GetIndexName",
-      &ITableHeader::GetIndexName, "GetName", &ITableHeader::GetName, "HasColumn",
-      &ITableHeader::HasColumn, "SetName", &ITableHeader::SetName);
-  Add(all, "GetRecord", &IValue::GetRecord, "GetText", &IValue::GetText, "GetType",
-      &IValue::GetType, "GetValue", &IValue::GetValue, "SetValue", &IValue::SetValue);
+  Operations all{{"GetPointer", Position},
+                 {"State", State},
+                 {"Count", Count<IObjectList>},
+                 {"CreateEnum", CreateEnum},
+                 {"Count", Count<IVariantList>},
+                 {"Count", Count<IVariantPairList>},
+                 {"Count", Count<IVariantDictionary>},
+                 {"Names", Names},
+                 {"MergeOnColumns", MergeOnColumns},
+                 {"Names", TableNames},
+                 {"Rows", Rows},
+                 {"Types", Types}};
+  Add<&IArray::Append, &IArray::GetSize, &IArray::Resize, &IArray::SetData, &IArray::Write>(all);
+  Add<&IString::SetUtf8>(all);
+  Add<&IObjectList::Add, &IObjectList::Clear, &IObjectList::GetAt>(all);
+  Add<&IVariantList::Add, &IVariantList::Clear, &IVariantList::GetAt>(all);
+  Add<&IVariantPairList::Add, &IVariantPairList::Clear, &IVariantPairList::GetAt>(all);
+  Add<&IVariantDictionary::Clear, &IVariantDictionary::Contains, &IVariantDictionary::Get,
+      &IVariantDictionary::GetKeys, &IVariantDictionary::Set>(all);
+  Add<&IConfiguration::Contains, &IConfiguration::Get, &IConfiguration::Set>(all);
+  Add<&IProperties::Contains, &IProperties::Get, &IProperties::GetCount, &IProperties::GetDefault,
+      &IProperties::GetMissing, &IProperties::GetNameAt, &IProperties::GetType,
+      &IProperties::HasValue, &IProperties::IsRequired, &IProperties::Register, &IProperties::Reset,
+      &IProperties::Set>(all);
+  Add<&IEnum::GetCount, &IEnum::GetIndex, &IEnum::GetOptions, &IEnum::GetSelected,
+      &IEnum::SelectOption, &IEnum::SetIndex>(all);
+  Add<&IConstrainedValue::GetConstraints, &IConstrainedValue::GetValue,
+      &IConstrainedValue::SetConstraints, &IConstrainedValue::SetValue>(all);
+  Add<&IAllowedValue::GetValue, &IAllowedValue::GetValueText>(all);
+  Add<&ITable::AddColumn, &ITable::AddRow, &ITable::AddRowCopy, &ITable::AddRowFromDictionary,
+      &ITable::BuildIndex, &ITable::ClearIndexes, &ITable::ClearRows, &ITable::FindRow,
+      &ITable::FindRows, &ITable::GetCell, &ITable::GetCellAt, &ITable::GetCellByName,
+      &ITable::GetColumn, &ITable::GetColumnByName, &ITable::GetHeader, &ITable::GetIndexColumn,
+      &ITable::GetRow, &ITable::GetRows, &ITable::HasColumn, &ITable::InsertColumn,
+      &ITable::InsertRow, &ITable::InsertRowCopy, &ITable::Merge, &ITable::MergeOn,
+      &ITable::OnColumnAdded, &ITable::RemoveColumn, &ITable::RemoveColumnAt, &ITable::RemoveRow,
+      &ITable::RemoveRows, &ITable::SetCell, &ITable::SetCellByName>(all);
+  Add<&IRow::GetCell, &IRow::GetCellAt, &IRow::GetCellByName, &IRow::GetCellCount,
+      &IRow::GetCellOfColumn, &IRow::GetCellText, &IRow::GetColumn, &IRow::GetColumnByName,
+      &IRow::GetIndex, &IRow::GetNextRow, &IRow::GetPreviousRow, &IRow::GetTable, &IRow::GetValue,
+      &IRow::IsModified, &IRow::SetCell, &IRow::SetCellByName, &IRow::SetCellOfColumn,
+      &IRow::SetCells, &IRow::SetModified, &IRow::TryGetCell, &IRow::TryGetCellByName,
+      &IRow::TrySetCellByName>(all);
+  Add<&IColumn::BelongsTo, &IColumn::Fill, &IColumn::FindRow, &IColumn::GetDecimals,
+      &IColumn::GetIndex, &IColumn::GetName, &IColumn::GetNextColumn, &IColumn::GetPreviousColumn,
+      &IColumn::GetType, &IColumn::GetValue, &IColumn::GetValues, &IColumn::GetWidth,
+      &IColumn::HasSeenNull, &IColumn::IsHidden, &IColumn::IsReadOnly, &IColumn::SetDecimals,
+      &IColumn::SetHidden, &IColumn::SetName, &IColumn::SetReadOnly, &IColumn::SetType,
+      &IColumn::SetWidth>(all);
+  Add<&ITableHeader::Contains, &ITableHeader::GetColumn, &ITableHeader::GetColumnByName,
+      &ITableHeader::GetColumnCount, &ITableHeader::GetColumns, &ITableHeader::GetIndexName,
+      &ITableHeader::GetName, &ITableHeader::HasColumn, &ITableHeader::SetName>(all);
+  Add<&IValue::GetRecord, &IValue::GetText, &IValue::GetType, &IValue::GetValue, &IValue::SetValue>(
+      all);
   return all;
 }();
 

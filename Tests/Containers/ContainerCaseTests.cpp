@@ -43,6 +43,7 @@ TEST(Containers, AnswerFailOrChange) {
       {"properties", MakeNew(Data_CreateProperties,
                              "Register width, Int32, 1, null; Register colour, String, 1, \"red; "
                              "Register scale, Double, 0, Null; Register bytes, Array, 1, null")},
+      {"options", MakeNew(Data_CreateObjectList)},
       {"enumeration", makeEnum},
       {"constrained number", [](auto& shared) { return Constrained(5, 0, 10, shared); }},
       {"constrained text", [](auto& shared) { return Constrained("m", "m", "m", shared); }},

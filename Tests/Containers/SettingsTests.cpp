@@ -5,11 +5,6 @@ namespace Data::tests {
 
 namespace {
 
-std::string EnumFailure(const Ptr<IObjectList>& options) {
-  Ptr<IEnum> out;
-  return Failure([&](auto e) { return Data_CreateEnum(options.Get(), out.Receive(), e); });
-}
-
 /// What creating a constrained value gives: "value in [min, max]", or the failure.
 std::string Constrain(const _VARIANT* value, const _VARIANT* min, const _VARIANT* max) {
   Ptr<IConstrainedValue> out;
@@ -49,18 +44,6 @@ TEST(Properties, KeepTheirNamesInPlaceAndOrder) {
     EXPECT_EQ(names.back(), name);
   }
   for (std::uint64_t i = 0; i < names.size(); ++i) EXPECT_EQ(properties->GetNameAt(i), names[i]);
-}
-
-TEST(Enum, FactoryRejectsWhatGivesNoOptions) {
-  const auto notText = New(Data_CreateObjectList), holed = New(Data_CreateObjectList);
-  notText->Add(New(Data_CreateArray).Get());
-  holed->Add(nullptr);
-  EXPECT_EQ(EnumFailure(New(Data_CreateObjectList)), "Cannot create enum with 0 options.");
-  EXPECT_EQ(EnumFailure(notText),
-            "Cannot cast to desired interface: Interface: struct Core::IObject Desired Interface: "
-            "struct Data::Interfaces::IString");
-  EXPECT_EQ(EnumFailure(holed),
-            "Null pointer exception! Interface is not accessible: struct Core::IObject");
 }
 
 TEST(Enum, LeavesOutOptionsThatAreAddedMeanwhile) {

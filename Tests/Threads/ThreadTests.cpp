@@ -78,8 +78,8 @@ TEST(Threads, TryLockFailsAtOnceWhileAnotherHoldsTheObject) {
   EXPECT_TRUE(guard.owns_lock());
 }
 
-/// The objects of a large text share their memory, but each ends by itself: in
-/// any order, on any thread, also long after its table.
+/// The objects of a large text share their memory, but each ends by itself: in any order, on any
+/// thread, also long after its table.
 TEST(Threads, EndTheObjectsOfATableThatIsGone) {
   constexpr int kRows = 20'000;
   std::string text = "name,at\n";
@@ -87,11 +87,10 @@ TEST(Threads, EndTheObjectsOfATableThatIsGone) {
     const std::string number = std::to_string(i);
     text += "the name of row " + number + ",2024-01-01T00:00:01." + number + "\n";
   }
-  Ptr<Interfaces::ITable> table;
-  ASSERT_TRUE(Data_ParseCsv(text.data(), text.size(), table.Receive(), nullptr));
-  std::vector<Ptr<Interfaces::IRow>> rows;
-  std::vector<Ptr<Interfaces::IString>> names;
-  std::vector<Ptr<Interfaces::IDateTime>> times;
+  auto table = Made<ITable>(Data_ParseCsv, text.data(), text.size());
+  std::vector<Ptr<IRow>> rows;
+  std::vector<Ptr<IString>> names;
+  std::vector<Ptr<IDateTime>> times;
   for (int i = 0; i + 2 < kRows; i += 7) {
     rows.emplace_back(table->GetRow(i));
     names.push_back(Core::ToStringObject(*table->GetCellAt(i + 1, 0)));
@@ -111,14 +110,10 @@ TEST(Threads, EndTheObjectsOfATableThatIsGone) {
 
 TEST(Threads, ReadOneSecureString) {
   const std::string text(1000, 't');
-  Ptr<Interfaces::ISecureString> secret;
-  ASSERT_TRUE(Data_CreateSecureString(MakeString(text).Get(), secret.Receive(), nullptr));
+  const auto secret = Made<ISecureString>(Data_CreateSecureString, MakeString(text).Get());
   OnThreads([&](int) {
-    for (int i = 0; i < 50; ++i) {
-      Ptr<Interfaces::IString> plain;
-      EXPECT_TRUE(secret->GetText(plain.Receive(), nullptr));
-      EXPECT_EQ(plain->GetUtf8(), text);
-    }
+    for (int i = 0; i < 50; ++i)
+      EXPECT_EQ(Made<IString>(&ISecureString::GetText, secret.Get())->GetUtf8(), text);
   });
 }
 
