@@ -1,6 +1,7 @@
 // Any bytes give a table or an error; a table can be written, and reading its text again does not
-// crash. An input that starts with 0xFE or 0xFF is repeated up to 9 or 260 KB, so that it spans
-// several chunks of the scanner.
+// crash. A long value precedes an input that starts with 0xFE, so that a chunk of the scanner ends
+// in the middle of the input. One that starts with 0xFF ends with a value so long that the table is
+// created in a pool.
 
 #include "Data/Interfaces/IJsonDocument.h"
 #include "Data/Interfaces/IObjectList.h"
@@ -12,20 +13,21 @@ using namespace Data::fuzz;
 
 namespace {
 
-std::string Repeated(std::string_view text) {
+constexpr std::size_t kChunk = std::size_t{4} << 10;
+constexpr std::size_t kPooled = std::size_t{260} << 10;
+
+std::string Enlarged(std::string_view text) {
   const auto mark = static_cast<std::uint8_t>(text.empty() ? 0 : text.front());
-  if (mark < 0xFE || text.size() < 64) return std::string(text);
+  if (mark < 0xFE) return std::string(text);
   text.remove_prefix(1);
-  const std::size_t wanted = mark == 0xFF ? std::size_t{260} << 10 : std::size_t{9} << 10;
-  std::string repeated;
-  while (repeated.size() < wanted) repeated += text;
-  return repeated;
+  if (mark == 0xFE) return std::string(kChunk - text.size() / 2, 'x').append(text);
+  return std::string(text).append(kPooled, 'x');
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
-  const std::string text = Repeated({data, size});
+  const std::string text = Enlarged({data, size});
   Ptr<ITable> table, again;
   Ptr<IObjectList> problems;
   Error error;

@@ -1,6 +1,8 @@
 // A schema built by a sequence of setters is cloned, written and read again; some of the documents
 // are damaged before they are read. An input that starts with "{" is itself the document.
 
+#include <optional>
+
 #include "Data/Interfaces/IAllowedValue.h"
 #include "Data/Interfaces/IJsonDocument.h"
 #include "Data/Interfaces/IObjectList.h"
@@ -27,9 +29,14 @@ class Steps {
     return schema_;
   }
   /// Whether the text that is written for each value can be read back.
-  bool HasOnlyOwnValues() const { return hasOnlyOwnValues_; }
+  bool CanBeRead() const { return canBeRead_; }
 
  private:
+  void AddColumn(const char* name, ValueType type) {
+    schema_->AddColumn(name, type, static_cast<std::int8_t>(input_.Byte()), 2, nullptr);
+    const bool isWide = type == ValueType::Int128 || type == ValueType::UInt128;
+    canBeRead_ = canBeRead_ && !isWide;  // their default has no readable text
+  }
   void SetText(const char* name) {
     constexpr bool (ISchema::*kSetters[])(const char*, const char*, Core::IErrorCode**) = {
         &ISchema::SetColumnDescription,
@@ -57,19 +64,18 @@ class Steps {
     if (Data_CreateAllowedValue(&value, comparison, text.c_str(), "", text.c_str(), "",
                                 allowed.Receive(), nullptr))
       Require(schema_->AddAllowedValue(name, allowed.Get(), nullptr));
-    hasOnlyOwnValues_ = false;
+    canBeRead_ = false;
   }
   void SetDefault(const char* name) {
     const Variant value = AnyValue(input_);
     schema_->SetDefaultValue(name, &value, nullptr);
-    hasOnlyOwnValues_ = false;
+    canBeRead_ = false;
   }
   void Step() {
     const char* name = kNames[input_.Below(std::size(kNames))];
     const auto type = static_cast<ValueType>(input_.Below(28));
     const std::uint32_t step = input_.Below(8);
-    if (step < 2)
-      schema_->AddColumn(name, type, static_cast<std::int8_t>(input_.Byte()), 2, nullptr);
+    if (step < 2) AddColumn(name, type);
     if (step == 2) SetText(name);
     if (step == 3) SetFlag(name);
     if (step == 4) AllowValue(name);
@@ -80,7 +86,7 @@ class Steps {
 
   Input& input_;
   Ptr<ISchema> schema_;
-  bool hasOnlyOwnValues_ = true;
+  bool canBeRead_ = true;
 };
 
 Ptr<IJsonDocument> DocumentOf(std::string_view text) {
@@ -101,16 +107,21 @@ std::string Damaged(std::string text, Input& input) {
   return text.replace(at, erased, input.Text(12));
 }
 
-/// A schema that was read does not change when it is written and read again.
+/// The text of the schema that a document gives; empty if it cannot be written.
+std::optional<std::string> Rewritten(std::string_view text) {
+  Ptr<ISchema> schema;
+  if (!Data_ParseSchema(DocumentOf(text).Get(), schema.Receive(), nullptr)) return std::nullopt;
+  return TextOf(schema);
+}
+
+/// Some types are read by other names than they are written, so the text of a schema that was read
+/// may change once when it is read and written again, but never twice.
 bool ReadAndCompare(std::string_view text) {
-  Ptr<ISchema> schema, again;
-  Error error;
-  const auto document = DocumentOf(text);
-  if (!Data_ParseSchema(document.Get(), schema.Receive(), error.Receive())) return false;
-  const std::string written = TextOf(schema);
-  if (written.empty()) return true;
-  Require(Data_ParseSchema(DocumentOf(written).Get(), again.Receive(), error.Receive()));
-  Require(TextOf(again) == written);
+  const auto first = Rewritten(text);
+  if (!first || first->empty()) return first.has_value();
+  const auto second = Rewritten(*first);
+  Require(second.has_value());
+  Require(second->empty() || Rewritten(*second) == second);
   return true;
 }
 
@@ -133,7 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     ReadAndCompare(Damaged(text, input));
   } else if (!text.empty()) {
     const bool isRead = ReadAndCompare(text);
-    Require(isRead || !steps.HasOnlyOwnValues());
+    Require(isRead || !steps.CanBeRead());
   }
   return 0;
 }
