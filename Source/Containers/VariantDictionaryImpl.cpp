@@ -10,6 +10,7 @@ namespace Data::impl {
 using Structures::_VARIANT;
 
 void VariantDictionaryImpl::ReleaseItems(Teardown& teardown) {
+  if (!map_.MayHoldObjects()) return;
   auto entries = map_.TakeEntries();
   for (auto& entry : entries) {
     teardown.Release(entry.key);
@@ -39,7 +40,7 @@ bool VariantDictionaryImpl::Set(const _VARIANT* key, const _VARIANT* value,
   return Core::Guarded(error, [&] {
     Core::CheckRecord(key);
     Core::CheckRecord(value);
-    map_.Set(*key, Core::Variant(*value));
+    map_.Set(*key, *value);
   });
 }
 

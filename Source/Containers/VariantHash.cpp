@@ -3,11 +3,9 @@
 #include <bit>
 #include <string>
 
-#include "Core/ExactCast.h"
+#include "Containers/CallingBack.h"
 #include "Core/Variant.h"
 #include "Core/VariantComparison.h"
-#include "DateTime/DateTimeImpl.h"
-#include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
 
@@ -34,13 +32,6 @@ std::uint64_t HashWide(const WideInteger& value) {
 
 std::uint64_t HashReal(double value) {
   return HashWord(std::bit_cast<std::uint64_t>(value == 0 ? 0.0 : value));  // -0.0 equals 0.0
-}
-
-/// Whether hashing or comparing a key, or counting references to it, may run the caller's code,
-/// which may change anything. True for objects of all classes but these two.
-bool MayCallBack(const _VARIANT& key) {
-  IObject* object = ReferencedObject(key);
-  return object && !ExactCast<MultiByteStringImpl>(object) && !ExactCast<DateTimeImpl>(object);
 }
 
 /// Whether two numbers or short texts are bit-identical, as most matching keys are.
@@ -94,8 +85,7 @@ std::uint64_t HashOf(const _VARIANT& key) {
     case ValueKind::Text:
     case ValueKind::Document:
     case ValueKind::Error:  // has no text, so reading it fails
-      return MayCallBack(key) ? HashText(GetStringView(Variant(key)))
-                              : HashText(GetStringView(key));
+      return CallsBack(key) ? HashText(GetStringView(Variant(key))) : HashText(GetStringView(key));
     case ValueKind::DateTime:
       return HashWord(GetDateTime(key)->GetFileTime());
     case ValueKind::None:
@@ -109,7 +99,7 @@ bool EqualsNothing(const _VARIANT& key) { return !AreComparable(key, key); }
 bool AreEqualKeys(const _VARIANT& stored, const _VARIANT& key) {
   if (AreSameValue(stored, key)) return true;
   if (!AreComparable(stored, key)) return false;
-  if (MayCallBack(stored) || MayCallBack(key)) {
+  if (CallsBack(stored) || CallsBack(key)) {
     const Variant left(stored);  // first: adding a reference to the other may remove the stored key
     const Variant right(key);
     return AreEqualWhileHeld(left, right);

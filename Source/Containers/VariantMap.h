@@ -25,9 +25,9 @@ namespace Data::impl {
 class VariantMap {
  public:
   struct Entry {
-    template <class Key>
-    Entry(Key&& newKey, Core::Variant&& newValue)
-        : key(std::forward<Key>(newKey)), value(std::move(newValue)) {}
+    template <class Key, class Value>
+    Entry(Key&& newKey, Value&& newValue)
+        : key(std::forward<Key>(newKey)), value(std::forward<Value>(newValue)) {}
 
     Core::Variant key;
     Core::Variant value;
@@ -40,12 +40,13 @@ class VariantMap {
   bool Contains(const Structures::_VARIANT& key) const;
   /// Replaces the value of an equal key, or adds an entry.
   /// @throws as `Contains`; the map is then as before
-  void Set(const Structures::_VARIANT& key, Core::Variant value);
+  void Set(const Structures::_VARIANT& key, const Structures::_VARIANT& value);
   void Clear() { TakeEntries(); }
   /// Empties the map.
   std::vector<Entry> TakeEntries();
 
   std::vector<Entry>& Entries() { return entries_; }
+  bool MayHoldObjects() const { return mayHoldObjects_; }
 
  private:
   /// Refers to an entry by its number, counted from 1; 0 marks a free slot.
@@ -54,8 +55,8 @@ class VariantMap {
     std::uint64_t entry = 0;
   };
 
-  template <class Key>
-  void Put(Key&& key, Core::Variant& value);
+  template <class Key, class Value>
+  void Put(Key&& key, Value&& value);
   std::size_t FirstSlot(std::uint64_t hash) const;
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
   std::uint64_t Find(const Structures::_VARIANT& key) const;
@@ -67,6 +68,7 @@ class VariantMap {
   std::vector<Slot> slots_;
   std::size_t occupied_ = 0;  ///< slots in use; keys that equal nothing have none
   std::uint64_t clears_ = 0;  ///< how often the map was cleared
+  bool mayHoldObjects_ = false;
 };
 
 inline Core::Variant VariantMap::Get(const Structures::_VARIANT& key) const {
@@ -77,19 +79,15 @@ inline Core::Variant VariantMap::Get(const Structures::_VARIANT& key) const {
 
 inline bool VariantMap::Contains(const Structures::_VARIANT& key) const { return Find(key) != 0; }
 
-inline void VariantMap::Set(const Structures::_VARIANT& key, Core::Variant value) {
-  // The reference to an object is added before the search, because adding it may change the map.
-  if (Core::ReferencedObject(key)) {
-    Put(Core::Variant(key), value);
-  } else {
-    Put(key, value);
-  }
+inline void VariantMap::Set(const Structures::_VARIANT& key, const Structures::_VARIANT& value) {
+  if (!Core::ReferencedObject(key) && !Core::ReferencedObject(value)) return Put(key, value);
+  // References are added before the search, because adding one may change the map.
+  mayHoldObjects_ = true;
+  Put(Core::Variant(key), Core::Variant(value));
 }
 
-/// @param key    stored if an entry is added
-/// @param value  receives the value that it replaces
-template <class Key>
-void VariantMap::Put(Key&& key, Core::Variant& value) {
+template <class Key, class Value>
+void VariantMap::Put(Key&& key, Value&& value) {
   const std::uint64_t hash = HashOf(key);
   const bool hasSlot = !EqualsNothing(key);
   if (hasSlot) {
@@ -99,10 +97,13 @@ void VariantMap::Put(Key&& key, Core::Variant& value) {
     // A comparison may have added this very key.
     const bool isChanged = entries_.size() != entryCount || clears_ != clears;
     if (found == 0 && isChanged) found = Find(key, hash);
-    if (found != 0) return std::swap(entries_[found - 1].value, value);
+    if (found != 0) {
+      Core::Variant replaced(std::forward<Value>(value));  // released last
+      return std::swap(entries_[found - 1].value, replaced);
+    }
     if (2 * (occupied_ + 1) > slots_.size()) Grow();
   }
-  entries_.emplace_back(std::forward<Key>(key), std::move(value));
+  entries_.emplace_back(std::forward<Key>(key), std::forward<Value>(value));
   if (hasSlot) Occupy({hash, entries_.size()});
 }
 

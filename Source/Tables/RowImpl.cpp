@@ -45,18 +45,25 @@ RowImpl::RowImpl(TableImpl* table, std::size_t cellCount)
   std::uninitialized_fill_n(cells_, cellCount, Core::MakeNull());
 }
 
-RowImpl::~RowImpl() {
-  for (std::size_t i = 0; i < cellCount_; ++i) Core::ReleaseReferenceOf(cells_[i]);
-  FreeCells();
-}
+RowImpl::~RowImpl() { FreeCells(); }
 
 void RowImpl::Destroy() {
-  if (!CallsBack()) {
+  if (ReleasePlainCells()) {
     delete this;
     return;
   }
   nextInTeardown_ = nullptr;
   Teardown::End(*this);
+}
+
+bool RowImpl::ReleasePlainCells() {
+  for (; cellCount_ > 0; --cellCount_) {
+    Core::IObject* object = Core::ReferencedObject(cells_[cellCount_ - 1]);
+    if (!object) continue;
+    if (impl::CallsBack(*object)) return false;
+    object->Release();
+  }
+  return true;
 }
 
 void RowImpl::ReleaseItems(Teardown& teardown) {
@@ -69,7 +76,7 @@ void RowImpl::ReleaseItems(Teardown& teardown) {
 
 bool RowImpl::ReleaseQuietly() {
   if (!DropReference()) return true;
-  if (CallsBack()) {
+  if (!ReleasePlainCells()) {
     AddReference();
     return false;
   }

@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <new>
 
+#include "Containers/CallingBack.h"
 #include "Containers/Teardown.h"
 #include "Core/ObjectBase.h"
 #include "Core/ObjectPool.h"
 #include "Core/Ptr.h"
 #include "Core/VariantRecord.h"
 #include "Data/Interfaces/IRow.h"
-#include "Tables/CallingBack.h"
 
 namespace Data::impl {
 
@@ -107,6 +107,9 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   _VARIANT* TrailingBlock() { return reinterpret_cast<_VARIANT*>(this + 1); }
   void MoveCells(std::uint8_t roomClass);
   void FreeCells();
+  /// Releases the cells of a row that ends, from the last one to one that calls back.
+  /// @return whether none calls back, so that no cells are left
+  bool ReleasePlainCells();
   TableImpl& Table() const;
   ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
   ColumnImpl& NamedColumn(const char* name) const;

@@ -4,8 +4,8 @@
 #include <optional>
 #include <unordered_map>
 
+#include "Containers/CallingBack.h"
 #include "Containers/VariantHash.h"
-#include "Tables/CallingBack.h"
 #include "Tables/ColumnImpl.h"
 #include "Tables/RowImpl.h"
 

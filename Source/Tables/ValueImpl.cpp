@@ -1,6 +1,6 @@
 #include "Tables/ValueImpl.h"
 
-#include "Tables/CallingBack.h"
+#include "Containers/CallingBack.h"
 #include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {

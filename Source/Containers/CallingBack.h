@@ -7,19 +7,22 @@
 #include "DateTime/DateTimeImpl.h"
 #include "Text/MultiByteStringImpl.h"
 
-/// Cells may refer to objects of the caller's own classes, whose operations may call the very table
-/// that uses them. The library's strings, date-times and arrays never do, so cells of these kinds
-/// are used in place; all other objects are held while they are used.
+/// Values may refer to objects of the caller's own classes, whose operations may call the very
+/// container that uses them. The library's strings, date-times and arrays never do, so values of
+/// these kinds are used in place; all other objects are held while they are used.
 namespace Data::impl {
 
-/// Whether using the object of a record (copying, reading or releasing it) may run the caller's
-/// code. False for every record that holds its value itself.
-inline bool CallsBack(const Structures::_VARIANT& value) {
-  Core::IObject* object = Core::ReferencedObject(value);
-  if (!object) return false;
-  const std::type_info* type = Core::ClassOf(*object);
+/// Whether using an object (copying, reading, comparing or releasing it) may run the caller's code.
+inline bool CallsBack(Core::IObject& object) {
+  const std::type_info* type = Core::ClassOf(object);
   return type != &typeid(MultiByteStringImpl) && type != &typeid(DateTimeImpl) &&
          type != &typeid(ArrayImpl);
+}
+
+/// As above for the object of a record; false for every record that holds its value itself.
+inline bool CallsBack(const Structures::_VARIANT& value) {
+  Core::IObject* object = Core::ReferencedObject(value);
+  return object && CallsBack(*object);
 }
 
 inline bool AnyCallsBack(const Structures::_VARIANT* values, std::uint64_t count) {
