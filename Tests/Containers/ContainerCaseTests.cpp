@@ -1,3 +1,5 @@
+#include <set>
+
 #include "Script.h"
 
 namespace Data::tests {
@@ -114,16 +116,17 @@ TEST(ObjectList, TextOfAListThatChangesWhileItIsRead) {
 /// The value lies in the range whenever it can be seen.
 TEST(ConstrainedValue, ChangesWithItsRange) {
   Scene scene = Constrained("b", ValueOf("~a"), "z", Null);
-  std::string seen;
+  std::set<std::string> seen;
   bool isLooking = false;
   *kOnUse = [&] {
     if (std::exchange(isLooking, true)) return;
-    seen = scene.Answers("GetConstraints; GetValue");
+    seen.insert(scene.Answers("GetConstraints; GetValue"));
     isLooking = false;
   };
   EXPECT_EQ(scene.Answers("SetConstraints \"x, \"z"), "");
   *kOnUse = [] {};
-  EXPECT_EQ(seen, "String x, String z ~ String x");
+  EXPECT_EQ(seen, (std::set<std::string>{"String a, String z ~ String b",
+                                         "String x, String z ~ String x"}));
 }
 
 TEST(Array, MayBeFilledFromItself) {
