@@ -210,10 +210,14 @@ bool CreateEnum(IObjectList& options, Call& call) {
   return Data_CreateEnum(&options, call.Take<IEnum**>(), call.error);
 }
 
-std::string Names(IConfiguration& configuration, Call&) {
-  std::multiset<std::string> names;
-  while (const char* name = configuration.GetNameAt(names.size())) names.insert(name);
-  EXPECT_EQ(names.size(), configuration.GetNameCount());
+/// All names, which are as many as `count` tells and differ.
+template <auto count, class Bag>
+std::string Names(Bag& bag, Call&) {
+  std::set<std::string> names;
+  std::uint64_t i = 0;
+  while (const char* name = bag.GetNameAt(i++)) names.insert(name);
+  EXPECT_EQ(names.size(), i - 1);
+  EXPECT_EQ(names.size(), (bag.*count)());
   std::string text;
   for (const auto& name : names) text += "[" + name + "]";
   return text;
@@ -256,7 +260,8 @@ const Operations kOperations = [] {
                  {"Count", Count<IVariantList>},
                  {"Count", Count<IVariantPairList>},
                  {"Count", Count<IVariantDictionary>},
-                 {"Names", Names},
+                 {"Names", Names<&IConfiguration::GetNameCount, IConfiguration>},
+                 {"Names", Names<&IProperties::GetCount, IProperties>},
                  {"MergeOnColumns", MergeOnColumns},
                  {"Names", TableNames},
                  {"Rows", Rows},

@@ -129,6 +129,16 @@ TEST(ConstrainedValue, ChangesWithItsRange) {
                                          "String x, String z ~ String x"}));
 }
 
+TEST(Properties, RegisterANameOnce) {
+  Scene scene(New(Data_CreateProperties));
+  scene.objects = {{"@", ValueOf("~k")}};
+  *kOnUse = [&] {
+    *kOnUse = [] {};
+    scene.Run("Register a, String, 1, null");
+  };
+  EXPECT_EQ(scene.Answers("Register a, String, 1, @"), "Property with name [a] already exists!");
+}
+
 TEST(Array, MayBeFilledFromItself) {
   Scene scene(New(Data_CreateArray));
   auto& array = static_cast<IArray&>(*scene.self);
