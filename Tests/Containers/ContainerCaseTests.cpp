@@ -130,13 +130,14 @@ TEST(ConstrainedValue, ChangesWithItsRange) {
 }
 
 TEST(Properties, RegisterANameOnce) {
-  Scene scene(New(Data_CreateProperties));
-  scene.objects = {{"@", ValueOf("~k")}};
-  *kOnUse = [&] {
-    *kOnUse = [] {};
-    scene.Run("Register a, String, 1, null");
+  const auto bag = New(Data_CreateProperties);
+  const Variant held = ValueOf("~k");
+  *kOnUse = [&] { bag->Register("a", ValueType::String, true, nullptr, nullptr); };
+  const auto registered = [&](auto error) {
+    return bag->Register("a", ValueType::String, true, &held, error);
   };
-  EXPECT_EQ(scene.Answers("Register a, String, 1, @"), "Property with name [a] already exists!");
+  EXPECT_EQ(Failure(registered), "Property with name [a] already exists!");
+  *kOnUse = [] {};
 }
 
 TEST(Array, MayBeFilledFromItself) {
