@@ -38,8 +38,10 @@ TEST(SecureString, PlainTextsLeaveNoTraceInFreedMemory) {
     for (const auto& c : cases) {
       auto text = PlainText(*secret);
       const void* const first = text->GetData();
-      std::string inUse(size, '\0'), freed(size, '\0');
+      std::string inUse(size, '\0'), freed(size, '\0'), stack(8192, '\0');
       c.use(*text);
+      ReadMemory(reinterpret_cast<const char*>(&inUse) - stack.size(), stack);
+      EXPECT_EQ(stack.find("!\0!\0!"s), stack.npos) << c.what << ", " << size;
       ReadMemory(first, inUse);
       const void* const last = text->GetData();
       text.Reset();
