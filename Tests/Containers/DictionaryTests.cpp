@@ -52,6 +52,12 @@ TEST(Dictionary, HasAKeyOnceThatItsOwnComparisonAdds) {
   EXPECT_EQ(SetFailure(dictionary, Variant("k"), 2), "");
   EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2);
   EXPECT_EQ(dictionary->GetCount(), 2u);
+  isDone = false;
+  text->onRead = [&] {
+    if (std::exchange(isDone, true)) return;
+    for (const int i : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}) SetFailure(dictionary, Variant(i), i);
+  };
+  EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2) << "even in a table that grows";
 }
 
 /// Sizes at which a scan per addition would take minutes.
