@@ -40,24 +40,27 @@ TEST(Dictionary, TellsObjectsApartByTypeAndAddress) {
 }
 
 TEST(Dictionary, HasAKeyOnceThatItsOwnComparisonAdds) {
-  const auto dictionary = NewDictionary();
-  const auto text = Core::MakePtr<CallersText>("k");
-  EXPECT_EQ(SetFailure(dictionary, Variant(Ptr<IString>(text.Get())), 0), "");
-  bool isDone = false;
-  text->onRead = [&] {
-    if (std::exchange(isDone, true)) return;
-    text->SetUtf8("x", 1);
-    EXPECT_EQ(SetFailure(dictionary, Variant("k"), 1), "");
-  };
-  EXPECT_EQ(SetFailure(dictionary, Variant("k"), 2), "");
-  EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2);
-  EXPECT_EQ(dictionary->GetCount(), 2u);
-  isDone = false;
-  text->onRead = [&] {
-    if (std::exchange(isDone, true)) return;
-    for (const int i : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}) SetFailure(dictionary, Variant(i), i);
-  };
-  EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2) << "even in a table that grows";
+  for (const bool isCleared : {false, true}) {
+    const auto dictionary = NewDictionary();
+    const auto text = Core::MakePtr<CallersText>("k");
+    EXPECT_EQ(SetFailure(dictionary, Variant(Ptr<IString>(text.Get())), 0), "");
+    bool isDone = false;
+    text->onRead = [&] {
+      if (std::exchange(isDone, true)) return;
+      text->SetUtf8("x", 1);
+      if (isCleared) dictionary->Clear();
+      EXPECT_EQ(SetFailure(dictionary, Variant("k"), 1), "");
+    };
+    EXPECT_EQ(SetFailure(dictionary, Variant("k"), 2), "");
+    EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2);
+    EXPECT_EQ(dictionary->GetCount(), isCleared ? 1u : 2u);
+    isDone = false;
+    text->onRead = [&] {
+      if (std::exchange(isDone, true)) return;
+      for (int i = 0; i < 10; ++i) SetFailure(dictionary, Variant(i), i);
+    };
+    EXPECT_EQ(IntegerAt(dictionary, Variant("k")), 2) << "even in a table that grows";
+  }
 }
 
 /// Sizes at which a scan per addition would take minutes.
