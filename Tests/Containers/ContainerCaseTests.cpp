@@ -91,7 +91,7 @@ TEST(Containers, StayWholeWhileCallbacksCome) {
   for (const auto& [name, make] : kinds) {
     const std::string section = name + " callbacks";
     CallBackAtEveryUse(
-        "Containers.txt", section, section, [&] { return make(ValueOf("~k")); },
+        "Containers.txt", section, section, [&make = make] { return make(ValueOf("~k")); },
         [&](Scene& scene, const std::string&) {
           for (const Case& operation : Cases("Containers.txt", section))
             if (scene.owner) ThrownBy([&] { scene.Run(operation[0]); });
