@@ -14,7 +14,7 @@ DATA = pathlib.Path(__file__).resolve().parent.parent / "Tests/Data"
 SEEDS = {
     "Csv": ("Csv*.txt", b""),
     "Separators": ("Csv*.txt", b"\0"),
-    "DateTime": ("Iso8601*.txt", b""),
+    "DateTime": ("DateTimes*.txt", b""),
     "Json": ("Json*.txt", b""),
     "Schema": ("Schema*.txt", b""),
     "Xml": ("Xml*.txt", b""),
