@@ -126,7 +126,8 @@ Core::Ptr<Interface> New(bool (*factory)(Interface**, Core::IErrorCode**)) {
   return object;
 }
 
-/// What an export or an operation creates from arguments; first the object of an operation.
+/// The object that an export or an operation creates. The first argument of an operation is the
+/// object on which it is called.
 template <class Interface, class Function, class... Arguments>
 Core::Ptr<Interface> Made(Function function, Arguments... arguments) {
   Core::Ptr<Interface> object;

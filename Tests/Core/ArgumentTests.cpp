@@ -4,8 +4,8 @@ namespace Data::tests {
 
 namespace {
 
-/// What a careless cast makes of an object: a list that passes for anything else, a dictionary
-/// that passes for a list.
+/// An object that was cast to an interface that it does not implement: a list, or a dictionary
+/// where a list is expected.
 template <class Interface>
 Interface* Disguised() {
   constexpr bool isList = std::is_same_v<Interface, IObjectList>;
@@ -231,7 +231,7 @@ TEST(Arguments, MayThrowAnything) {
 
 #if !defined(__SANITIZE_ADDRESS__)  // which rejects such an object before the library sees it
 TEST(Arguments, WithoutTypeInformationAreTrusted) {
-  // As other languages and compilers without it build them: nothing precedes
+  // As other languages build objects, and compilers that omit type information: nothing precedes
   // the virtual table (17 slots, and two for destruction).
   const auto string = Core::MakeString("a text");
   void** table = nullptr;

@@ -64,7 +64,7 @@ TEST(DateTime, ChangesByFieldsAndAmounts) {
     const auto value = DateTimeOf(c[0]);
     changes.at(c[2])(*value, std::stod(c.fields[1]));
     EXPECT_EQ(TextOf(value), c[3]) << c.where;
-    const auto clone = Made<IDateTime>(&IDateTime::Clone, value);  // of the ticks alone
+    const auto clone = Made<IDateTime>(&IDateTime::Clone, value);  // copies only the ticks
     EXPECT_EQ(TextOf(clone), c[4].empty() ? c[3] : c[4]) << c.where;
     EXPECT_TRUE(clone->GetDayOfWeek() == value->GetDayOfWeek() || !c[4].empty()) << c.where;
   }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kFile[] = "Schemas.txt";
 
-/// A document with one of everything, and a member more where it says so.
+/// A document with a column and an allowed value, and with one more member in the object `where`.
 std::string WithMember(std::string_view where, const std::string& member) {
   std::string text =
       R"({<root>"schema":{<header>"uuid":"00000000-0000-0000-0000-000000000000","title":"t",)"

@@ -40,7 +40,7 @@ inline std::string JsonOf(ISchema& schema) {
   return Made<IString>(&IJsonDocument::ToCompactString, document)->GetUtf8();
 }
 
-/// How a document is written again once it was read, or the failure.
+/// A document as it is written again after it was read, or the failure.
 inline std::string Rewritten(std::string_view json) {
   std::string failure;
   const auto schema = ParseSchema(json, failure);

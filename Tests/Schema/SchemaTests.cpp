@@ -7,7 +7,7 @@ using Names = std::vector<std::string>;
 namespace {
 
 /// Calls `visit` with the setter and the getter of each attribute that is a text, a flag, a number
-/// or a type, and with another value than `AddColumn` sets.
+/// or a type, and with a value other than the one that `AddColumn` sets.
 template <class Visitor>
 void ForEachAttribute(Visitor visit) {
   visit(&ISchema::SetColumnDescription, &ISchema::GetColumnDescription, "d");

@@ -15,8 +15,8 @@ TEST(CsvRead, ReadsTextsAsTables) {
   for (const Case& c : Cases("Csv.txt", "read")) EXPECT_EQ(Show(ReadCsv(c[0])), c[1]) << c.where;
 }
 
-// Behind a line too short to be the header, so that the rest lies anywhere in the blocks and chunks
-// that are scanned at once.
+// Each text follows a preamble line of varying length, so that it starts at every position in the
+// blocks and chunks of the scan.
 TEST(CsvRead, ReadsTextsAtAnyPosition) {
   for (const Case& c : Cases("Csv.txt", "read")) {
     if (c[1].find(" / ") == c[1].npos || c[0].starts_with('\xEF')) continue;

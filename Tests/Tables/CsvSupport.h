@@ -4,7 +4,7 @@
 
 namespace Data::tests {
 
-/// What came of reading: a table, messages of bad lines, or a failure.
+/// The result of reading: a table and the messages for bad lines, or a failure.
 struct CsvResult {
   Ptr<ITable> table;
   std::vector<std::string> problems;
@@ -19,7 +19,7 @@ inline std::unique_ptr<char[]> ExactCopy(std::string_view text) {
   return copy;
 }
 
-/// @param separator  null to have it found
+/// @param separator  null to detect it
 inline CsvResult ReadCsv(std::string_view text, const char* separator = nullptr) {
   CsvResult result;
   Ptr<IErrorCode> error;

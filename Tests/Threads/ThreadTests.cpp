@@ -78,8 +78,8 @@ TEST(Threads, TryLockFailsAtOnceWhileAnotherHoldsTheObject) {
   EXPECT_TRUE(guard.owns_lock());
 }
 
-/// The objects of a large text share their memory, but each ends by itself: in any order, on any
-/// thread, also long after its table.
+/// The objects of a large text share their memory, but each is freed by itself: in any order, on
+/// any thread, even long after the table.
 TEST(Threads, EndTheObjectsOfATableThatIsGone) {
   constexpr int kRows = 20'000;
   std::string text = "name,at\n";
