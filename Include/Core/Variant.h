@@ -10,7 +10,7 @@
 namespace Core {
 
 struct NullValue {};
-/// The null value: `row->SetCell("name", Core::Null)`.
+/// The null value: `row.Set("name", Core::Null)`.
 inline constexpr NullValue Null{};
 
 namespace detail {

@@ -174,7 +174,7 @@ LAYERDATA_API bool Data_UuidFromString(const char* text, Data::Structures::_UUID
 /// A new table without columns or rows.
 LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IErrorCode** error);
 /// Reads delimited text. Detects the separator, the header line and the types of the cells.
-/// @param content  in any ASCII-compatible encoding; need not be zero-terminated. An initial UTF-8
+/// @param content  UTF-8, which is not validated; need not be zero-terminated. An initial
 ///                 byte-order mark is skipped.
 /// @param size     in bytes; 0 fails with "Size cannot be 0. We don't call strlen internally
 ///                 because data might not contain null terminator!"

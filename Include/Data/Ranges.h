@@ -32,7 +32,7 @@ class Row {
  public:
   explicit Row(Core::Ptr<Interfaces::IRow> row) : row_(std::move(row)) {}
 
-  /// Position in the table.
+  /// The index in the table, from 0.
   std::int32_t Index() const { return row_->GetIndex(); }
   /// All cells in column order, in place. Valid until columns are added or removed.
   std::span<const Structures::_VARIANT> Cells() const {

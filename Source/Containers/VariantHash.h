@@ -15,8 +15,8 @@ std::uint64_t HashText(std::string_view text);
 /// Integers of up to 64 bits, Bool included, hash by the first word of their payload, whatever
 /// their type; Float and Double hash by their value as a double; texts and documents hash by their
 /// text, case-sensitively.
-/// @throws std::runtime_error for a key without a hash (an error code, an
-///         address, a null date-time): what the conversion of its type throws
+/// @throws std::runtime_error for a key without a hash (an error code, an address, a null
+///         date-time): what the conversion of its type throws
 std::uint64_t HashOf(const Structures::_VARIANT& key);
 
 /// Null, or a null reference: tables treat both as a missing key.

@@ -18,8 +18,7 @@ enum class Iso8601Result : std::uint8_t { Read, Empty, BadTime, BadDate, MonthZe
 Iso8601Result ReadIso8601(std::string_view text, CalendarFields& out) noexcept;
 
 /// Like `ReadIso8601`.
-/// @throws std::runtime_error  the failure's message, followed by the text where the message
-///         ends with "!"
+/// @throws std::runtime_error as documented at `Data_CreateDateTimeFromIso8601`
 CalendarFields FieldsOfIso8601(std::string_view text);
 
 }  // namespace Data::impl

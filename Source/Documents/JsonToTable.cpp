@@ -50,7 +50,9 @@ class MemberColumns {
 
  private:
   TableImpl& table_;
-  std::vector<ColumnImpl*> followers_;  // the first member's column, then what follows each column
+  /// `followers_[0]` is the column of the first member; `followers_[i + 1]` is the column that last
+  /// followed the column with index i.
+  std::vector<ColumnImpl*> followers_;
   std::size_t next_ = 0;
 };
 

@@ -5,9 +5,9 @@
 #include <string_view>
 
 /// Conversion between UTF-16 and the code pages of Windows: 65001 is UTF-8, 0 and 1 are the ANSI
-/// and the OEM page. Both systems give the same results, even for best-fit characters, undefined
-/// bytes and incomplete characters. Conversions never fail; the result for an unknown page is
-/// empty.
+/// and the OEM page of the system (1252 and 437 on Linux). For the pages that Linux knows, both
+/// systems give the same results, even for best-fit characters, undefined bytes and incomplete
+/// characters. Conversions never fail; the result for an unknown page is empty.
 ///
 /// The caller provides a buffer for the longest possible result; no terminator is
 /// written.

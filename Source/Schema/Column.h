@@ -153,7 +153,7 @@ using All = List<Group, DisplayName, Description, HelpUri, Type, DefaultValue, U
 
 }  // namespace attributes
 
-/// The objects of a list. Code of the objects may change the list while it is copied; what it
+/// A copy of a list of objects. Adding a reference may call code that changes the list; what it
 /// adds is left out.
 template <class Interface>
 std::vector<Core::Ptr<Interface>> CopyOf(const attributes::AllowedValueList& list) {

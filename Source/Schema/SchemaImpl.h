@@ -33,8 +33,8 @@ struct SchemaImpl final : Core::ObjectBase<Interfaces::ISchema> {
   /// The attributes of the given column replace those of the column of this name, which is added if
   /// necessary.
   void Put(std::string_view name, Column column);
-  /// Appends the violations of the last document. The import continues regardless, and no operation
-  /// returns them.
+  /// Appends the violations that were found in the document. Reading continues regardless, and no
+  /// operation returns them.
   void AppendLastError(std::string_view text) { lastError_ += text; }
 
   // -- ISchema --

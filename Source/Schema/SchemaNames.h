@@ -15,8 +15,8 @@ Core::ValueType TypeOfName(std::string_view name);
 /// @throws std::runtime_error "Unsupported schema type! " + type
 std::string_view NameOfType(Core::ValueType type);
 
-/// The name of an allowed value's type: as for a column, but "bool" instead of
-/// "boolean", and "null" for Null.
+/// The name of an allowed value's type: as for a column, but "bool" instead of "boolean", and
+/// "null" for Unknown, Invalid and Null.
 /// @throws as `NameOfType`
 std::string_view NameOfAllowedType(Core::ValueType type);
 

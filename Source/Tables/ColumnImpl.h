@@ -47,7 +47,7 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
   const std::string& Name() const { return name_; }
   void Rename(std::string name) { name_ = std::move(name); }
 
-  /// Position in the table.
+  /// The index in the table.
   std::int32_t Index() const { return index_.load(std::memory_order_relaxed); }
   void SetIndex(std::int32_t index) { index_.store(index, std::memory_order_relaxed); }
   /// Adds 1; the largest index wraps to the smallest.

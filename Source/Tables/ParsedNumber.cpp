@@ -11,7 +11,7 @@ using Core::ValueType;
 
 namespace {
 
-/// Digits read so far. Beyond `kExactDigits` the value has overflowed and is meaningless.
+/// The digits read so far. With more than `kExactDigits` of them the value may have overflowed.
 struct Digits {
   std::uint64_t value = 0;
   std::ptrdiff_t count = 0;

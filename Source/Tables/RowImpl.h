@@ -68,11 +68,11 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   void Write(ColumnImpl& column, const _VARIANT& value);
   /// Whether releasing the cells may run the caller's code.
   bool CallsBack() const { return AnyCallsBack(cells_, cellCount_); }
-  /// Gives up the cells of a row that ends.
+  /// Detaches the row from its table and hands over its cells, before the row is destroyed.
   void ReleaseItems(Teardown& teardown);
-  /// Gives back the reference of a table that the row has left, unless the row then ends and
-  /// releases cells that call back: that is left to the caller.
-  /// @return whether the reference was given back
+  /// Releases the reference of a table that the row has left, unless that would destroy the row and
+  /// release cells that call back: the table then releases it later.
+  /// @return whether the reference was released
   bool ReleaseQuietly();
 
   /// Makes room for one more cell, so that inserting it cannot fail.
@@ -107,8 +107,9 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   _VARIANT* TrailingBlock() { return reinterpret_cast<_VARIANT*>(this + 1); }
   void MoveCells(std::uint8_t roomClass);
   void FreeCells();
-  /// Releases the cells of a row that ends, from the last one to one that calls back.
-  /// @return whether none calls back, so that no cells are left
+  /// Releases the cells of a row that is being destroyed, starting with the last one. Stops at a
+  /// cell that calls back.
+  /// @return whether all cells were released
   bool ReleasePlainCells();
   TableImpl& Table() const;
   ColumnImpl& OwnColumn(Interfaces::IColumn* column) const;
@@ -120,7 +121,7 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   std::int32_t index_ = -1;
   union {
     TableImpl* table_;
-    Core::IObject* nextInTeardown_;  // of a row that ends
+    Core::IObject* nextInTeardown_;  // while the row is being destroyed
   };
   _VARIANT* cells_;
   std::uint32_t cellCount_;

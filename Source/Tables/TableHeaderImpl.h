@@ -30,7 +30,7 @@ struct TableHeaderImpl final : Core::ObjectBase<Interfaces::ITableHeader> {
 
   const std::vector<Core::Ptr<ColumnImpl>>& Columns() const { return columns_; }
   std::size_t ColumnCount() const { return columns_.size(); }
-  /// The column at a position. Throws "Column index out of range ...".
+  /// The column at an index. Throws "Column index out of range ...".
   ColumnImpl& ColumnAt(std::int64_t index) const;
   /// The column of that name, or null.
   ColumnImpl* Find(std::string_view name) const;

@@ -256,7 +256,7 @@ std::vector<Ptr<RowImpl>> TableImpl::TakeRows() {
 }
 
 void TableImpl::ReleaseItems(Teardown& teardown) {
-  // At once and not when the rows end: their cells may use the table.
+  // At once, not when each row is destroyed: their cells may use the table.
   for (const auto& row : TakeRows())
     if (row) row->ReleaseItems(teardown);
 }

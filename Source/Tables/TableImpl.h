@@ -75,7 +75,7 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
 
   TableHeaderImpl& Header() const { return *header_.Get(); }
   std::size_t ColumnCount() const { return header_->ColumnCount(); }
-  /// The column at a position. Throws "Column index out of range ...".
+  /// The column at an index. Throws "Column index out of range ...".
   ColumnImpl& ColumnAt(std::int64_t index) const { return header_->ColumnAt(index); }
   /// A column given as an object. Throws "Column does not belong to the current
   /// table!".
@@ -84,7 +84,7 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
   ColumnImpl& AddNamedColumn(std::string_view name);
 
   std::size_t RowCount() const { return rows_.size(); }
-  /// The row at a position. Throws "Row index out of range ...".
+  /// The row at an index. Throws "Row index out of range ...".
   RowImpl& RowAt(std::int64_t index) const;
   RowImpl* RowOrNull(std::int64_t index) const;
   const std::vector<Core::Ptr<RowImpl>>& Rows() const { return rows_; }
@@ -138,7 +138,7 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
 
   Core::Ptr<TableHeaderImpl> header_;
   std::vector<Core::Ptr<RowImpl>> rows_;
-  /// Shared with operations that read keys that call back.
+  /// Shared with operations that hold it while they read keys that call back.
   std::shared_ptr<UniqueIndex> index_;
 };
 

@@ -56,8 +56,8 @@ void Teardown::End(IObject& container) noexcept {
   while (teardown.next_) {
     Containers::VisitAsItsClass(*teardown.next_, [&](auto& ending) {
       teardown.next_ = ending.nextInTeardown_;
-      // An item of the program's own may use the container while it is released, and even add
-      // items. The reference keeps such a use from ending the container a second time.
+      // Releasing an item that the program implements may run code that uses the container and even
+      // adds items. The reference keeps such a use from destroying the container a second time.
       ending.AddReference();
       do {
         teardown.hasCalledOut_ = false;

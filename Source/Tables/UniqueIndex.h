@@ -90,8 +90,8 @@ class UniqueIndex {
   bool ignoreNulls_;
   std::uint64_t revision_ = 0;
   RowsByHash rows_;
-  /// The hashes of keys that call back: such a key is not read again when its row leaves. No hash
-  /// for a row that is not entered.
+  /// The hashes of keys that call back, so that such a key is not read again when its row is moved
+  /// or removed. An empty hash belongs to a row that could not be entered for lack of memory.
   std::unordered_map<const RowImpl*, std::optional<std::uint64_t>> callersHashes_;
 };
 

@@ -7,8 +7,9 @@
 
 namespace Data::impl {
 
-/// Reads a trimmed text that is not a number as a date-time if it looks like one: a date of three
-/// parts, whatever follows, or an hour and minute after a `T`.
+/// Reads a trimmed text that is not a number as a date-time if it looks like one: it has at most 36
+/// characters, begins with a digit or `T`, and contains either two dashes and at most two colons,
+/// or fewer dashes, one colon and a `T`.
 /// @return false for any other text; `out` is then unspecified
 bool DetectDateTime(std::string_view text, CalendarFields& out) noexcept;
 

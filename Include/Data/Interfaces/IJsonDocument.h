@@ -29,8 +29,8 @@ struct IJsonDocument : Core::IObject {
   ///         not 0; the document is unchanged
   virtual void SetContent(const char* text, uint64_t length) = 0;
   /// Slot 7. The content, or null if none was ever set. No reference is added: the content is valid
-  /// until the next `SetContent` or the end of the document. The operations below parse the UTF-8
-  /// form of its current text, whatever its encoding, and never change it.
+  /// until the next `SetContent` or until the document is destroyed. The operations below parse the
+  /// UTF-8 form of its current text, whatever its encoding, and never change it.
   virtual IString* GetContent() = 0;
   /// Slot 8. The content without insignificant white space. Doubles are written in the shortest
   /// form that reads back as the same number. Content that is not JSON gives "null".

@@ -22,7 +22,7 @@ struct IRtfDocument : Core::IObject {
   ///         not 0; the document is unchanged
   virtual void SetContent(const char* text, uint64_t length) = 0;
   /// Slot 7. The content, or null if none was ever set. No reference is added: the content is valid
-  /// until the next `SetContent` or the end of the document.
+  /// until the next `SetContent` or until the document is destroyed.
   virtual IString* GetContent() = 0;
   /// Slot 8. This is NOT equality: true if both documents are valid and their contents have the
   /// same number of bytes but different bytes. Identical contents and contents of different sizes

@@ -179,8 +179,8 @@ struct ISchema : Core::IObject {
   ///
   /// `Data_ParseSchema` rejects some of what is written here: integers that do not fit in an Int64,
   /// infinities and NaN ("Parsing failed!"), and a default value whose text does not fit its
-  /// column's type. The text of an Int128 or UInt128 is no number, so a column of these types needs
-  /// another default value than the one from `AddColumn`: Null or an Int64.
+  /// column's type. The text of an Int128 or UInt128 is not a number, so a column of these types
+  /// needs a default value other than the one from `AddColumn`: Null or an Int64.
   /// @param indentCharacter  space, tab, CR or LF; 0 for four spaces per level
   /// @param indentCount      characters per level, at most 1000; ignored if the character is 0
   ///

@@ -7,9 +7,14 @@ namespace Data::Interfaces {
 /// A text, stored in one encoding at a time: UTF-16, UTF-8 or a code page.
 ///
 /// Encodings. Reading the text in another encoding converts it in place, up to its first zero
-/// character; the string keeps the new encoding. Code page 65001 is UTF-8. Converting invalid text
-/// gives replacement characters. Converting from or to an unknown code page gives an empty text.
-/// Only a lack of memory makes a conversion fail.
+/// character; the string keeps the new encoding. Converting invalid text gives replacement
+/// characters. Converting from or to an unknown code page gives an empty text. Only a lack of
+/// memory makes a conversion fail.
+///
+/// Code pages have the numbers of Windows: 65001 is UTF-8; 0 and 1 are the ANSI and the OEM code
+/// page of the system, on Linux 1252 and 437. Windows knows the code pages that are installed.
+/// Linux knows 437, 850, 852, 866, 874, 932, 936, 949, 950, 1250 to 1258, 20866, 28591 to 28599,
+/// 28603 and 28605, and converts them with the same results as Windows.
 ///
 /// Ownership. The Set operations copy the caller's text. Returned pointers belong to the string and
 /// are valid until it is changed, converted or destroyed. All but those from `GetData` and `Clear`

@@ -29,7 +29,8 @@ namespace Data::Interfaces {
 /// Callbacks. An object that a caller implements may call back into the dictionary when it is
 /// hashed or compared and when references to it are added or released. The dictionary is consistent
 /// at each such call. A search ends without a result if a callback clears the dictionary, and
-/// ignores keys that callbacks add. Freeing nested dictionaries does not recurse.
+/// ignores keys that callbacks add; `Set` then searches once more before it adds its key. Freeing
+/// nested dictionaries does not recurse.
 ///
 /// Threads. Not synchronised: concurrent reads are safe, a change needs exclusive access. A search
 /// also reads the text objects of keys, which convert themselves to UTF-8 when first read: if keys

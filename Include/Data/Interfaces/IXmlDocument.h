@@ -29,8 +29,8 @@ struct IXmlDocument : Core::IObject {
   ///         not 0; the document is unchanged
   virtual void SetContent(const char* text, uint64_t length) = 0;
   /// Slot 7. The content, or null if none was ever set. No reference is added: the content is valid
-  /// until the next `SetContent` or the end of the document. `Equals` parses the UTF-8 form of its
-  /// current text, whatever its encoding, and never changes it.
+  /// until the next `SetContent` or until the document is destroyed. `Equals` parses the UTF-8 form
+  /// of its current text, whatever its encoding, and never changes it.
   virtual IString* GetContent() = 0;
   /// Slot 8. Whether both documents are valid and equal. White space between elements, the kind of
   /// quotes around attribute values, and the spelling of character references make no difference.
