@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -74,7 +73,7 @@ inline std::string StringListText(const _VARIANT& variant) {
   std::string text = "[ ";
   const std::uint64_t count = list->GetCount();
   // The items may be the caller's objects, which may change the list while they are read.
-  for (std::uint64_t i = 0; i < std::min(count, list->GetCount()); ++i) {
+  for (std::uint64_t i = 0; i < count && i < list->GetCount(); ++i) {
     const auto item = CastToInterface<Data::Interfaces::IString>(list->GetAt(i));
     text.append("\"").append(Utf8View(*item)).append("\" ");
   }
