@@ -30,8 +30,9 @@ Ptr<ITable> TableOf(std::string_view text);
 ///     References                       how many references others hold to "@"
 ///
 /// Arguments are numbers, texts and values, values in parentheses ("(1 x)", "()"), objects by name,
-/// "null", and "cell", the first cell of the table itself. Rows and columns of the table under test
-/// are called "row" or "row0", "row1", "column" and so on.
+/// "null", "cell" for the first cell of the table itself, and "same" for the destination before.
+/// The table under test is called "self", its rows and columns "row" or "row0", "row1", "column" and
+/// so on, its header "header".
 class Scene {
  public:
   template <class Interface>
