@@ -43,7 +43,7 @@ class CallersText final : public CallersOwn<Interfaces::IString> {
   std::u16string wide_{text_.begin(), text_.end()};
 };
 
-/// An error of a program's own, without a message.
+/// The caller's own error object, without a message.
 class CallersError final : public CallersOwn<Core::IErrorCode> {
  public:
   const char* GetMessage() override { return nullptr; }

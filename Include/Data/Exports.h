@@ -187,7 +187,8 @@ LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IError
 /// both has more values than columns.
 ///
 /// The rows, texts and date-times of the table are allocated from regions of up to 16 MB. A region
-/// is freed with its last object, so one cell or row that is kept keeps its whole region.
+/// is freed with its last object, so one cell or row that is still referenced keeps its whole
+/// region.
 LAYERDATA_API bool Data_ParseCsv(const char* content, uint64_t size,
                                  Data::Interfaces::ITable** table, Core::IErrorCode** error);
 /// As `Data_ParseCsv`, but a line with too many values is not a failure.

@@ -14,7 +14,7 @@
 namespace Data::impl {
 
 /// The implementation of `IString`. Tables hold millions of these, so an object
-/// and its first text share one heap block: the text is stored right behind the
+/// and its first text share one heap block: the text is stored right after the
 /// object until a longer one needs a separate buffer.
 ///
 /// An operation that runs out of memory leaves the string as it was: new text is
@@ -61,7 +61,7 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
  private:
   enum class Kind : std::uint8_t { Empty = 0, MultiByte = 1, Wide = 2, Utf8 = 3 };
 
-  /// Room for text behind an object that is created without one.
+  /// Room for text after an object that is created without one.
   static constexpr std::size_t kSmallTextBytes = 32;
 
   struct TextBehind {
@@ -98,7 +98,7 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   std::basic_string_view<Unit> StoredText() const;
   std::int32_t CompareWith(IString& other, bool caseSensitive);
 
-  // These come first: they fit in the padding behind the reference count.
+  // These come first: they fit in the padding after the reference count.
   Kind kind_ = Kind::Empty;
   bool isSecret_ = false;
   std::uint32_t codePage_ = 0;

@@ -11,7 +11,7 @@ std::string Compact(const Ptr<IJsonDocument>& document) {
   return Made<IString>(&IJsonDocument::ToCompactString, document)->GetUtf8();
 }
 
-/// A document of a program's own, which calls back when it is asked.
+/// The caller's own document, which calls back when it is asked whether it is valid.
 class CallersDocument final : public CallersOwn<IJsonDocument> {
  public:
   std::function<void()> onIsValid = [] {};

@@ -14,7 +14,7 @@ bool AreEqual(std::string_view left, std::string_view right) {
   return Xml(left)->Equals(Xml(right).Get());
 }
 
-/// A document of a program's own.
+/// The caller's own document.
 struct CallersDocument final : CallersOwn<IHtmlDocument> {
   Ptr<CallersText> content = Core::MakePtr<CallersText>("<!DOCTYPE HTML>");
 

@@ -1,4 +1,4 @@
-// A schema whose allowed values, default values and lists are objects of the program's own. Their
+// A schema whose allowed values, default values and lists are the caller's own objects. Their
 // code may use the schema while the schema uses them.
 #include "Callers.h"
 #include "Schema/SchemaSupport.h"
