@@ -358,7 +358,9 @@ std::string Scene::Answers(std::string_view script) {
 }
 
 void Scene::Run(std::string_view script) {
-  for (const std::string& step : Split(script, ';')) AnswerOf(step, true);
+  const bool wasOwned = static_cast<bool>(owner);
+  for (const std::string& step : Split(script, ';'))
+    if (owner || !wasOwned) AnswerOf(step, true);
 }
 
 std::string Scene::AnswerOf(const std::string& step, bool isSilent) {
@@ -458,9 +460,7 @@ std::string Scene::Shown(const _VARIANT& value) const {
 void CallBackAtEveryUse(const char* file, const std::string& operations, const std::string& actions,
                         const std::function<Scene()>& make,
                         const std::function<void(Scene&, const std::string& what)>& check) {
-  auto cases = Cases(file, operations);
-  cases.push_back({operations, {"End"}});
-  for (const Case& operation : cases) {
+  for (const Case& operation : Cases(file, operations)) {
     for (const Case& action : Cases(file, actions)) {
       for (int use = 1, usesLeft = 0; usesLeft == 0; ++use) {
         const std::string what =

@@ -45,7 +45,7 @@ class Scene {
   /// Runs a script. A failure must leave the object and all destinations as they were.
   /// @return what the operations return or fail with, separated by " ~ "; "no" for false and null
   std::string Answers(std::string_view script);
-  /// Runs a script while callbacks come, and ignores failures.
+  /// Runs a script while callbacks come, until one of them ends the object.
   void Run(std::string_view script);
 
   IObject* Find(const std::string& name) const;
@@ -57,8 +57,8 @@ class Scene {
   std::string AnswerOf(const std::string& step, bool isSilent);
 };
 
-/// Runs every operation of a section of a data file, and "End", with every action of another inside
-/// it: once for each use of a caller's text. No reference may be lost.
+/// Runs every operation of a section of a data file with every action of another inside it: once for
+/// each use of a caller's text. No reference may be lost.
 /// @param make   creates the objects
 /// @param check  what must hold afterwards
 void CallBackAtEveryUse(const char* file, const std::string& operations, const std::string& actions,

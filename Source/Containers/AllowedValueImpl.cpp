@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Containers/CallingBack.h"
 #include "Core/Guard.h"
 #include "Text/MultiByteStringImpl.h"
 
@@ -18,7 +19,8 @@ void AllowedValueImpl::GetValue(Structures::_VARIANT* destination) {
 bool AllowedValueImpl::GetValueText(Interfaces::IString** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
-    *out = impl::MultiByteStringImpl::FromUtf8(Core::ToText(value_)).Detach();
+    const impl::HeldValue value(value_, impl::CallsBack(value_));
+    *out = impl::MultiByteStringImpl::FromUtf8(Core::ToText(value)).Detach();
   });
 }
 

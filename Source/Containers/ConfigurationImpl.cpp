@@ -1,5 +1,9 @@
 #include "Containers/ConfigurationImpl.h"
 
+#include <utility>
+
+#include "Containers/CallingBack.h"
+
 namespace Data::impl {
 
 using Structures::_VARIANT;
@@ -30,13 +34,16 @@ bool ConfigurationImpl::Get(const char* name, _VARIANT* destination) {
 
 void ConfigurationImpl::Set(const char* name, const _VARIANT* value) {
   Core::CheckArgument(name);
+  // Before the configuration changes: adding the reference may call code that uses or releases it.
+  const auto held = HeldIf(value && CallsBack(*value), this);
+  Core::Variant copy = value ? Core::Variant(*value) : Core::Variant();
   Core::Variant* existing = Find(name);
   // A rejected value leaves a new name in the configuration, but not among the enumerated names.
   Core::Variant& entry = existing ? *existing : entries_.Add(name, {});
   Core::CheckInitialized(value);
   if (!existing) listedNames_ = entries_.Count();
-  if (Core::ReferencedObject(*value)) mayHoldObjects_ = true;
-  entry = Core::Variant(*value);
+  if (Core::ReferencedObject(copy)) mayHoldObjects_ = true;
+  std::swap(entry, copy);  // the replaced value is released last
 }
 
 }  // namespace Data::impl

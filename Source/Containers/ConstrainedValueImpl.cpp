@@ -53,12 +53,14 @@ void ConstrainedValueImpl::ReleaseItems(Teardown& teardown) {
   for (Core::Variant* item : {&state_.value, &state_.min, &state_.max}) teardown.Release(*item);
 }
 
-// A comparison may run the caller's code, which may set this very value. So each operation computes
-// from copies, stores a complete new state, and releases the old one last.
+// Copying and comparing may run the caller's code, which may set or release this very value. So
+// each operation holds the object, computes from copies, stores a complete new state, and releases
+// the old one last.
 
 bool ConstrainedValueImpl::SetConstraints(const _VARIANT* min, const _VARIANT* max,
                                           Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
+    const Core::Ptr<ConstrainedValueImpl> held(this);
     Core::Variant newMin = DefinedCopy(min), newMax = DefinedCopy(max), value = state_.value;
     CheckConstraints(value, newMin, newMax);
     State state = Clamped(std::move(value), std::move(newMin), std::move(newMax));
@@ -68,6 +70,7 @@ bool ConstrainedValueImpl::SetConstraints(const _VARIANT* min, const _VARIANT* m
 
 bool ConstrainedValueImpl::SetValue(const _VARIANT* value, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
+    const Core::Ptr<ConstrainedValueImpl> held(this);
     Core::Variant newValue = DefinedCopy(value), min = state_.min, max = state_.max;
     if (newValue.Type() != min.Type()) ThrowValueTypeMismatch();
     State state = Clamped(std::move(newValue), std::move(min), std::move(max));
@@ -76,6 +79,7 @@ bool ConstrainedValueImpl::SetValue(const _VARIANT* value, Core::IErrorCode** er
 }
 
 void ConstrainedValueImpl::GetConstraints(_VARIANT* min, _VARIANT* max) {
+  const Core::Ptr<ConstrainedValueImpl> held(this);
   Core::Variant lower = state_.min, upper = state_.max;
   if (min) std::swap<_VARIANT>(lower, *min);
   if (max) std::swap<_VARIANT>(upper, *max);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Containers/CallingBack.h"
 #include "Text/MultiByteStringImpl.h"
 
 namespace Data::impl {
@@ -25,7 +26,8 @@ Core::IObject* ObjectListImpl::GetAt(std::uint64_t index) {
 }
 
 void ObjectListImpl::Add(Core::IObject* object) {
-  // Before the list grows: adding the reference may call code that changes this list.
+  // Before the list grows: adding the reference may call code that changes or releases this list.
+  const auto held = HeldIf(object && CallsBack(*object), this);
   Core::Ptr<Core::IObject> added(object);
   objects_.push_back(std::move(added));
 }

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "Containers/CallingBack.h"
 #include "Containers/ObjectListImpl.h"
 #include "Core/Guard.h"
 
@@ -96,6 +97,8 @@ bool PropertiesImpl::Register(const char* name, ValueType type, bool isRequired,
     CheckConcrete(type);
     CheckIsNew(name);
     Property property{type, isRequired};
+    // Using the default value may call code that changes or releases this bag.
+    const auto held = HeldIf(defaultValue && CallsBack(*defaultValue), this);
     if (defaultValue && !Core::IsNull(*defaultValue)) {
       CheckType(name, type, *defaultValue);
       property.defaultValue = Core::Variant(*defaultValue);
@@ -109,6 +112,7 @@ bool PropertiesImpl::Set(const char* name, const _VARIANT* value, Core::IErrorCo
   return Core::Guarded(error, [&] {
     Property& property = Find(name);
     Core::CheckArgument(value);
+    const auto held = HeldIf(CallsBack(*value), this);
     CheckType(name, property.type, *value);
     property.value = Core::Variant(*value);
   });

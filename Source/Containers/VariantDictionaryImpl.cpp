@@ -23,6 +23,7 @@ bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
   return Core::Guarded(error, [&] {
     Core::CheckRecord(key);
     Core::CheckArgument(destination);
+    const auto held = HeldIf(map_.MayCallBack() || CallsBack(*key), this);
     Core::Variant value = map_.Get(*key);
     std::swap<_VARIANT>(value, *destination);  // its previous value is released last
   });
@@ -31,6 +32,7 @@ bool VariantDictionaryImpl::Get(const _VARIANT* key, _VARIANT* destination,
 bool VariantDictionaryImpl::Contains(const _VARIANT* key, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckRecord(key);
+    const auto held = HeldIf(map_.MayCallBack() || CallsBack(*key), this);
     return map_.Contains(*key);
   });
 }
@@ -40,6 +42,7 @@ bool VariantDictionaryImpl::Set(const _VARIANT* key, const _VARIANT* value,
   return Core::Guarded(error, [&] {
     Core::CheckRecord(key);
     Core::CheckRecord(value);
+    const auto held = HeldIf(map_.MayCallBack() || CallsBack(*key) || CallsBack(*value), this);
     map_.Set(*key, *value);
   });
 }
@@ -52,6 +55,7 @@ bool VariantDictionaryImpl::Clear() {
 bool VariantDictionaryImpl::GetKeys(Interfaces::IVariantList** out, Core::IErrorCode** error) {
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(out);
+    const auto held = HeldIf(map_.MayCallBack(), this);
     const std::size_t count = map_.Entries().size();
     std::vector<Core::Variant> keys;
     keys.reserve(count);

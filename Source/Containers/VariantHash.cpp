@@ -34,6 +34,20 @@ std::uint64_t HashReal(double value) {
   return HashWord(std::bit_cast<std::uint64_t>(value == 0 ? 0.0 : value));  // -0.0 equals 0.0
 }
 
+template <class Document>
+std::uint64_t HashContent(const Ptr<Document>& document) {
+  const Ptr<Data::Interfaces::IString> content(document ? document->GetContent() : nullptr);
+  return HashText(content ? Utf8View(*content) : std::string_view());
+}
+
+/// Hashes a text that runs the caller's code, which may release the key or a document's content.
+std::uint64_t HashWhileHeld(const _VARIANT& key) {
+  const Variant held(key);
+  if (TypeOf(held) == ValueType::JsonDocument) return HashContent(GetJsonDocument(held));
+  if (TypeOf(held) == ValueType::XmlDocument) return HashContent(GetXmlDocument(held));
+  return HashText(GetStringView(held));
+}
+
 /// Whether two numbers or short texts are bit-identical, as most matching keys are.
 bool AreSameValue(const _VARIANT& left, const _VARIANT& right) {
   const bool areIdentical =
@@ -85,7 +99,7 @@ std::uint64_t HashOf(const _VARIANT& key) {
     case ValueKind::Text:
     case ValueKind::Document:
     case ValueKind::Error:  // has no text, so reading it fails
-      return CallsBack(key) ? HashText(GetStringView(Variant(key))) : HashText(GetStringView(key));
+      return CallsBack(key) ? HashWhileHeld(key) : HashText(GetStringView(key));
     case ValueKind::DateTime:
       return HashWord(GetDateTime(key)->GetFileTime());
     case ValueKind::None:

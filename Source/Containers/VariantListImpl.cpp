@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Containers/CallingBack.h"
+
 namespace Data::impl {
 
 VariantListImpl::VariantListImpl(std::vector<Core::Variant> items) : items_(std::move(items)) {}
@@ -18,7 +20,8 @@ bool VariantListImpl::GetAt(std::uint64_t index, Structures::_VARIANT* destinati
 }
 
 void VariantListImpl::Add(const Structures::_VARIANT* value) {
-  // Before the list grows: adding the reference may call code that changes this list.
+  // Before the list grows: adding the reference may call code that changes or releases this list.
+  const auto held = HeldIf(value && CallsBack(*value), this);
   Core::Variant item = value ? Core::Variant(*value) : Core::Variant();
   items_.push_back(std::move(item));
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Containers/CallingBack.h"
 #include "Containers/VariantHash.h"
 #include "Core/Variant.h"
 
@@ -47,6 +48,8 @@ class VariantMap {
 
   std::vector<Entry>& Entries() { return entries_; }
   bool MayHoldObjects() const { return mayHoldObjects_; }
+  /// Whether using the keys and values may run the caller's code.
+  bool MayCallBack() const { return mayCallBack_; }
 
  private:
   /// Refers to an entry by its number, counted from 1; 0 marks a free slot.
@@ -60,7 +63,11 @@ class VariantMap {
   std::size_t FirstSlot(std::uint64_t hash) const;
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
   std::uint64_t Find(const Structures::_VARIANT& key) const;
-  std::uint64_t Find(const Structures::_VARIANT& key, std::uint64_t hash) const;
+  std::uint64_t Find(const Structures::_VARIANT& key, std::uint64_t hash) const {
+    return FindAmong(entries_.size(), key, hash);
+  }
+  std::uint64_t FindAmong(std::size_t entryCount, const Structures::_VARIANT& key,
+                          std::uint64_t hash) const;
   void Occupy(Slot slot);
   void Grow();
 
@@ -69,6 +76,7 @@ class VariantMap {
   std::size_t occupied_ = 0;  ///< slots in use; keys that equal nothing have none
   std::uint64_t clears_ = 0;  ///< how often the map was cleared
   bool mayHoldObjects_ = false;
+  bool mayCallBack_ = false;
 };
 
 inline Core::Variant VariantMap::Get(const Structures::_VARIANT& key) const {
@@ -83,6 +91,7 @@ inline void VariantMap::Set(const Structures::_VARIANT& key, const Structures::_
   if (!Core::ReferencedObject(key) && !Core::ReferencedObject(value)) return Put(key, value);
   // References are added before the search, because adding one may change the map.
   mayHoldObjects_ = true;
+  mayCallBack_ = mayCallBack_ || CallsBack(key) || CallsBack(value);
   Put(Core::Variant(key), Core::Variant(value));
 }
 
@@ -125,19 +134,21 @@ inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key) const {
   return EqualsNothing(key) ? 0 : Find(key, hash);
 }
 
-/// The number of the entry with an equal key, or 0. Entries that a comparison adds are skipped, so
-/// that the search ends.
-inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key, std::uint64_t hash) const {
+/// The number of the entry with an equal key, or 0. Only the first entries are searched: those that
+/// a comparison adds are skipped, so that the search ends.
+inline std::uint64_t VariantMap::FindAmong(std::size_t entryCount, const Structures::_VARIANT& key,
+                                           std::uint64_t hash) const {
   if (slots_.empty()) return 0;
   const std::uint64_t clears = clears_;
-  const std::size_t entryCount = entries_.size(), slotCount = slots_.size();
+  const std::size_t slotCount = slots_.size();
   for (std::size_t i = FirstSlot(hash); slots_[i].entry != 0; i = NextSlot(i)) {
     const Slot slot = slots_[i];
     if (slot.hash != hash || slot.entry > entryCount) continue;
     const bool isEqual = AreEqualKeys(entries_[slot.entry - 1].key, key);
     if (clears_ != clears) return 0;
     if (isEqual) return slot.entry;
-    if (slots_.size() != slotCount) return Find(key, hash);  // the table has grown: start again
+    // The table has grown: start again.
+    if (slots_.size() != slotCount) return FindAmong(entryCount, key, hash);
   }
   return 0;
 }

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Containers/CallingBack.h"
 #include "Core/Guard.h"
 
 namespace Data::impl {
@@ -27,8 +28,10 @@ bool VariantPairListImpl::GetAt(std::uint64_t index, _VARIANT* key, _VARIANT* va
     Core::CheckArgument(key);
     Core::CheckArgument(value);
     CheckIndex(index);
+    // Adding the key's reference may call code that changes or releases this list.
+    const auto held = HeldIf(CallsBack(pairs_[index].key), this);
     Core::Variant foundKey = pairs_[index].key;
-    CheckIndex(index);  // again: adding the key's reference may call code that changes this list
+    CheckIndex(index);
     Core::Variant foundValue = pairs_[index].value;
     // The destinations' previous values are released last.
     std::swap<_VARIANT>(foundKey, *key);
@@ -42,7 +45,8 @@ bool VariantPairListImpl::Add(const _VARIANT* key, const _VARIANT* value,
     for (const _VARIANT* record : {key, value}) {
       Core::CheckRecord(record);
     }
-    // Before the list grows: adding a reference may call code that changes this list.
+    // Before the list grows: adding a reference may call code that changes or releases this list.
+    const auto held = HeldIf(CallsBack(*key) || CallsBack(*value), this);
     Pair pair{Core::Variant(*key), Core::Variant(*value)};
     pairs_.push_back(std::move(pair));
   });

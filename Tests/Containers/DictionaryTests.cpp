@@ -63,6 +63,23 @@ TEST(Dictionary, HasAKeyOnceThatItsOwnComparisonAdds) {
   }
 }
 
+/// Every comparison adds a key of the same hash.
+TEST(Dictionary, EndsASearchThatAddsKeys) {
+  const auto dictionary = NewDictionary();
+  bool isAdding = false;
+  const std::function<void()> add = [&] {
+    if (dictionary->GetCount() == 1000 || std::exchange(isAdding, true)) return;
+    const auto text = Core::MakePtr<CallersText>("k");
+    EXPECT_EQ(SetFailure(dictionary, Variant(text), 0), "");
+    text->SetUtf8("x", 1);
+    text->onRead = add;
+    isAdding = false;
+  };
+  for (int i = 0; i < 8; ++i) add();
+  EXPECT_EQ(IntegerAt(dictionary, Variant("k")), -1);
+  EXPECT_LT(dictionary->GetCount(), 100u);
+}
+
 /// Sizes at which a scan per addition would take minutes.
 TEST(Dictionary, GrowsLinearlyWhateverTheKeys) {
   constexpr int kCount = 100'000;

@@ -15,9 +15,10 @@ std::string Compact(const Ptr<IJsonDocument>& document) {
 class CallersDocument final : public CallersOwn<IJsonDocument> {
  public:
   std::function<void()> onIsValid = [] {};
+  Ptr<CallersText> content = Core::MakePtr<CallersText>("[\"a text of more than sixteen bytes\"]");
 
   void SetContent(const char*, std::uint64_t) override {}
-  IString* GetContent() override { return content_.Get(); }
+  IString* GetContent() override { return content.Get(); }
   bool ToCompactString(IString**, IErrorCode**) override { return false; }
   bool Equals(IJsonDocument*) override { return false; }
   bool IsValid() override {
@@ -25,9 +26,6 @@ class CallersDocument final : public CallersOwn<IJsonDocument> {
     call();
     return true;
   }
-
- private:
-  Ptr<CallersText> content_ = Core::MakePtr<CallersText>("[\"a text of more than sixteen bytes\"]");
 };
 
 }  // namespace
@@ -50,6 +48,15 @@ TEST(JsonDocument, KeepsItsContentByteForByte) {
   EXPECT_EQ(
       Failure(compact),
       "Null pointer exception! Interface is not accessible: struct Data::Interfaces::IString");
+}
+
+TEST(JsonDocument, MayDropItsContentWhileItIsAKey) {
+  const auto dictionary = New(Data_CreateVariantDictionary);
+  const auto document = Core::MakePtr<CallersDocument>();
+  document->content->onRead = [&] { document->content.Reset(); };
+  const Variant key(document);
+  EXPECT_TRUE(dictionary->Set(&key, &key, nullptr));
+  EXPECT_FALSE(document->content);
 }
 
 TEST(JsonDocument, CompactsWhatIsValid) {
