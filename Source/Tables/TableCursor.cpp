@@ -1,5 +1,7 @@
 #include "Tables/TableCursor.h"
 
+#include "Tables/TableImpl.h"
+
 namespace Data::impl {
 
 using namespace Interfaces;
@@ -42,16 +44,19 @@ void TableCursor::MoveTo(IRow& row) {
 }
 
 void TableCursor::LocateCells() {
-  cells_ = row_->GetCellAt(0);
-  cellCount_ = cells_ ? row_->GetCellCount() : 0;
+  cellCount_ = row_->GetCellCount();
+  cells_ = row_->GetCellAt(0);  // last: in the caller's own row, counting may move the cells
+  if (!cells_) cellCount_ = 0;
 }
 
 std::string TableCursor::TextOfOtherObject(const _VARIANT& cell) {
-  const bool goesThroughRows = next_ != 0;
-  if (goesThroughRows && rows_.empty()) HoldRows();
+  const bool holdsRows = next_ != 0 && rows_.empty();
+  const bool isOwnTable = Core::ExactCast<TableImpl>(table_.Get()) != nullptr;
+  if (holdsRows && isOwnTable) HoldRows();  // the rows as they are before the first call
   std::string text;
   {
     const Core::Variant held(cell);
+    if (holdsRows && !isOwnTable) HoldRows();  // runs the caller's code, which may move the cell
     text = Core::ToText(held);
   }
   LocateAgain();

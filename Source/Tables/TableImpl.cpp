@@ -164,8 +164,7 @@ RowImpl& TableImpl::InsertValues(std::size_t index, const _VARIANT* values, std:
   const std::uint64_t revision = header_->Revision();
   auto row = RowImpl::Make(this, ColumnCount());
   for (std::size_t i = 0; i < count; ++i) {
-    row->Cells()[i] = values[i];
-    Core::AddReferenceOf(row->Cells()[i]);
+    Core::CopyVariant(values + i, row->Cells() + i);
   }
   RowImpl& inserted = Insert(index, std::move(row), revision);
   for (std::size_t i = 0; i < count; ++i)

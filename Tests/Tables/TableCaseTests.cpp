@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "Script.h"
 #include "Tables/TableSupport.h"
 
@@ -23,6 +25,33 @@ void CheckWhole(ITable& table, const std::string& what) {
     IRow* const found = table.GetIndexColumn() ? table.FindRow(Given(key)) : nullptr;
     ASSERT_TRUE(!found || found->GetTable() == &table) << what;
   }
+}
+
+/// Replaces one operation of an object by the caller's, until it goes out of scope.
+template <std::size_t slotCount>
+class OwnSlots {
+ public:
+  OwnSlots(IObject* object, std::size_t slot, auto operation)
+      : slots_(*reinterpret_cast<void***>(object)), before_(slots_) {
+    std::copy_n(before_ - kPrefix, std::size(own_), own_);
+    own_[kPrefix + slot] = reinterpret_cast<void*>(+operation);
+    slots_ = own_ + kPrefix;
+  }
+  ~OwnSlots() { slots_ = before_; }
+  OwnSlots(const OwnSlots&) = delete;
+  OwnSlots& operator=(const OwnSlots&) = delete;
+
+ private:
+  static constexpr std::size_t kPrefix = 2;  // the ABI's own entries, the last for the type
+  void**& slots_;
+  void** before_;
+  void* own_[kPrefix + slotCount];
+};
+
+/// Moves the cells of every row.
+void AddColumns(ITable& table) {
+  for (int i = 0; i < 20; ++i)
+    table.AddColumn(("c" + std::to_string(table.GetColumnCount())).c_str());
 }
 
 }  // namespace
@@ -99,23 +128,93 @@ TEST(TableMerge, LooksUpColumnsAgain) {
 /// A null name counts as empty.
 TEST(Tables, ReadAColumnWithoutAName) {
   const auto table = MakeTable({"a"}, {{Ptr<IString>(Core::MakePtr<CallersText>("x"))}});
-  // The column gets a virtual table of its own, in which one operation is the caller's.
-  void**& slots = *reinterpret_cast<void***>(table->GetColumn(0));
-  void** const before = slots;
-  void* own[2 + 27];
-  std::copy_n(before - 2, std::size(own), own);
-  own[2 + 6] = reinterpret_cast<void*>(+[](IColumn*) -> const char* { return nullptr; });
-  slots = own + 2;
+  const auto noName = [](IColumn*) -> const char* { return nullptr; };
+  std::optional<OwnSlots<27>> own(std::in_place, table->GetColumn(0), 6, noName);
   Ptr<ITable> merged;
   Ptr<IString> csv;
   Ptr<IJsonDocument> json;
   EXPECT_TRUE(table->Merge(table.Get(), "", MergeMode::All, merged.Receive(), nullptr));
   EXPECT_TRUE(Data_ConvertTableToCsv(table.Get(), ",", csv.Receive(), false, nullptr));
   EXPECT_TRUE(Data_TableToJson(table.Get(), json.Receive(), nullptr));
-  slots = before;
+  own.reset();
   EXPECT_EQ(NamesOf(*merged) + TextOf(*merged), "x");
   EXPECT_STREQ(csv->GetUtf8(), "\nx");
   EXPECT_STREQ(json->GetContent()->GetUtf8(), R"([{"":"x"}])");
+}
+
+/// A row of the caller's own moves its cells when they are counted.
+TEST(Tables, WriteRowsThatMoveTheirCells) {
+  const auto table = TableOf("a b; ~x,2");
+  table->AddColumn("c");
+  const auto countCells = [](IRow* row) -> std::int64_t {
+    AddColumns(*row->GetTable());
+    return row->GetTable()->GetColumnCount();
+  };
+  Ptr<IJsonDocument> json;
+  {
+    const OwnSlots<28> own(table->GetRow(0), 17, countCells);
+    EXPECT_TRUE(Data_TableRowToJson(table->GetRow(0), json.Receive(), nullptr));
+  }
+  EXPECT_STREQ(json->GetContent()->GetUtf8(), R"({"a":"x","b":2,"c":null})");
+}
+
+/// A table of the caller's own moves its cells when its rows are counted.
+TEST(Tables, WriteTablesThatMoveTheirCells) {
+  struct CallersTable : ITable {};
+  static ITable* inner;
+  const auto table = TableOf("a b; ~x,2");
+  table->AddColumn("c");
+  inner = table.Get();
+  // Only the operations that a writer needs.
+  void* slots[2 + 40] = {nullptr, const_cast<std::type_info*>(&typeid(CallersTable))};
+  const auto set = [&](std::size_t slot, auto operation) {
+    slots[2 + slot] = reinterpret_cast<void*>(+operation);
+  };
+  set(0, [](ITable*) {});
+  set(1, [](ITable*) -> std::uint32_t { return 1; });
+  set(9, [](ITable*, std::int32_t index) { return inner->GetColumn(index); });
+  set(11, [](ITable*) { return inner->GetColumnCount(); });
+  set(17, [](ITable*, std::int64_t index) { return inner->GetRow(index); });
+  set(19, [](ITable*) {
+    AddColumns(*inner);
+    return inner->GetRowCount();
+  });
+  void** object = slots + 2;
+  Ptr<IString> csv;
+  EXPECT_TRUE(Data_ConvertTableToCsv(reinterpret_cast<ITable*>(&object), ",", csv.Receive(), false,
+                                     nullptr));
+  EXPECT_STREQ(csv->GetUtf8(), "a,b,c\nx,2,");
+}
+
+TEST(Tables, AddNoRowToOtherColumns) {
+  for (const char* script :
+       {"AddRowCopy row", "AddRowFromDictionary dictionary", "AddRow (~x 1)"}) {
+    for (const char* change : {"RemoveColumn b", "AddColumn c"}) {
+      Scene scene(TableOf("a b; ~x,1"));
+      const auto dictionary = New(Data_CreateVariantDictionary);
+      EXPECT_TRUE(dictionary->Set(Given("a"), Given(ValueOf("~x")), nullptr));
+      scene.objects = {{"dictionary", dictionary}};
+      bool isChanged = false;
+      *kOnUse = [&] {
+        if (!std::exchange(isChanged, true)) scene.Run(change);
+      };
+      EXPECT_EQ(ThrownBy([&] { scene.Run(script); }), "Error while setting cell value")
+          << script << ": " << change;
+      *kOnUse = [] {};
+    }
+  }
+}
+
+/// A cell whose reference could not be added is not released either.
+TEST(Tables, AddNoRowWithoutItsReferences) {
+  const auto table = TableOf("a b");
+  const auto text = Core::MakePtr<CallersText>("x");
+  const Cells cells = {1, Reference(ValueType::String, text)};
+  text->onAddReference = [] { throw std::runtime_error("no more references"); };
+  EXPECT_EQ(ThrownBy([&] { table->AddRow(cells.data(), 2); }), "no more references");
+  text->onAddReference = [] {};
+  EXPECT_EQ(ReferencesTo(text), 2u);
+  EXPECT_EQ(table->GetRowCount(), 0);
 }
 
 }  // namespace Data::tests
