@@ -25,15 +25,10 @@ constexpr std::int64_t DayNumber(std::int64_t year, std::int64_t month, std::int
 constexpr std::int64_t kDay1601 = DayNumber(1601, 1, 1);
 constexpr std::int64_t kFirstDay = DayNumber(1, 1, 1);
 
-/// Like `DayNumber`, for any month: 13 is January of the next year, 0 December of the previous one.
+/// Like `DayNumber`, for any month: 13 is January of the next year. Month 0, the December of the
+/// previous year, is right in `DayNumber`.
 constexpr std::int64_t DayNumberOf(const CalendarFields& fields) {
-  std::int64_t year = fields.year, month = fields.month;
-  if (month - 1u > 11u) {
-    const std::int64_t years = FloorDivide(month - 1, 12);
-    year += years;
-    month -= 12 * years;
-  }
-  return DayNumber(year, month, fields.day);
+  return DayNumber(fields.year + fields.month / 12, fields.month % 12, fields.day);
 }
 
 constexpr std::uint16_t DayOfWeekOfDay(std::int64_t dayNumber) {

@@ -34,7 +34,6 @@ XmlTree::XmlTree(std::string_view xml) : text_(xml) {
 // rapidxml's printer recurses into nested elements, so it prints only nodes without children.
 std::string XmlTree::Print() const {
   std::string text;
-  text.reserve(text_.size());
   const Node* node = document_.first_node();
   while (node) {
     if (const Node* child = node->first_node()) {

@@ -84,9 +84,8 @@ HashStatus ReserveHashMemory(HashState& state) {
 
 HashStatus GetDigestSize(HashState& state, std::size_t& size) {
   return StatusOf([&] {
-    const int bytes = EVP_MD_get_size(state.algorithm.get());
-    size = bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
-    return bytes > 0;
+    size = static_cast<std::size_t>(EVP_MD_get_size(state.algorithm.get()));
+    return true;
   });
 }
 

@@ -36,14 +36,14 @@ class MergeSide {
   const _VARIANT& Key(std::size_t row, std::size_t i) const { return Cell(row, keys_[i]); }
   /// Whether the row can match any row of the other side.
   bool HasKey(std::size_t row) const {
-    for (std::size_t i = 0; i < KeyCount(); ++i)
-      if (IsNullKey(Key(row, i)) || EqualsNothing(Key(row, i))) return false;
-    return true;
+    return std::ranges::none_of(keys_, [&](std::int32_t key) {
+      return IsNullKey(Cell(row, key)) || EqualsNothing(Cell(row, key));
+    });
   }
   std::uint64_t KeyHash(std::size_t row) const {
     std::uint64_t hash = 0;
-    for (std::size_t i = 0; i < KeyCount(); ++i)
-      hash = (std::rotl(hash, 5) ^ HashOf(Key(row, i))) * 0x9E3779B97F4A7C15;
+    for (const std::int32_t key : keys_)
+      hash = (std::rotl(hash, 5) ^ HashOf(Cell(row, key))) * 0x9E3779B97F4A7C15;
     return hash;
   }
 

@@ -1,6 +1,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <fstream>
+
 #include "Text/TextSupport.h"
 
 // What only Linux lets a test see: the contents of freed memory, and the library's own conversion
@@ -53,6 +55,18 @@ TEST(SecureString, PlainTextsLeaveNoTraceInFreedMemory) {
       EXPECT_EQ(freed.find("!\0!"s), freed.npos) << c.what << ", " << size;
     }
   }
+}
+
+TEST(SecureString, KeyIsReadOnlyAndNotDumped) {
+  const auto secret = Protect(MakeString("secret").Get());
+  std::ifstream mappings("/proc/self/smaps");
+  bool isReadOnlyMemory = false, isFound = false;
+  for (std::string line; std::getline(mappings, line);) {
+    if (line.find(" 00:00 0") != line.npos)  // memory of no file, with a name in brackets if shared
+      isReadOnlyMemory = line.find(" r--p ") != line.npos && line.find('[') == line.npos;
+    if (line.starts_with("VmFlags:")) isFound |= isReadOnlyMemory && line.find(" dd") != line.npos;
+  }
+  EXPECT_TRUE(isFound);
 }
 
 TEST(CodePages, ReplaceEachByteThatBeginsNoUtf8) {
