@@ -83,9 +83,11 @@ std::uint64_t ArrayImpl::Write(std::uint64_t offset, const void* source, std::ui
   const SourceBytes bytes(source, bytes_);
   std::uint64_t result = offset + length;
   // Appending comes first: it may fail, and its bytes may be among those to be overwritten.
-  if (inside != length)
-    result = Append(source ? static_cast<const std::uint8_t*>(source) + inside : nullptr,
-                    length - inside);
+  if (inside != length) {
+    // Added as an integer: past the 64 bits, the sum is not a valid pointer offset.
+    const auto rest = reinterpret_cast<std::uintptr_t>(source) + inside;
+    result = Append(source ? reinterpret_cast<const void*>(rest) : nullptr, length - inside);
+  }
   if (overwrites) bytes.CopyTo(bytes_, offset, inside);
   return result;
 }

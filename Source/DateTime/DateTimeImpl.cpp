@@ -141,7 +141,7 @@ std::int32_t DateTimeImpl::CompareByUnit(IDateTime* other, DateTimeUnit unit) {
   auto finest = static_cast<std::int32_t>(unit);
   if (finest == kFinestUnitAlias) finest = kFinestUnit;
   if (finest < 0 || finest > kFinestUnit) return -1;
-  if (!other) Core::ThrowNullInterface<IDateTime>();
+  if (!Core::ExactCast<DateTimeImpl>(other)) Core::CheckInterface(other);
   // Both are held: code of the other object may release them.
   const Core::Ptr<IDateTime> held(this), heldOther(other);
   for (std::int32_t field = kFinestUnit - finest; field <= kFinestUnit; ++field) {

@@ -196,6 +196,8 @@ TEST(Arguments, OfAnotherInterfaceAreNotTaken) {
   const std::string start = "Memory address [";
   EXPECT_EQ(ThrownBy([&] { string->Compare(Disguised<IString>(), true); }).find(start), 0u);
   EXPECT_EQ(ThrownBy([&] { date->CompareTo(Disguised<IDateTime>()); }).find(start), 0u);
+  const auto compareYears = [&] { date->CompareByUnit(Disguised<IDateTime>(), {}); };
+  EXPECT_EQ(ThrownBy(compareYears).find(start), 0u);
   const std::function<bool(IErrorCode**)> guarded[] = {
       [&](auto e) { return schema->AddAllowedValue("a", Disguised<IAllowedValue>(), e); },
       [&](auto e) { return schema->SetAllowedValues("a", Disguised<IObjectList>(), e); },

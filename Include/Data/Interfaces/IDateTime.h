@@ -79,13 +79,13 @@ struct IDateTime : Core::IObject {
   /// @param other  of any implementation; read through its operations, and held meanwhile
   /// @return -1 if this is earlier, 1 if this is later, otherwise 0; -1 for an unknown unit
   /// @throws std::runtime_error "Null pointer exception! Interface is not accessible: struct
-  ///         Data::Interfaces::IDateTime" for null
+  ///         Data::Interfaces::IDateTime" for null, "Memory address [%p] is invalid ..." for an
+  ///         object of another interface
   virtual int32_t CompareByUnit(IDateTime* other, Structures::DateTimeUnit unit) = 0;
   /// Slot 33. Compares the tick counts as signed numbers.
   /// @param other  of any implementation; only `GetFileTime` is called
   /// @return -1 if this is earlier, 1 if this is later, otherwise 0
-  /// @throws std::runtime_error as `CompareByUnit`, and "Memory address [%p] is invalid ..." for an
-  ///         object of another interface
+  /// @throws std::runtime_error as `CompareByUnit`
   virtual int32_t CompareTo(IDateTime* other) = 0;
 
   // -- Copies and time zone --
