@@ -1,6 +1,6 @@
 #!/bin/sh
-# Compares the exports of the built libraries with the declarations in Include/Data/Exports.h, and
-# checks which libraries they load: check-exports.sh LIBRARY...
+# Compares the exports of the built libraries with the declarations in Include/Data/Exports.h and
+# Include/LayerData/layerdata.h, and checks which libraries they load: check-exports.sh LIBRARY...
 set -u
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -8,15 +8,16 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
 
+# declared HEADER PREFIX
 declared() {
-  sed 's,//.*,,' "$root/Include/Data/Exports.h" | grep -o 'Data_[A-Za-z0-9]*(' | tr -d '(' | LC_ALL=C sort
+  sed 's,//.*,,' "$root/Include/$1" | grep -o "$2[A-Za-z0-9_]*(" | tr -d '(' | LC_ALL=C sort -u
 }
 
 exported() {
   case $1 in
     *.dll) x86_64-w64-mingw32-objdump -p "$1" |
       sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^\t\[ *[0-9]*\] \(.*\)/\1/p' ;;
-    *) nm -D --defined-only "$1" | awk '{ print $3 }' ;;
+    *) nm -D --defined-only "$1" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' ;;
   esac | LC_ALL=C sort
 }
 
@@ -53,17 +54,21 @@ private_runtime() {
 }
 
 wrong_soname() {
-  readelf -d "$1" | grep -q 'SONAME.*\[liblayerdata\.so\.[0-9]*\]' || echo "  has no SONAME of its own"
+  readelf -d "$1" | grep -q 'SONAME.*\[liblayerdata\(-c\)\?\.so\.[0-9]*\]' || echo "  has no SONAME of its own"
 }
 
 wrong_count() {
   [ "$(wc -l <"$work/declared")" -eq 42 ] || echo "  not 42 functions"
 }
 
-declared >"$work/declared"
+declared Data/Exports.h Data_ >"$work/declared"
 check FortyTwoAreDeclared wrong_count
 for library in "$@"; do
   file=$(basename "$library")
+  case $file in
+    *-c.*) declared LayerData/layerdata.h ld_ >"$work/declared" ;;
+    *) declared Data/Exports.h Data_ >"$work/declared" ;;
+  esac
   check "$file.ExportsWhatIsDeclared" unexpected_names "$library"
   check "$file.LoadsTheSharedRuntime" private_runtime "$library"
   case $file in

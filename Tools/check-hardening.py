@@ -30,7 +30,7 @@ def elf(library):
     yield "StackProtector", "__stack_chk_fail" in symbols
     yield "CheckedBuffers", re.search(r" __\w+_chk@", symbols)
     yield "ShadowStack", "SHSTK" in notes
-    entries = re.findall(r"<(Data_\w+)>:\n.*\t(\w+)", output(
+    entries = re.findall(r"<((?:Data|ld)_\w+)>:\n.*\t(\w+)", output(
         "objdump", "-d", "--no-show-raw-insn", "-j", ".text", library))
     yield "EveryExportIsABranchTarget", entries and all(first == "endbr64" for _, first in entries)
 

@@ -16,7 +16,7 @@ cmake -S "$copy" -B "$copy/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DLAYERDAT
   -DLAYERDATA_BUILD_EXAMPLES=OFF "$@"
 objects=()
 for source in Source/Exports/*.cpp; do
-  objects+=("Source/CMakeFiles/LayerData.dir/Exports/$(basename "$source")$suffix")
+  objects+=("Source/CMakeFiles/LayerDataObjects.dir/Exports/$(basename "$source")$suffix")
 done
 cmake --build "$copy/build" --target "${objects[@]}"
 for object in "${objects[@]}"; do cmp "$tree/$object" "$copy/build/$object"; done

@@ -13,15 +13,18 @@ export LC_ALL=C.UTF-8
 . Tools/packages.sh
 
 STAGES="formatting contract release windows code-pages exports hardening package asan tsan clang coverage abi lint"
-LIBRARY=build/release/lib/liblayerdata.so
-DLL=build/windows/bin/layerdata.dll
+LIBRARIES="build/release/lib/liblayerdata.so build/release/lib/liblayerdata-c.so
+  build/windows/bin/layerdata.dll build/windows/bin/layerdata-c.dll"
 
 # -- Stages --
 
 formatting() { sources | one Format.EverySource xargs clang-format --dry-run -Werror; }
 
 # Compares the public headers with the description of this version, and checks that a change would be noticed.
-contract() { Tools/check-contract.py && Tools/check-contract.py --self-test; }
+contract() {
+  Tools/check-contract.py && Tools/check-contract.py --self-test &&
+    one Contract.CInterfaceIsCurrent Tools/generate-c.py --check
+}
 
 release() { build_and_test release; }
 
@@ -30,11 +33,13 @@ windows() { build_and_test windows; }
 
 code-pages() { build release && build windows && Tools/compare-code-pages.sh build/release build/windows; }
 
-exports() { build release && build windows && Tools/check-exports.sh "$LIBRARY" "$DLL"; }
+# shellcheck disable=SC2086  # a list
+exports() { build release && build windows && Tools/check-exports.sh $LIBRARIES; }
 
 hardening() {
   build release && build windows || return
-  Tools/check-hardening.py "$LIBRARY" "$DLL"
+  # shellcheck disable=SC2086  # a list
+  Tools/check-hardening.py $LIBRARIES
   local status=$?
   one Reproducible.Linux Tools/check-reproducible.sh build/release lib/liblayerdata.so .o || status=1
   one Reproducible.Windows Tools/check-reproducible.sh build/windows bin/layerdata.dll .obj \
@@ -47,6 +52,7 @@ package() {
   build release || return
   rm -rf build/package build/package-user
   one Package.Installs cmake --install build/release --prefix build/package &&
+    one Package.CompilesCWithPkgConfig c_with_pkg_config &&
     one Package.HasItsLicences test -f build/package/share/doc/LayerData/THIRD-PARTY-NOTICES.md &&
     one Package.IsFound cmake -S Examples -B build/package-user -G Ninja "-DCMAKE_PREFIX_PATH=$PWD/build/package" &&
     one Package.Links cmake --build build/package-user &&
@@ -63,6 +69,11 @@ unknown_component() {
     find_package(LayerData REQUIRED COMPONENTS Unknown)' >build/package-component/CMakeLists.txt
   cmake -S build/package-component -B build/package-component/build "-DCMAKE_PREFIX_PATH=$PWD/build/package" 2>&1 |
     grep -F 'LayerData has no component Unknown.'
+}
+c_with_pkg_config() {
+  # shellcheck disable=SC2046  # the options are words
+  gcc -std=c99 -Wall -Wextra -Wpedantic -Werror Examples/LongRows.c -o build/package/LongRows \
+    $(PKG_CONFIG_PATH=build/package/lib/pkgconfig pkg-config --define-prefix --cflags --libs layerdata-c)
 }
 readme_example() {
   sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |

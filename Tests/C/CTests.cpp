@@ -1,0 +1,195 @@
+// The C interface as its callers use it: through layerdata.h alone.
+
+#include <LayerData/layerdata.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace {
+
+struct Releaser {
+  void operator()(void* object) const { ld_release(object); }
+};
+template <class Handle>
+using Held = std::unique_ptr<Handle, Releaser>;
+
+/// The message and code of a call that must fail.
+template <class Call>
+std::string Failure(Call&& call) {
+  ld_error* error = nullptr;
+  if (call(&error)) return "did not fail";
+  const Held<ld_error> held(error);
+  return std::string(ld_error_message(error)) + " " + std::to_string(ld_error_code(error));
+}
+
+/// What a call that must succeed receives.
+template <class Handle, class Call>
+Held<Handle> Received(Call&& call) {
+  Handle* handle = nullptr;
+  ld_error* error = nullptr;
+  EXPECT_TRUE(call(&handle, &error)) << ld_error_message(error);
+  ld_release(error);
+  return Held<Handle>(handle);
+}
+
+Held<ld_table> Table(const char* csv) {
+  return Received<ld_table>([&](ld_table** out, ld_error** error) {
+    return ld_parse_csv(csv, std::strlen(csv), out, error);
+  });
+}
+
+std::string TextOf(const ld_variant& value) {
+  const auto text = Received<ld_string>(
+      [&](ld_string** out, ld_error** error) { return ld_variant_to_text(&value, out, error); });
+  const char* utf8 = nullptr;
+  EXPECT_TRUE(ld_string_get_utf8(text.get(), &utf8, nullptr));
+  return utf8;
+}
+
+std::string Cell(ld_table* table, std::int64_t row, std::int32_t column) {
+  ld_variant value{};
+  EXPECT_TRUE(ld_table_get_cell(table, row, column, &value, nullptr));
+  const std::string text = TextOf(value);
+  ld_variant_clear(&value);
+  return text;
+}
+
+/// Every function that the headers give, called with one object for all its handles.
+constexpr struct {
+  const char* name;
+  bool takesObject;
+  bool (*call)(void* object, ld_error** error);
+} kFunctions[] = {
+#include "Calls.inc"
+};
+
+}  // namespace
+
+TEST(C, EveryFunctionRefusesNull) {
+  for (const auto& function : kFunctions) {
+    const std::string failure = Failure([&](ld_error** e) { return function.call(nullptr, e); });
+    EXPECT_TRUE(failure.find("null") != failure.npos && failure.ends_with(" 2"))
+        << function.name << ": " << failure;
+    EXPECT_FALSE(function.call(nullptr, nullptr)) << function.name;
+  }
+}
+
+TEST(C, EveryOperationRefusesAnObjectOfAnotherKind) {
+  const auto list = Received<ld_object_list>(ld_create_object_list);
+  const auto text = Received<ld_string>(ld_create_string);
+  for (const auto& function : kFunctions) {
+    const std::string name = function.name;
+    const bool takesAnyObject =
+        name == "ld_object_lock" || name == "ld_object_try_lock" || name == "ld_object_unlock";
+    if (!function.takesObject || takesAnyObject) continue;
+    const bool takesText = name.starts_with("ld_string_") || name == "ld_create_secure_string";
+    void* object = takesText ? static_cast<void*>(list.get()) : text.get();
+    const std::string failure = Failure([&](ld_error** e) { return function.call(object, e); });
+    EXPECT_TRUE(failure.starts_with("Memory address") || failure.starts_with("The address of"))
+        << name << ": " << failure;
+  }
+}
+
+TEST(C, GivesReferencesThatOutliveTheirOwner) {
+  auto table = Table("name,count\nAnn,1\nBob,2\n");
+  const auto row = Received<ld_row>(
+      [&](ld_row** out, ld_error** error) { return ld_table_get_row(table.get(), 1, out, error); });
+  const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+    return ld_table_get_column_by_name(table.get(), "count", out, error);
+  });
+  table.reset();
+  std::int64_t count = 0;
+  EXPECT_TRUE(ld_row_get_cell_count(row.get(), &count, nullptr));
+  EXPECT_EQ(count, 2);
+  const char* name = nullptr;
+  EXPECT_TRUE(ld_column_get_name(column.get(), &name, nullptr));
+  EXPECT_STREQ(name, "count");
+  ld_table* gone = nullptr;
+  EXPECT_TRUE(ld_row_get_table(row.get(), &gone, nullptr));
+  EXPECT_EQ(gone, nullptr);
+}
+
+TEST(C, FailsWhereTheLibraryThrowsAnswersNothingOrNeverReturns) {
+  const auto table = Table("name,count\nAnn,1\n");
+  ld_variant value{};
+  ld_column* column = nullptr;
+  const auto failure = [&](auto call) { return Failure(call); };
+  EXPECT_EQ(failure([&](ld_error** e) { return ld_table_get_cell(table.get(), 5, 0, &value, e); }),
+            "Row index out of range [5/1]! 2");
+  EXPECT_EQ(failure([&](ld_error** e) { return ld_table_get_cell(table.get(), 0, 2, &value, e); }),
+            "Column index out of range [2/2]! 2");
+  EXPECT_EQ(failure([&](ld_error** e) {
+              return ld_table_insert_column(table.get(), "new", 1, &column, e);
+            }),
+            "Columns can only be added at the end [1/2]! 2");
+  const auto settings = Received<ld_configuration>(ld_create_configuration);
+  EXPECT_EQ(failure([&](ld_error** e) {
+              return ld_configuration_get(settings.get(), "missing", &value, e);
+            }),
+            "There is nothing to return. 0");
+  EXPECT_EQ(value.type, 0u);
+  ld_error* first = nullptr;
+  EXPECT_FALSE(ld_table_get_cell(table.get(), 5, 0, &value, &first));
+  ld_error* const kept = first;
+  EXPECT_FALSE(ld_table_get_cell(table.get(), 0, 5, &value, &first)) << "the first error stays";
+  EXPECT_EQ(first, kept);
+  ld_release(first);
+}
+
+TEST(C, ValuesOwnTheirObjects) {
+  ld_variant text{}, copy{};
+  const std::string longText = "longer than sixteen bytes";
+  ASSERT_TRUE(ld_variant_from_text(longText.data(), longText.size(), &text, nullptr));
+  ASSERT_TRUE(ld_variant_copy(&text, &copy, nullptr));
+  ld_variant_clear(&text);
+  EXPECT_EQ(text.type, 0u);
+  EXPECT_EQ(TextOf(copy), longText);
+  ld_object* object = nullptr;
+  ASSERT_TRUE(ld_variant_to_object(&copy, &object, nullptr));
+  ASSERT_TRUE(ld_variant_from_object(object, &copy, nullptr)) << "its own object again";
+  ld_release(object);
+  EXPECT_EQ(ld_variant_type(&copy), LD_VALUE_TYPE_STRING);
+  ld_variant_clear(&copy);
+  ld_variant_clear(nullptr);
+
+  ld_variant number{}, real{}, truth{}, id{};
+  const ld_uuid uuid{1, 2, 3, {4}};
+  ASSERT_TRUE(ld_variant_from_int64(-7, &number, nullptr));
+  ASSERT_TRUE(ld_variant_from_double(-7.75, &real, nullptr));
+  ASSERT_TRUE(ld_variant_from_bool(true, &truth, nullptr));
+  ASSERT_TRUE(ld_variant_from_uuid(&uuid, &id, nullptr));
+  EXPECT_EQ(TextOf(number) + " " + TextOf(real) + " " + TextOf(truth) + " " + TextOf(id),
+            "-7 -7.750000 true 00000001-0002-0003-0400-000000000000");
+  std::int64_t whole = 0;
+  double fraction = 0;
+  std::int32_t order = 0;
+  EXPECT_TRUE(ld_variant_to_int64(&real, &whole, nullptr));
+  EXPECT_TRUE(ld_variant_to_double(&number, &fraction, nullptr));
+  EXPECT_TRUE(ld_variant_compare(&real, &real, &order, nullptr));
+  EXPECT_EQ(whole, -7);
+  EXPECT_EQ(fraction, -7.0);
+  EXPECT_EQ(order, 0);
+  EXPECT_EQ(Failure([&](ld_error** e) { return ld_variant_to_object(&real, &object, e); }),
+            "There is nothing to return. 0");
+}
+
+TEST(C, MergesOnSeveralKeys) {
+  const auto left = Table("a,b,c\n1,1,x\n1,2,y\n"), right = Table("a,b,d\n1,2,z\n");
+  const char* const keys[] = {"a", "b"};
+  const auto merged = Received<ld_table>([&](ld_table** out, ld_error** error) {
+    return ld_table_merge_on_columns(left.get(), right.get(), keys, 2, LD_MERGE_MODE_MATCHING, out,
+                                     error);
+  });
+  EXPECT_EQ(Cell(merged.get(), 0, 2) + Cell(merged.get(), 0, 3), "yz");
+  ld_table* none = nullptr;
+  EXPECT_EQ(Failure([&](ld_error** e) {
+              return ld_table_merge_on_columns(left.get(), right.get(), keys, 17, 0, &none, e);
+            }),
+            "At most 16 key columns! 2");
+  EXPECT_EQ(Failure([&](ld_error** e) {
+              return ld_table_merge_on_columns(left.get(), right.get(), keys, 0, 0, &none, e);
+            }),
+            "Invalid column! 2");
+}
