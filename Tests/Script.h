@@ -31,8 +31,8 @@ Ptr<ITable> TableOf(std::string_view text);
 ///
 /// Arguments are numbers, texts and values, values in parentheses ("(1 x)", "()"), objects by name,
 /// "null", "cell" for the first cell of the table itself, and "same" for the destination before.
-/// The table under test is called "self", its rows and columns "row" or "row0", "row1", "column" and
-/// so on, its header "header".
+/// The table under test is called "self", its rows and columns "row" or "row0", "row1", "column"
+/// and so on, its header "header".
 class Scene {
  public:
   template <class Interface>
@@ -57,8 +57,8 @@ class Scene {
   std::string AnswerOf(const std::string& step, bool isSilent);
 };
 
-/// Runs every operation of a section of a data file with every action of another inside it: once for
-/// each use of a caller's text. No reference may be lost.
+/// Runs every operation of a section of a data file with every action of another inside it: once
+/// for each use of a caller's text. No reference may be lost.
 /// @param make   creates the objects
 /// @param check  what must hold afterwards
 void CallBackAtEveryUse(const char* file, const std::string& operations, const std::string& actions,

@@ -652,15 +652,15 @@ LD_API bool ld_date_time_add_ticks(ld_date_time* self, int64_t ticks, ld_error**
 /// @param other  of any implementation; read through its operations, and held meanwhile
 /// @param result  -1 if this is earlier, 1 if this is later, otherwise 0; -1 for an unknown unit
 /// @fails with "Null pointer exception! Interface is not accessible: struct
-///        Data::Interfaces::IDateTime" for null
+///        Data::Interfaces::IDateTime" for null, "Memory address [%p] is invalid ..." for an object
+///        of another interface
 LD_API bool ld_date_time_compare_by_unit(ld_date_time* self, ld_date_time* other,
                                          ld_date_time_unit unit, int32_t* result, ld_error** error);
 
 /// Compares the tick counts as signed numbers.
 /// @param other  of any implementation; only `ld_date_time_get_file_time` is called
 /// @param result  -1 if this is earlier, 1 if this is later, otherwise 0
-/// @fails as `ld_date_time_compare_by_unit`, and "Memory address [%p] is invalid ..." for an object
-///        of another interface
+/// @fails as `ld_date_time_compare_by_unit`
 LD_API bool ld_date_time_compare_to(ld_date_time* self, ld_date_time* other, int32_t* result,
                                     ld_error** error);
 
