@@ -17,7 +17,7 @@ struct CallersValue : CallersOwn<IAllowedValue> {
   const char* GetCategory() override { return Text(); }
   const char* GetHelpUri() override { return Text(); }
   void GetValue(_VARIANT* out) override { Core::CopyVariant(&value, out); }
-  ComparisonOperator GetComparison() override { return ComparisonOperator{99}; }
+  ComparisonOperator GetComparison() override { return ComparisonOperator{9}; }
   bool GetValueText(IString**, IErrorCode**) override { return false; }
 
  private:
