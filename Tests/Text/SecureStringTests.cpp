@@ -5,9 +5,9 @@
 namespace Data::tests {
 
 TEST(SecureString, GivesBackTheVeryBytes) {
-  for (const std::size_t size : {0u, 15u, 16u, 17u, 257u, 100'001u}) {
+  for (const std::size_t size : {0u, 1u, 15u, 16u, 17u, 257u, 100'001u}) {
     std::string text(size, '\0');
-    std::iota(text.begin(), text.end(), '\0');  // zeros and bytes that are not valid UTF-8
+    std::iota(text.begin(), text.end(), '\1');  // zeros and bytes that are not valid UTF-8
     const auto secret = Protect(MakeString(text).Get());
     EXPECT_EQ(secret->GetLength(), size);
     for (const char* when : {"once", "again"})
