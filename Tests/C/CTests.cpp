@@ -99,6 +99,8 @@ TEST(C, GivesReferencesThatOutliveTheirOwner) {
   const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
     return ld_table_get_column_by_name(table.get(), "count", out, error);
   });
+  ld_retain(table.get());
+  ld_release(table.get());
   table.reset();
   std::int64_t count = 0;
   EXPECT_TRUE(ld_row_get_cell_count(row.get(), &count, nullptr));
@@ -124,6 +126,13 @@ TEST(C, FailsWhereTheLibraryThrowsAnswersNothingOrNeverReturns) {
               return ld_table_insert_column(table.get(), "new", 1, &column, e);
             }),
             "Columns can only be added at the end [1/2]! 2");
+  EXPECT_TRUE(ld_table_insert_column(table.get(), "new", 2, &column, nullptr));
+  const Held<ld_column> added(column);
+  ld_uuid uuid{};
+  EXPECT_EQ(failure([&](ld_error** e) { return ld_uuid_from_string("6b29fc40", &uuid, e); }),
+            "The text is not a UUID! 2");
+  EXPECT_TRUE(ld_uuid_from_string("6b29fc40-ca47-1067-b31d-00dd010662da", &uuid, nullptr));
+  EXPECT_EQ(uuid.data1, 0x6B29FC40u);
   const auto settings = Received<ld_configuration>(ld_create_configuration);
   EXPECT_EQ(failure([&](ld_error** e) {
               return ld_configuration_get(settings.get(), "missing", &value, e);

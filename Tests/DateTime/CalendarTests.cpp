@@ -30,6 +30,7 @@ TEST(Calendar, CountsEveryDayAsTheStandardLibraryDoes) {
       const sys_days thursday = day + days(4) - days(weekday(day).iso_encoding());
       ASSERT_EQ(sys_days(year(value->GetYear()) / value->GetMonth() / value->GetDay()), day);
       ASSERT_EQ(value->GetDayOfYear(), DaysOfYear(day) + 1) << TextOf(value);
+      ASSERT_EQ(value->GetUtcOffset(), 0) << TextOf(value);
       ASSERT_EQ(value->GetDayOfWeek(), weekday(day).iso_encoding()) << TextOf(value);
       ASSERT_EQ(value->GetWeekOfYear(), DaysOfYear(thursday) / 7 + 1) << TextOf(value);
       value->SetHour(0);  // the way back from fields to ticks
