@@ -24,5 +24,5 @@ fi
 llvm-profdata merge -sparse "$profiles"/*.profraw -o $build/coverage.profdata
 llvm-cov export -format=lcov -instr-profile=$build/coverage.profdata $build/lib/liblayerdata.so \
   -object $build/lib/liblayerdata-c.so -object $build/bin/LayerDataTests -object $build/bin/SweepTests \
-  -ignore-filename-regex=Generated.cpp Source Include >$build/coverage.info
+  -ignore-filename-regex=Generated.inc Source Include >$build/coverage.info
 Tools/check-coverage.py $build/coverage.info Tools/Coverage.txt
