@@ -34,7 +34,10 @@ TEST(SecureString, PlainTextsLeaveNoTraceInFreedMemory) {
       {"set to a shorter text", false, [](IString& text) { text.SetUtf8("-", 1); }},
       {"cleared", false, [](IString& text) { text.Clear(); }},
   };
-  static const std::string asUtf16("!\0!\0!", 5);  // not on the stack, where it is searched for
+  // Not on the stack, which is searched for it, and longer than the vectors that unoptimized code
+  // leaves there.
+  static const std::u16string longPart(32, u'!');
+  const std::string_view asUtf16(reinterpret_cast<const char*>(longPart.data()), 64);
   // Long texts are converted in other memory than short ones.
   for (const std::size_t size : {0u, 40u, 100u, 1000u}) {
     const auto secret = Protect(MakeString(std::string(size, '!')).Get());
