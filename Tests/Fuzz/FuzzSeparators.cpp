@@ -69,10 +69,12 @@ void CompareSeparators(std::string_view text, const std::string& separator) {
   const Ptr<ITable> other = ReadWith(Replaced(text, separator, kUnused), "\x1F");
   Require(static_cast<bool>(table) == static_cast<bool>(other));
   if (!table) return;
-  Require(table->GetRowCount() == other->GetRowCount());
   Require(table->GetColumnCount() == other->GetColumnCount());
-  if (text.find('"') == std::string_view::npos && !HasUnnamedColumn(table))
-    Require(CsvOf(table) == CsvOf(other));
+  // Between quotes a separator is part of the value, which may look like a header with one separator
+  // and like data with the other.
+  if (text.find('"') != std::string_view::npos) return;
+  Require(table->GetRowCount() == other->GetRowCount());
+  if (!HasUnnamedColumn(table)) Require(CsvOf(table) == CsvOf(other));
 }
 
 }  // namespace
