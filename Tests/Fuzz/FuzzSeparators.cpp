@@ -70,8 +70,8 @@ void CompareSeparators(std::string_view text, const std::string& separator) {
   Require(static_cast<bool>(table) == static_cast<bool>(other));
   if (!table) return;
   Require(table->GetColumnCount() == other->GetColumnCount());
-  // Between quotes a separator is part of the value, which may look like a header with one separator
-  // and like data with the other.
+  // Between quotes a separator is part of the value, which may look like a header with one
+  // separator and like data with the other.
   if (text.find('"') != std::string_view::npos) return;
   Require(table->GetRowCount() == other->GetRowCount());
   if (!HasUnnamedColumn(table)) Require(CsvOf(table) == CsvOf(other));
