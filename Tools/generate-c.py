@@ -96,13 +96,9 @@ class Function:
         self.interface = interface  # "" for an export
         self.name = node["name"]
         self.result = plain(node["type"]["qualType"].split("(", 1)[0])
-        self.variadic = "..." in node["type"]["qualType"]
         self.parameters = [(plain(child["type"]["qualType"]), child["name"])
                            for child in node.get("inner", []) if child["kind"] == "ParmVarDecl"]
         self.doc = comment(node, text)
-
-    def takes_error(self):
-        return any(kind == "IErrorCode **" for kind, _ in self.parameters)
 
     def outs(self):
         return [(kind, name) for kind, name in self.parameters if is_out(kind)]
@@ -229,7 +225,10 @@ class Documentation:
         text = re.sub(r"\s*\bstd::(runtime_error|out_of_range|length_error)\b\s*", " ", text)
         text = text.replace("std::bad_alloc", "code 2")
         text = re.sub(r", (all|unless\s+stated\s+otherwise)\s*:", ":", text)
-        # Out-pointers have their own rule in C.
+        # Out-pointers have their own rule in C, and clearing a string returns nothing.
+        text = re.sub(r"for a null name, column or `out`", "for a null name or column", text)
+        text = re.sub(r"All but those from `ld_string_get_data`\s+and `ld_string_clear` point",
+                      "All but that from `ld_string_get_data` point", text)
         text = re.sub(r"\s*\bNull\s+does\s+nothing\.", "", text)
         text = re.sub(r',?\s*(or|also with|and)?\s*"Cannot be nullptr!"\s+for\s+a\s+null\s+(destination|`out`)', "", text)
         text = re.sub(r',?\s*((or|and)\s+)?"Pointer\s+to\s+a\s+pointer[^"]*"', "", text)
@@ -458,8 +457,9 @@ def main():
     headers = Headers()
     for path, text in ((HEADER, header_text(headers)), (SOURCE, source_text(headers)),
                        (CALLS, calls_text(headers))):
-        style = text if path == CALLS else subprocess.run(["clang-format", f"--assume-filename={path}.h"], input=text, capture_output=True,
-                               text=True, check=True).stdout
+        style = text if path == CALLS else subprocess.run(
+            ["clang-format", f"--assume-filename={path}.h"], input=text, capture_output=True, text=True,
+            check=True).stdout
         if check and path.read_text() != style:
             sys.exit(f"{path.relative_to(ROOT)} is not what Tools/generate-c.py writes")
         if not check:

@@ -205,8 +205,8 @@ LD_API bool ld_object_unlock(ld_object* self, ld_error** error);
 /// 28603 and 28605, and converts them with the same results as Windows.
 ///
 /// Ownership. The Set operations copy the caller's text. Returned pointers belong to the string and
-/// are valid until it is changed, converted or destroyed. All but those from `ld_string_get_data`
-/// and `ld_string_clear` point to zero-terminated text and are never null.
+/// are valid until it is changed, converted or destroyed. All but that from `ld_string_get_data`
+/// point to zero-terminated text and are never null.
 ///
 /// Threads. Not synchronised. Because reading may convert, even concurrent readers need to take
 /// `ld_object_lock` around each use. Reference counting is atomic.
@@ -1002,7 +1002,7 @@ LD_API bool ld_properties_get_missing(ld_properties* self, ld_object_list** out,
 /// Data::Interfaces::ITable".
 ///
 /// Failures. Common failures:
-///   - "Cannot be nullptr!" for a null name, column or `out`
+///   - "Cannot be nullptr!" for a null name or column
 ///   - "Pointer of struct Data::Structures::_VARIANT must not be null!" for a null value
 ///   - "Column index out of range [%d/%d]!" (index, count)
 ///   - "invalid unordered_map<K, T> key" for a missing name

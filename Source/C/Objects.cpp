@@ -12,7 +12,8 @@ using namespace Data::Interfaces;
 
 namespace {
 
-// What an operation with a variable number of keys receives: the keys and empty places behind them.
+/// `MergeOnColumns` takes its keys as variable arguments, and reads only as many as it is told.
+/// So it is always given this many.
 constexpr std::uint32_t kMostKeys = 16;
 
 }  // namespace
