@@ -1,6 +1,6 @@
 #!/bin/sh
 # Compares the exports of the built libraries with the declarations in Include/Data/Exports.h and
-# Include/LayerData/layerdata.h, and checks which libraries they load: check-exports.sh LIBRARY...
+# Include/LayerData/layerdata*.h, and checks which libraries they load: check-exports.sh LIBRARY...
 set -u
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -8,9 +8,11 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
 
-# declared HEADER PREFIX
+# declared PREFIX HEADER...
 declared() {
-  sed 's,//.*,,' "$root/Include/$1" | grep -o "$2[A-Za-z0-9_]*(" | tr -d '(' | LC_ALL=C sort -u
+  prefix=$1
+  shift
+  sed 's,//.*,,' "$@" | grep -o "$prefix[A-Za-z0-9_]*(" | tr -d '(' | LC_ALL=C sort -u
 }
 
 exported() {
@@ -61,13 +63,13 @@ wrong_count() {
   [ "$(wc -l <"$work/declared")" -eq 42 ] || echo "  not 42 functions"
 }
 
-declared Data/Exports.h Data_ >"$work/declared"
+declared Data_ "$root"/Include/Data/Exports.h >"$work/declared"
 check FortyTwoAreDeclared wrong_count
 for library in "$@"; do
   file=$(basename "$library")
   case $file in
-    *-c.*) declared LayerData/layerdata.h ld_ >"$work/declared" ;;
-    *) declared Data/Exports.h Data_ >"$work/declared" ;;
+    *-c.*) declared ld_ "$root"/Include/LayerData/layerdata*.h >"$work/declared" ;;
+    *) declared Data_ "$root"/Include/Data/Exports.h >"$work/declared" ;;
   esac
   check "$file.ExportsWhatIsDeclared" unexpected_names "$library"
   check "$file.LoadsTheSharedRuntime" private_runtime "$library"

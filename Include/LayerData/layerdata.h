@@ -2168,4 +2168,10 @@ LD_API bool ld_table_merge_on_columns(ld_table* self, ld_table* right, const cha
 }
 #endif
 
+#include "layerdata_arrow.h"
+#include "layerdata_columns.h"
+#include "layerdata_reading.h"
+#include "layerdata_rows.h"
+#include "layerdata_writing.h"
+
 #endif
