@@ -1,3 +1,7 @@
+#include <array>
+#include <bit>
+#include <set>
+
 #include "Prelude.h"
 
 namespace Data::tests {
@@ -27,12 +31,20 @@ TEST(Uuid, ReadsExactlyThePrintedForm) {
 }
 
 TEST(Uuid, NewOnesAreRandomOfVersion4) {
-  _UUID first{}, second{};
   EXPECT_FALSE(Data_NewUuid(nullptr));
-  ASSERT_TRUE(Data_NewUuid(&first) && Data_NewUuid(&second));
-  EXPECT_NE(TextOf(first), TextOf(second));
-  EXPECT_EQ(first.data3 >> 12, 4);
-  EXPECT_EQ(first.data4[0] >> 6, 2);
+  std::array<std::uint64_t, 128> bits{};  // of 64 UUIDs
+  for (int i = 0; i < 64; ++i) {
+    _UUID uuid{};
+    ASSERT_TRUE(Data_NewUuid(&uuid));
+    EXPECT_EQ(uuid.data3 >> 12, 4);
+    EXPECT_EQ(uuid.data4[0] >> 6, 2);
+    for (std::size_t bit = 0; bit < bits.size(); ++bit)
+      bits[bit] |=
+          std::uint64_t{std::bit_cast<std::array<std::uint8_t, 16>>(uuid)[bit / 8] >> bit % 8 & 1u}
+          << i;
+  }
+  // The other 122 bits vary, and none follows another.
+  EXPECT_EQ(std::set(bits.begin(), bits.end()).size(), 122u + 2);
 }
 
 }  // namespace Data::tests
