@@ -21,6 +21,7 @@ INCLUDE = ROOT / "Include"
 HEADER = INCLUDE / "LayerData/layerdata.h"
 SOURCE = ROOT / "Source/C/Generated.inc"
 CALLS = ROOT / "Tests/C/Calls.inc"
+VERSION = INCLUDE / "Data/Version.h"
 TEMPLATE = ROOT / "Source/C/layerdata.h.in"
 
 # Names in C, where they are not the words of the name in C++.
@@ -33,11 +34,13 @@ BY_HAND = {"IErrorCode": None, "IObject": {"AddReference", "Release", "Destroy"}
 WITHOUT_RESULT = {("IString", "Clear")}
 # Calls that take another way than the operation itself.
 OTHER_CALLS = {
+    ("IObject", "Unlock"): "Unlock(target)",
     ("ITable", "GetCell"): "GetCell(target, {arguments})",
     ("ITable", "InsertColumn"): "InsertColumnAtEnd(target, {arguments})",
     ("", "Data_UuidFromString"): "ReadUuid({arguments})",
 }
 OTHER_DOCS = {
+    ("IObject", "Unlock"): 'Unlocks the mutex. Fails with "The object is not locked!" if no thread holds it.',
     ("ITable", "GetCell"): "Reads a cell.",
     ("ITable", "InsertColumn"): 'Appends a column, as `AddColumn` does. Fails with "Columns can only be '
                                 'added at the end [%d/%d]!" for an `index` below the column count.',
@@ -48,6 +51,8 @@ OTHER_INTERFACE_DOCS = {
 }
 # Operations whose false is the answer, although their name is no question.
 ANSWERS = {("IDateTime", "SetTimeZone")}
+# Arguments that tell how much a caller's address holds.
+LENGTHS = {"length", "size", "count"}
 QUESTION = re.compile(r"(Is|Has|Contains|Equals|BelongsTo|TryLock)(?![a-z])")
 
 
@@ -148,14 +153,24 @@ def c_declarator(kind):
     return const + c_type(base) + "*" * kind.count("*")
 
 
+def constants_of(enumeration):
+    value = -1
+    for constant in enumeration["inner"]:
+        if constant["kind"] == "EnumConstantDecl":
+            value = int(constant["inner"][0]["value"]) if constant["inner"][0]["kind"] == "ConstantExpr" else value + 1
+            yield constant["name"], value
+
+
 class Headers:
     def __init__(self):
         self.enumerations, self.records, self.interfaces, self.exports = {}, {}, {}, []
         self.interface_docs = {}
+        self.constants = {}  # enumeration -> (name, value) of each enumerator
         for name, node in declarations(clang_dump()):
             text = self.file_of(name).read_text()  # ASCII, so that offsets count characters
             if node["kind"] == "EnumDecl":
                 self.enumerations[name] = (node, comment(node, text), text)
+                self.constants[name] = list(constants_of(node))
             elif name.startswith("Data_"):
                 self.exports.append(Function("", node, text))
             elif re.match(r"I[A-Z]", name):
@@ -315,10 +330,13 @@ def formatted(text):
 class Binding:
     """One function in C."""
 
-    def __init__(self, operation, documentation):
+    def __init__(self, operation, documentation, enumerations):
         self.operation = operation
         self.name = operation.c_name()
         self.documentation = documentation
+        self.enumerations = enumerations
+        self.reads = any(kind in ("const char *", "const char16_t *", "const void *", "const _VARIANT *")
+                         for kind, _ in operation.parameters)
         self.parameters = []  # declarations in C
         self.checks, self.arguments, self.gives = [], [], []
         if operation.interface:
@@ -349,8 +367,11 @@ class Binding:
         elif kind == "const char16_t *":
             self.arguments.append(f"reinterpret_cast<const char16_t*>({name})")
         elif kind[0].isupper():
-            self.arguments.append(f"static_cast<Structures::{kind}>({name})")
+            last = f"{c_type(kind)}_{snake(self.enumerations[kind][-1][0])}".upper()
+            self.arguments.append(f'Enumerator<Structures::{kind}>({name}, {last}, "{c_type(kind)}")')
         else:
+            if kind == "uint64_t" and name in LENGTHS and self.reads:
+                self.checks.append(f"CheckLength({name});")
             self.arguments.append(name)
 
     def signature(self):
@@ -403,23 +424,22 @@ def bindings(headers):
             if operation.doc:
                 previous = operation.c_name()
             if operation.name not in by_hand:
-                yield interface, Binding(operation, text)
+                yield interface, Binding(operation, text, headers.constants)
     yield "", "/// -- Creating objects, reading and writing --\n"
     for export in headers.exports:
-        yield "", Binding(export, docs.of(export, None))
+        yield "", Binding(export, docs.of(export, None), headers.constants)
 
 
 def header_text(headers):
     docs, parts = Documentation(headers), []
     for name, (node, doc, text) in headers.enumerations.items():
         parts.append(formatted(docs.text("", doc)) + f"typedef {node['fixedUnderlyingType']['qualType']} {c_type(name)};")
-        value, lines = -1, []
-        for constant in node["inner"]:
-            if constant["kind"] == "EnumConstantDecl":
-                value = int(constant["inner"][0]["value"]) if constant["inner"][0]["kind"] == "ConstantExpr" else value + 1
-                note = comment(constant, text)
-                note = "  ///< " + docs.text("", note) if note else ""
-                lines.append(f"  {c_type(name).upper()}_{snake(constant['name']).upper()} = {value},{note}")
+        lines = []
+        constants = [child for child in node["inner"] if child["kind"] == "EnumConstantDecl"]
+        for constant, (constant_name, value) in zip(constants, headers.constants[name], strict=True):
+            note = comment(constant, text)
+            note = "  ///< " + docs.text("", note) if note else ""
+            lines.append(f"  {c_type(name).upper()}_{snake(constant_name).upper()} = {value},{note}")
         parts.append("enum {\n" + "\n".join(lines) + "\n};\n")
     for interface in headers.interfaces:
         if interface not in ("IErrorCode", "IObject"):
@@ -427,8 +447,10 @@ def header_text(headers):
     parts.append("")
     for interface, item in bindings(headers):
         parts.append(item.prototype() if isinstance(item, Binding) else f"\n// ---- {c_type(interface) if interface else 'Functions'} ----\n\n{item if interface else ''}")
-    template = TEMPLATE.read_text()
-    return template.replace("@GENERATED@\n", "\n".join(parts))
+    text = TEMPLATE.read_text().replace("@GENERATED@\n", "\n".join(parts))
+    for name, number in re.findall(r"#define LAYERDATA_VERSION_(\w+) (\d+)", VERSION.read_text()):
+        text = text.replace(f"@{name}@", number)
+    return text
 
 
 def source_text(headers):
@@ -436,18 +458,16 @@ def source_text(headers):
     return f"// Generated by Tools/generate-c.py from the public headers.\n\n{functions}"
 
 
-def calls_text(headers):
-    """A call of every function with one object for all handles, and null or zero for all else."""
+def calls_text(generated):
+    """Every function of the C headers that can fail, with the names of its arguments."""
     lines = []
-    for _, item in bindings(headers):
-        if isinstance(item, Binding):
-            kinds = [parameter.rpartition(" ")[0] for parameter in item.parameters[:-1]]
-            handles = {c_type(interface) + "*" for interface in headers.interfaces}
-            arguments = [f"({kind})object" if kind in handles else "{}" for kind in kinds]
-            taken = any(kind in handles for kind in kinds)
-            lines.append(f'{{"{item.name}", {str(taken).lower()}, [](void*{" object" * taken}, ld_error** error) {{ '
-                         f"return {item.name}({', '.join([*arguments, 'error'])}); }}}},")
-    return "// Generated by Tools/generate-c.py from the public headers.\n" + "\n".join(lines) + "\n"
+    for text in [generated, *(path.read_text() for path in sorted(HEADER.parent.glob("layerdata_*.h")))]:
+        text = re.sub(r"//.*", "", text)
+        for name, parameters in re.findall(r"^LD_API\s+bool\s+(\w+)\(([^)]*)\)", text, re.M):
+            names = [re.search(r"\w+$", parameter.strip()).group() for parameter in parameters.split(",")]
+            if re.search(r"\bld_error\*\* error\s*$", parameters):
+                lines.append(f"FUNCTION({', '.join([name, *(f'{chr(34)}{each}{chr(34)}' for each in names[:-1])])})")
+    return "// Generated by Tools/generate-c.py from the headers of the C interface.\n" + "\n".join(lines) + "\n"
 
 
 def main():
@@ -455,8 +475,8 @@ def main():
     arguments.add_argument("--check", action="store_true")
     check = arguments.parse_args().check
     headers = Headers()
-    for path, text in ((HEADER, header_text(headers)), (SOURCE, source_text(headers)),
-                       (CALLS, calls_text(headers))):
+    header = header_text(headers)
+    for path, text in ((HEADER, header), (SOURCE, source_text(headers)), (CALLS, calls_text(header))):
         style = text if path == CALLS else subprocess.run(
             ["clang-format", f"--assume-filename={path}.h"], input=text, capture_output=True, text=True,
             check=True).stdout

@@ -20,6 +20,10 @@
 /// references to the objects that they keep. A null handle, or one to an object of another kind, is
 /// a failure. A handle to an object that no longer exists is not noticed.
 ///
+/// Wrong arguments are failures as far as they can be told: a null address ("Pointer of char must
+/// not be null!"), a number that is no enumerator ("Invalid value 7 of ld_merge_mode!"), a length
+/// beyond all memory, as a negative number becomes ("The length is too large!").
+///
 /// Texts are zero-terminated UTF-8. Texts and addresses that are returned belong to the object, and
 /// are valid until the object changes or ends.
 
@@ -39,6 +43,18 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/// The version of these headers, also as one number that can be compared: 10000 for 1.0.0.
+#define LD_VERSION_MAJOR 1
+#define LD_VERSION_MINOR 0
+#define LD_VERSION_PATCH 0
+#define LD_VERSION (LD_VERSION_MAJOR * 10000 + LD_VERSION_MINOR * 100 + LD_VERSION_PATCH)
+
+/// The version of the library that the program runs with, as `LD_VERSION` gives it. A program runs
+/// with the version that it was built against and with every later one of the same major version.
+LD_API uint32_t ld_version(void);
+/// The same as text: "1.0.0".
+LD_API const char* ld_version_text(void);
 
 /// Any object. Every other handle can be cast to it: `(ld_object*)table`.
 typedef struct ld_object ld_object;
@@ -187,7 +203,7 @@ LD_API bool ld_object_lock(ld_object* self, ld_error** error);
 /// @param result  whether the calling thread now holds the mutex
 LD_API bool ld_object_try_lock(ld_object* self, bool* result, ld_error** error);
 
-/// Unlocks the mutex.
+/// Unlocks the mutex. Fails with "The object is not locked!" if no thread holds it.
 LD_API bool ld_object_unlock(ld_object* self, ld_error** error);
 
 // ---- ld_string ----

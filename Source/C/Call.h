@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <stdexcept>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -49,6 +50,20 @@ Interface& Self(Handle* handle) {
   auto* object = reinterpret_cast<Interface*>(handle);
   Core::CheckArgument(object);
   return *object;
+}
+
+/// An enumerator of the caller's, which can be any number.
+template <class Enumeration>
+Enumeration Enumerator(std::int64_t value, std::int64_t last, const char* type) {
+  if (value < 0 || value > last)
+    throw std::runtime_error("Invalid value " + std::to_string(value) + " of " + type + "!");
+  return static_cast<Enumeration>(value);
+}
+
+/// Rejects a length that no memory can have, such as a negative number that became unsigned.
+inline void CheckLength(std::uint64_t length) {
+  constexpr std::uint64_t kAddresses = std::uint64_t{1} << 47;  // of a process, on both systems
+  if (length > kAddresses) throw std::runtime_error("The length is too large!");
 }
 
 template <class T>
@@ -103,6 +118,8 @@ inline Structures::_UUID* Record(ld_uuid* uuid) {
 
 // Operations that C offers in another way.
 
+/// `IObject::Unlock`, which may do anything to an object that is not locked.
+void Unlock(Core::IObject& object);
 /// `ITable::GetCell`, which hides a wrong column.
 bool GetCell(Interfaces::ITable& table, std::int64_t row, std::int32_t column,
              Structures::_VARIANT* out);

@@ -5,6 +5,7 @@
 #include "Core/StringFormat.h"
 #include "Data/Exports.h"
 #include "Data/Interfaces/IRow.h"
+#include "Data/Version.h"
 
 using namespace Data;
 using namespace Data::c;
@@ -19,6 +20,12 @@ constexpr std::uint32_t kMostKeys = 16;
 }  // namespace
 
 namespace Data::c {
+
+void Unlock(Core::IObject& object) {
+  const bool wasFree = object.TryLock();
+  object.Unlock();
+  if (wasFree) throw std::runtime_error("The object is not locked!");
+}
 
 bool GetCell(ITable& table, std::int64_t row, std::int32_t column, Structures::_VARIANT* out) {
   return table.GetRow(row)->GetCell(column, out);
@@ -40,6 +47,15 @@ IColumn* InsertColumnAtEnd(ITable& table, const char* name, std::int32_t index) 
 }
 
 }  // namespace Data::c
+
+uint32_t ld_version(void) { return LAYERDATA_VERSION; }
+
+const char* ld_version_text(void) {
+#define TEXT_OF(number) TEXT(number)
+#define TEXT(number) #number
+  return TEXT_OF(LAYERDATA_VERSION_MAJOR) "." TEXT_OF(LAYERDATA_VERSION_MINOR) "." TEXT_OF(
+      LAYERDATA_VERSION_PATCH);
+}
 
 void ld_retain(void* object) {
   if (object) static_cast<Core::IObject*>(object)->AddReference();
@@ -73,9 +89,10 @@ bool ld_table_merge_on_columns(ld_table* self, ld_table* right, const char* cons
     std::array<const char*, kMostKeys> k{};
     std::copy_n(keys, key_count, k.begin());
     if (!Self<ITable>(self).MergeOnColumns(
-            Object<ITable>(right), static_cast<Structures::MergeMode>(mode), merged.Receive(),
-            raised, key_count, k[0], k[1], k[2], k[3], k[4], k[5], k[6], k[7], k[8], k[9], k[10],
-            k[11], k[12], k[13], k[14], k[15]))
+            Object<ITable>(right),
+            Enumerator<Structures::MergeMode>(mode, LD_MERGE_MODE_ALL, "ld_merge_mode"),
+            merged.Receive(), raised, key_count, k[0], k[1], k[2], k[3], k[4], k[5], k[6], k[7],
+            k[8], k[9], k[10], k[11], k[12], k[13], k[14], k[15]))
       return false;
     merged.Give();
     return true;

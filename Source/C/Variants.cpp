@@ -67,6 +67,7 @@ bool ld_variant_from_bool(bool truth, ld_variant* out, ld_error** error) {
 bool ld_variant_from_text(const char* text, uint64_t length, ld_variant* out, ld_error** error) {
   return Call(error, [&](Core::IErrorCode**) {
     if (length > 0) Core::CheckArgument(text);
+    CheckLength(length);
     return Store(out, Variant(std::string_view(text, static_cast<std::size_t>(length))));
   });
 }

@@ -1,42 +1,52 @@
 // The C interface as its callers use it: through layerdata.h alone.
 
+#include <functional>
+
+#include "Calls.h"
 #include "Support.h"
 
 using namespace c_tests;
 
 namespace {
 
-/// Every function that the headers give, called with one object for all its handles.
-constexpr struct {
-  const char* name;
-  bool takesObject;
-  bool (*call)(void* object, ld_error** error);
-} kFunctions[] = {
-#include "Calls.inc"
+/// One object for all handles, and null or zero for all else.
+struct OneObject {
+  template <class T>
+  T Next(const char*) const {
+    if constexpr (IsHandle<T>) return static_cast<T>(object);
+    return {};
+  }
+  void* object;
 };
+
+std::string FailureOf(const Function<OneObject>& function, void* object) {
+  OneObject arguments{object};
+  return Failure([&](ld_error** error) { return function.call(function, arguments, error); });
+}
 
 }  // namespace
 
 TEST(C, EveryFunctionRefusesNull) {
-  for (const auto& function : kFunctions) {
-    const std::string failure = Failure([&](ld_error** e) { return function.call(nullptr, e); });
+  for (const auto& function : kFunctions<OneObject>) {
+    const std::string failure = FailureOf(function, nullptr);
     EXPECT_TRUE(failure.find("null") != failure.npos && failure.ends_with(" 2"))
         << function.name << ": " << failure;
-    EXPECT_FALSE(function.call(nullptr, nullptr)) << function.name;
+    OneObject arguments{};
+    EXPECT_FALSE(function.call(function, arguments, nullptr)) << function.name;
   }
 }
 
 TEST(C, EveryOperationRefusesAnObjectOfAnotherKind) {
   const auto list = Received<ld_object_list>(ld_create_object_list);
   const auto text = Received<ld_string>(ld_create_string);
-  for (const auto& function : kFunctions) {
+  for (const auto& function : kFunctions<OneObject>) {
     const std::string name = function.name;
     const bool takesAnyObject =
         name == "ld_object_lock" || name == "ld_object_try_lock" || name == "ld_object_unlock";
-    if (!function.takesObject || takesAnyObject) continue;
+    if (!function.takesHandle || takesAnyObject) continue;
     const bool takesText = name.starts_with("ld_string_") || name == "ld_create_secure_string";
-    void* object = takesText ? static_cast<void*>(list.get()) : text.get();
-    const std::string failure = Failure([&](ld_error** e) { return function.call(object, e); });
+    const std::string failure =
+        FailureOf(function, takesText ? static_cast<void*>(list.get()) : text.get());
     EXPECT_TRUE(failure.starts_with("Memory address") || failure.starts_with("The address of"))
         << name << ": " << failure;
   }
@@ -151,4 +161,82 @@ TEST(C, MergesOnSeveralKeys) {
               return ld_table_merge_on_columns(left.get(), right.get(), keys, 0, 0, &none, e);
             }),
             "Invalid column! 2");
+}
+
+TEST(C, RefusesNumbersThatAreNoEnumerators) {
+  const auto table = Table("id\n1\n");
+  const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+    return ld_table_get_column(table.get(), 0, out, error);
+  });
+  const auto date = Received<ld_date_time>(ld_create_minimum_date_time);
+  const auto properties = Received<ld_properties>(ld_create_properties);
+  const ld_uuid uuid{1, 2, 3, {4}};
+  const auto schema = Received<ld_schema>([&](ld_schema** out, ld_error** error) {
+    return ld_create_schema(&uuid, "a", "b", out, error);
+  });
+  const char* const key = "id";
+  const ld_variant value{};
+  ld_table* merged = nullptr;
+  ld_allowed_value* allowed = nullptr;
+  std::int32_t order = 0;
+  std::uint64_t ticks = 0;
+  const std::function<bool(ld_error**)> calls[] = {
+      [&](auto e) { return ld_column_set_type(column.get(), 28, e); },
+      [&](auto e) { return ld_column_set_type(column.get(), ~0u, e); },
+      [&](auto e) { return ld_schema_set_type(schema.get(), "c", 28, e); },
+      [&](auto e) { return ld_schema_add_column(schema.get(), "c", 28, 1, 1, e); },
+      [&](auto e) { return ld_properties_register(properties.get(), "p", 28, true, &value, e); },
+      [&](auto e) { return ld_table_merge(table.get(), table.get(), key, 3, &merged, e); },
+      [&](auto e) { return ld_table_merge_on(table.get(), table.get(), key, key, -1, &merged, e); },
+      [&](auto e) {
+        return ld_table_merge_on_columns(table.get(), table.get(), &key, 1, 3, &merged, e);
+      },
+      [&](auto e) { return ld_date_time_compare_by_unit(date.get(), date.get(), 8, &order, e); },
+      [&](auto e) { return ld_date_time_get_start_of(date.get(), -1, &ticks, e); },
+      [&](auto e) { return ld_create_allowed_value(&value, 9, "", "", "", "", &allowed, e); },
+  };
+  std::string failures;
+  for (const auto& call : calls) failures += Failure(call) + "\n";
+  EXPECT_EQ(failures,
+            "Invalid value 28 of ld_value_type! 2\nInvalid value 4294967295 of ld_value_type! 2\n"
+            "Invalid value 28 of ld_value_type! 2\nInvalid value 28 of ld_value_type! 2\n"
+            "Invalid value 28 of ld_value_type! 2\nInvalid value 3 of ld_merge_mode! 2\n"
+            "Invalid value -1 of ld_merge_mode! 2\nInvalid value 3 of ld_merge_mode! 2\n"
+            "Invalid value 8 of ld_date_time_unit! 2\nInvalid value -1 of ld_date_time_unit! 2\n"
+            "Invalid value 9 of ld_comparison_operator! 2\n");
+}
+
+TEST(C, RefusesLengthsBeyondAllMemory) {
+  ld_table* table = nullptr;
+  ld_value_type type = 0;
+  ld_variant value{};
+  const auto json = Received<ld_json_document>(ld_create_json_document);
+  const auto array = Received<ld_array>(ld_create_array);
+  std::uint64_t written = 0;
+  constexpr auto negative = static_cast<std::uint64_t>(-1);
+  const std::function<bool(ld_error**)> calls[] = {
+      [&](auto e) { return ld_parse_csv("a,b\n1,2\n", negative, &table, e); },
+      [&](auto e) { return ld_detect_value_type("1", std::uint64_t{1} << 63, &type, e); },
+      [&](auto e) { return ld_variant_from_text("1", negative, &value, e); },
+      [&](auto e) { return ld_json_document_set_content(json.get(), "{}", negative, e); },
+      [&](auto e) { return ld_array_append(array.get(), "1", negative, &written, e); },
+  };
+  for (const auto& call : calls) EXPECT_EQ(Failure(call), "The length is too large! 2");
+}
+
+TEST(C, RefusesToUnlockWhatIsNotLocked) {
+  const auto list = Received<ld_object_list>(ld_create_object_list);
+  auto* const object = reinterpret_cast<ld_object*>(list.get());
+  bool isLocked = false;
+  EXPECT_EQ(Failure([&](ld_error** e) { return ld_object_unlock(object, e); }),
+            "The object is not locked! 2");
+  EXPECT_TRUE(ld_object_try_lock(object, &isLocked, nullptr) && isLocked) << "it is still free";
+  EXPECT_TRUE(ld_object_unlock(object, nullptr));
+}
+
+TEST(C, TellsItsVersion) {
+  EXPECT_EQ(ld_version(), std::uint32_t{LD_VERSION});
+  EXPECT_EQ(ld_version_text(), std::to_string(LD_VERSION_MAJOR) + "." +
+                                   std::to_string(LD_VERSION_MINOR) + "." +
+                                   std::to_string(LD_VERSION_PATCH));
 }

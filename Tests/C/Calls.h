@@ -1,0 +1,70 @@
+#pragma once
+
+#include <LayerData/layerdata.h>
+
+#include <array>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+/// Calls of every function of the C interface with arguments that a class of the test provides.
+namespace c_tests {
+
+template <class T>
+concept Complete = requires {
+  sizeof(T);
+};
+template <class T>
+struct IsHandleTrait : std::false_type {};
+template <class T>
+struct IsHandleTrait<T*>
+    : std::bool_constant<std::is_class_v<T> && !std::is_const_v<T> && !Complete<T>> {};
+/// Whether a type is `ld_table*` or alike.
+template <class T>
+constexpr bool IsHandle = IsHandleTrait<T>::value;
+
+/// A function of the interface. `Arguments::Next<T>(name)` provides its arguments from left to
+/// right, without the last one.
+template <class Arguments>
+struct Function {
+  const char* name;
+  std::array<const char*, 16> parameters;
+  bool (*call)(const Function&, Arguments&, ld_error**);
+  bool takesHandle;
+};
+
+template <class T, class Arguments>
+T NextArgument(const char* name, Arguments& arguments, ld_error** error) {
+  if constexpr (std::is_same_v<T, ld_error**>)
+    return error;
+  else
+    return arguments.template Next<T>(name);
+}
+
+template <auto function>
+struct Caller;
+template <class... Parameters, bool (*function)(Parameters...)>
+struct Caller<function> {
+  template <class Arguments>
+  static bool Call(const Function<Arguments>& self, Arguments& arguments, ld_error** error) {
+    return [&]<std::size_t... i>(std::index_sequence<i...>) {
+      // Braces evaluate from left to right.
+      const std::tuple<Parameters...> values{
+          NextArgument<Parameters>(self.parameters[i], arguments, error)...};
+      return std::apply(function, values);
+    }
+    (std::index_sequence_for<Parameters...>());
+  }
+  static constexpr bool kTakesHandle = (IsHandle<Parameters> || ...);
+};
+
+/// All functions of the headers that can fail.
+template <class Arguments>
+inline constexpr Function<Arguments> kFunctions[] = {
+#define FUNCTION(name, ...) \
+  {#name, {__VA_ARGS__}, Caller<name>::template Call<Arguments>, Caller<name>::kTakesHandle},
+#include "Calls.inc"
+#undef FUNCTION
+};
+
+}  // namespace c_tests
