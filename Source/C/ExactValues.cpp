@@ -1,0 +1,168 @@
+#include "C/ExactValues.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cmath>
+
+#include "Core/VariantConversions.h"
+#include "DateTime/Calendar.h"
+
+namespace Data::c {
+
+using Core::KindOf;
+using Core::TypeOf;
+using Core::ValueKind;
+using Core::ValueType;
+using Structures::_VARIANT;
+
+// -- Integers --
+
+Integer Integer::Of(std::int64_t value) {
+  const auto word = static_cast<std::uint64_t>(value);
+  return {0, value < 0 ? 0 - word : word, value < 0};
+}
+
+std::optional<Integer> Integer::Of(const _VARIANT& cell) {
+  if (!HasForm(cell, Core::StorageForm::Value)) return std::nullopt;
+  const std::uint64_t low = cell.value[0], high = cell.value[1];
+  switch (TypeOf(cell)) {
+    case ValueType::UInt64:
+      return Integer{0, low, false};
+    case ValueType::UInt128:
+      return Integer{high, low, false};
+    case ValueType::Int128:
+      if (high >> 63 == 0) return Integer{high, low, false};
+      return Integer{~high + (low == 0 ? 1 : 0), 0 - low, true};
+    default:
+      break;
+  }
+  const ValueKind kind = KindOf(TypeOf(cell));
+  if (kind != ValueKind::SignedInteger && kind != ValueKind::UnsignedInteger) return std::nullopt;
+  return Of(Core::detail::StoredInteger(cell));
+}
+
+std::optional<std::int64_t> Integer::ExactInt64() const {
+  const std::uint64_t most = std::uint64_t{INT64_MAX} + (isNegative ? 1 : 0);
+  if (high != 0 || low > most) return std::nullopt;
+  return static_cast<std::int64_t>(isNegative ? 0 - low : low);
+}
+
+std::optional<double> Integer::ExactDouble() const {
+  if (high == 0 && low == 0) return 0.0;
+  const int width = high != 0 ? 64 + static_cast<int>(std::bit_width(high))
+                              : static_cast<int>(std::bit_width(low));
+  const int zeros = low != 0 ? std::countr_zero(low) : 64 + std::countr_zero(high);
+  if (width - zeros > 53) return std::nullopt;
+  return NearestDouble();
+}
+
+double Integer::NearestDouble() const {
+  double magnitude = static_cast<double>(low);
+  if (high != 0) {
+    // The 64 leading bits; the last one also stands for any bit that is cut off, so that rounding
+    // goes the right way.
+    const int cut = static_cast<int>(std::bit_width(high));
+    const std::uint64_t kept = cut == 64 ? high : high << (64 - cut) | low >> cut;
+    const std::uint64_t rest = cut == 64 ? low : low << (64 - cut);
+    magnitude = std::ldexp(static_cast<double>(kept | (rest != 0 ? 1 : 0)), cut);
+  }
+  return isNegative ? -magnitude : magnitude;
+}
+
+std::string Integer::Text() const {
+  constexpr std::uint64_t kBase = 1'000'000'000;
+  std::uint64_t limbs[] = {high >> 32, high & UINT32_MAX, low >> 32, low & UINT32_MAX};
+  std::string digits;  // from the last to the first
+  while (std::ranges::any_of(limbs, [](std::uint64_t limb) { return limb != 0; })) {
+    std::uint64_t rest = 0;
+    for (std::uint64_t& limb : limbs) {
+      const std::uint64_t part = rest << 32 | limb;
+      limb = part / kBase;
+      rest = part % kBase;
+    }
+    for (int i = 0; i < 9; ++i, rest /= 10) digits += static_cast<char>('0' + rest % 10);
+  }
+  while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
+  if (digits.empty()) digits += '0';
+  if (isNegative) digits += '-';
+  return {digits.rbegin(), digits.rend()};
+}
+
+// -- Numbers --
+
+std::optional<double> RealOf(const _VARIANT& cell) {
+  if (!HasForm(cell, Core::StorageForm::Value)) return std::nullopt;
+  if (TypeOf(cell) == ValueType::Double) return Core::detail::StoredDouble(cell);
+  if (TypeOf(cell) == ValueType::Float) return Core::detail::StoredFloat(cell);
+  return std::nullopt;
+}
+
+std::optional<std::int64_t> ExactInt64(const _VARIANT& cell) {
+  if (const auto integer = Integer::Of(cell)) return integer->ExactInt64();
+  const auto real = RealOf(cell);
+  if (!real || !(*real >= -0x1p63 && *real < 0x1p63)) return std::nullopt;
+  const auto value = static_cast<std::int64_t>(*real);
+  const bool isSame = std::bit_cast<std::uint64_t>(static_cast<double>(value)) ==
+                      std::bit_cast<std::uint64_t>(*real);
+  return isSame ? std::optional(value) : std::nullopt;
+}
+
+std::optional<double> ExactDouble(const _VARIANT& cell) {
+  const auto integer = Integer::Of(cell);
+  return integer ? integer->ExactDouble() : RealOf(cell);
+}
+
+std::optional<double> NearestDouble(const _VARIANT& cell) {
+  const auto integer = Integer::Of(cell);
+  return integer ? integer->NearestDouble() : RealOf(cell);
+}
+
+// -- Dates --
+
+namespace {
+
+constexpr std::int64_t kTicksPerMicrosecond = 10;
+constexpr auto kEpoch = static_cast<std::int64_t>(impl::kTicksAtPosixEpoch) / kTicksPerMicrosecond;
+
+constexpr std::int64_t FloorRest(std::int64_t value, std::int64_t divisor) {
+  const std::int64_t rest = value % divisor;
+  return rest < 0 ? rest + divisor : rest;
+}
+
+}  // namespace
+
+Microseconds MicrosecondsOf(std::uint64_t ticks) {
+  const auto count = static_cast<std::int64_t>(ticks);
+  const std::int64_t rest = FloorRest(count, kTicksPerMicrosecond);
+  const std::int64_t quotient = count / kTicksPerMicrosecond;
+  const bool isRoundedUp = count < 0 && rest != 0;  // by the division, toward zero
+  return {quotient - (isRoundedUp ? 1 : 0) - kEpoch, rest == 0};
+}
+
+std::optional<std::uint64_t> TicksOfMicroseconds(std::int64_t value) {
+  if (value < INT64_MIN / kTicksPerMicrosecond - kEpoch ||
+      value > INT64_MAX / kTicksPerMicrosecond - kEpoch)
+    return std::nullopt;
+  return static_cast<std::uint64_t>((value + kEpoch) * kTicksPerMicrosecond);
+}
+
+bool IsNoon(std::uint64_t ticks) {
+  return FloorRest(static_cast<std::int64_t>(ticks), impl::kTicksPerDay) == impl::kTicksPerDay / 2;
+}
+
+// -- Texts --
+
+std::string ExactText(const _VARIANT& cell) {
+  if (const auto integer = Integer::Of(cell)) return integer->Text();
+  char digits[32];
+  const auto shortest = [&](auto real) {
+    return std::string(digits, std::to_chars(digits, digits + sizeof digits, real).ptr);
+  };
+  if (TypeOf(cell) == ValueType::Float && HasForm(cell, Core::StorageForm::Value))
+    return shortest(Core::detail::StoredFloat(cell));
+  if (const auto real = RealOf(cell)) return shortest(*real);
+  return Core::ToText(cell);
+}
+
+}  // namespace Data::c
