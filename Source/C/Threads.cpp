@@ -4,6 +4,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -54,9 +55,17 @@ class Job {
 
 }  // namespace
 
-Threads::Threads(std::uint32_t count)
+Threads::Threads(std::uint32_t count, Progress progress)
     : threadCount_(count != 0 ? std::min(count, kMost)
-                              : std::min(Platform::CountProcessors(), kMostByDefault)) {}
+                              : std::min(Platform::CountProcessors(), kMostByDefault)),
+      isAsked_(count != 0),
+      progress_(progress) {}
+
+std::size_t Threads::CountFor(std::size_t bytes) const {
+  constexpr std::size_t kMostPerThread = 8, kLeastPartBytes = std::size_t{1} << 18;
+  if (threadCount_ == 1 || (!isAsked_ && bytes < kLeastBytes)) return 1;
+  return std::clamp(bytes / kLeastPartBytes, threadCount_, kMostPerThread * threadCount_);
+}
 
 void Threads::Run(std::size_t count, const std::function<void(std::size_t)>& part) {
   Job job(count, part);
@@ -70,6 +79,23 @@ void Threads::Run(std::size_t count, const std::function<void(std::size_t)>& par
   job.Work();
   threads.clear();
   job.ThrowFailure();
+}
+
+void Threads::Start(std::uint64_t total) {
+  done_ = 0;
+  total_ = total;
+}
+
+void Threads::Advance(std::size_t done) {
+  const std::uint64_t all = done_ += done;
+  if (all < total_ && std::this_thread::get_id() == caller_) Report(all);
+}
+
+void Threads::Finish() { Report(total_); }
+
+void Threads::Report(std::uint64_t done) {
+  if (progress_.call && !progress_.call(progress_.context, done, total_))
+    throw std::runtime_error("The operation was cancelled!");
 }
 
 }  // namespace Data::c

@@ -26,6 +26,12 @@ class Parts {
     for (std::size_t i = 0; i < count; ++i) part(i);
   }
 
+  /// Tells that so many more bytes or rows of the job are done, from any of its threads. May throw
+  /// on the calling thread, to cancel the job. Worth a call for every `kStep` bytes.
+  virtual void Advance(std::size_t done) { static_cast<void>(done); }
+
+  static constexpr std::size_t kStep = std::size_t{1} << 18;
+
  protected:
   ~Parts() = default;
 };
