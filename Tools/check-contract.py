@@ -4,12 +4,15 @@
     check-contract.py                    compares the headers, a case per declaration and target
     check-contract.py --library LIBRARY  compares a library built by the preset "clang"
     check-contract.py --write LIBRARY    describes the headers and the library of a new version
+    check-contract.py --write-c          describes the C interface again, until it is released
+    check-contract.py --seal-c           ends that, with the release
     check-contract.py --self-test        changes one thing at a time in a copy and expects the check to fail
 
 Contract/1.0.txt holds every slot, record, enumerator and exported function of version 1.0,
-Contract/1.0.abi what libabigail reads from the built library, and Contract/SHA256SUMS the checksums:
-a description never changes. A version may add to an earlier one of the same major version but must keep
-all of it.
+Contract/1.0.abi what libabigail reads from the built library, Contract/C-1.0.txt every function, record,
+type, enumerator and constant of the C interface, and Contract/SHA256SUMS the checksums: a description
+never changes. (That of the C interface gets its checksum with the first release.) A version may add to an
+earlier one of the same major version but must keep all of it.
 
 clang lays the headers out for a Microsoft and for an Itanium target. Nothing is linked and no header of
 either system is needed.
@@ -47,13 +50,13 @@ def include_lines(root):
     return [f'#include "{header.relative_to(root / "Include")}"' for header in headers]
 
 
-def clang(root, target, lines, *options):
+def clang(root, target, lines, *options, language=("-std=c++20", "-x", "c++")):
     compiler = shutil.which("clang++") or shutil.which("clang++-14")
     resources = subprocess.run([compiler, "-print-resource-dir"], capture_output=True, text=True,
                                check=True).stdout.strip()
     run = subprocess.run(
-        [compiler, f"--target={target}", "-std=c++20", "-ffreestanding", "-nostdinc", "-isystem",
-         f"{resources}/include", "-I", root / "Include", "-x", "c++", "-", *options],
+        [compiler, f"--target={target}", "-ffreestanding", "-nostdinc", "-isystem", f"{resources}/include",
+         "-I", root / "Include", *language, "-", *options],
         input="\n".join(lines) + "\n", capture_output=True, text=True)
     if run.returncode != 0:
         raise DoesNotCompile("the public headers do not compile alone:\n" + run.stderr)
@@ -84,16 +87,21 @@ def function(node):
     return f"{result}{node['name']}({arguments}"
 
 
+def enumerators(node):
+    lines, value = [], -1
+    for constant in node["inner"]:
+        if constant["kind"] == "EnumConstantDecl":
+            given = [child["value"] for child in constant.get("inner", []) if child["kind"] == "ConstantExpr"]
+            value = int(given[0]) if given else value + 1
+            lines.append(f"{constant['name']} = {value}")
+    return lines
+
+
 def enumeration(node):
     width = node.get("fixedUnderlyingType")
     if not width:
         raise Broken(f"{node['name']} has no fixed width")
-    lines, value = [], -1
-    for constant in node["inner"]:
-        if constant["kind"] == "EnumConstantDecl":
-            value = int(constant["inner"][0]["value"]) if "inner" in constant else value + 1
-            lines.append(f"{constant['name']} = {value}")
-    return [f"of {width['qualType']}", *lines]
+    return [f"of {width['qualType']}", *enumerators(node)]
 
 
 def record(name, node, layouts):
@@ -182,6 +190,40 @@ def describe(root, target):
     return dict(sorted(blocks.items()))
 
 
+OURS = re.compile(r"ld_|Arrow")
+CONSTANTS = re.compile(r"#define ((?:LD|ARROW)_(?!VERSION|API\b)\w+) (\S.*)")
+
+
+def describe_c(root, target):
+    """The same of the C interface, of which an enumeration may have the width of int."""
+    c = {"language": ("-std=c99", "-x", "c")}
+    headers = ["#include <LayerData/layerdata.h>"]
+    syntax = json.loads(clang(root, target, headers, "-fsyntax-only", "-Xclang", "-ast-dump=json", **c))
+    found = [node for node in syntax["inner"]
+             if OURS.match(node.get("name", "")) or node["kind"] == "EnumDecl"]
+    records = [node for node in found if node["kind"] == "RecordDecl" and node.get("completeDefinition")]
+    probes = [f"unsigned long long size{i} = sizeof(struct {node['name']});" for i, node in enumerate(records)]
+    layouts = layouts_in(clang(root, target, headers + probes, "-S", "-emit-llvm", "-o", "/dev/null", "-Xclang",
+                               "-fdump-record-layouts-simple", **c))
+    blocks = {"constants": sorted(f"{name} {value}" for name, value in CONSTANTS.findall(
+        clang(root, target, headers, "-E", "-dM", **c)))}
+    previous = ""
+    for node in found:
+        name = node.get("name", previous)  # the enumerators of an integer type follow it
+        if node["kind"] == "EnumDecl":
+            blocks[f"enumeration {name}"] = enumerators(node)
+        elif node["kind"] == "RecordDecl" and node in records:
+            blocks[f"record {name}"] = record(name, node, layouts)
+        elif node["kind"] == "TypedefDecl":
+            blocks.setdefault("types", []).append(f"{name} is {node['type']['qualType']}")
+        elif node["kind"] == "FunctionDecl":
+            blocks.setdefault("functions", []).append(function(node))
+        previous = name
+    for name in ("functions", "types"):
+        blocks[name].sort(key=lambda line: line.split("(")[0].split()[-1])
+    return {name: lines for name, lines in sorted(blocks.items()) if lines}
+
+
 # -- What the contract says --
 
 def project_version(root):
@@ -207,20 +249,45 @@ def write_description(path, blocks):
         + [f"\n{name}\n  " + "\n  ".join(lines) for name, lines in blocks.items()]) + "\n")
 
 
+def is_open(root, path):
+    """Whether a description may still be written again: that of the C interface until its first release."""
+    return path.name.startswith("C-") and path.name not in (root / "Contract/SHA256SUMS").read_text()
+
+
 def checksum(path):
     return f"{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}"
 
 
 def difference(expected, found, may_grow=False):
-    """The differences that are not allowed: slots and fields are fixed, other lists may grow."""
+    """The differences that are not allowed: slots and fields are fixed, other lists may grow, and so may
+    records at their end that begin with their size."""
     if may_grow and set(expected) <= set(found) or expected == found:
+        return []
+    is_sized = expected[1:2] == ["0 uint64_t size"]
+    if may_grow is None and is_sized and expected[1:] == found[1:len(expected)]:
         return []
     return [f"  contract: {line}" for line in expected if line not in found] + [
         f"  headers:  {line}" for line in found if line not in expected] or ["  another order"]
 
 
 def grows(block):
-    return block == "exports" or block.startswith("enumeration")
+    """True for a list, None for a record, which may do so in its way."""
+    if block.startswith("record"):
+        return None
+    return block in ("exports", "functions", "types", "constants") or block.startswith("enumeration")
+
+
+class Part:
+    """What has a description of its own."""
+
+    def __init__(self, prefix, case, describe):
+        self.prefix, self.case, self.describe = prefix, case, describe
+
+    def path(self, root, version):
+        return root / f"Contract/{self.prefix}{version[0]}.{version[1]}.txt"
+
+
+PARTS = [Part("", "", describe), Part("C-", "C.", describe_c)]
 
 
 class Report:
@@ -238,37 +305,41 @@ class Report:
 def check(root, targets=tuple(TARGETS)):
     report = Report()
     version = project_version(root)
-    current = root / f"Contract/{version[0]}.{version[1]}.txt"
-    if not current.exists():
-        report.case("Contract.IsDescribed", [f"  {current.name} is missing; add it with --write"])
-        return False
     sums = (root / "Contract/SHA256SUMS").read_text().splitlines()
-    files = sorted(path for path in (root / "Contract").iterdir() if path.name != "SHA256SUMS")
+    files = sorted(path for path in (root / "Contract").iterdir()
+                   if path.name != "SHA256SUMS" and not is_open(root, path))
     report.case("Contract.DescriptionsNeverChange",
                 difference(sorted(sums), sorted(checksum(path) for path in files)))
-
-    contract = read_description(current)
-    for earlier in (root / "Contract").glob(f"{version[0]}.*.txt"):
-        if earlier != current:
-            report.case(f"Contract.{current.stem}Keeps{earlier.stem}", [
-                problem for name, lines in read_description(earlier).items()
-                for problem in difference(lines, contract.get(name, []), grows(name))])
-
     macros = dict(re.findall(r"^#define LAYERDATA_VERSION_(\w+) (\d+)$",
                              (root / "Include/Data/Version.h").read_text(), re.M))
     report.case("Contract.VersionHeader", [] if macros == dict(zip(("MAJOR", "MINOR", "PATCH"), map(
         str, version))) else [f"  Version.h says {macros}, CMakeLists.txt {version}"])
 
+    for part in PARTS:
+        check_part(root, part, version, targets, report)
+    return report.good
+
+
+def check_part(root, part, version, targets, report):
+    current = part.path(root, version)
+    if not current.exists():
+        report.case(f"Contract.{part.case}IsDescribed", [f"  {current.name} is missing; add it with --write"])
+        return
+    contract = read_description(current)
+    for earlier in (root / "Contract").glob(f"{part.prefix}{version[0]}.*.txt"):
+        if earlier != current:
+            report.case(f"Contract.{current.stem}Keeps{earlier.stem}", [
+                problem for name, lines in read_description(earlier).items()
+                for problem in difference(lines, contract.get(name, []), grows(name))])
     for compiler in targets:
         try:
-            found = describe(root, TARGETS[compiler])
+            found = part.describe(root, TARGETS[compiler])
         except Broken as reason:
-            report.case(f"Contract.{compiler}", [f"  {reason}"])
+            report.case(f"Contract.{part.case}{compiler}", [f"  {reason}"])
             continue
         for name in sorted(contract.keys() | found.keys()):
-            report.case(f"Contract.{compiler}.{name.split(' ')[-1]}",
+            report.case(f"Contract.{part.case}{compiler}.{name.split(' ')[-1]}",
                         difference(contract.get(name, []), found.get(name, [])))
-    return report.good
 
 
 # -- What the binary says --
@@ -304,18 +375,34 @@ def check_library(root, library):
 
 
 def write(root, library=None):
-    version = "{}.{}".format(*project_version(root))
-    description, abi, sums = (root / "Contract" / name for name in (
-        f"{version}.txt", f"{version}.abi", "SHA256SUMS"))
-    if description.exists() or sums.exists() and description.name in sums.read_text():
-        sys.exit(f"{description.name} exists and never changes: raise the version in CMakeLists.txt, the "
+    version = project_version(root)
+    paths = [part.path(root, version) for part in PARTS]
+    abi, sums = paths[0].with_suffix(".abi"), root / "Contract/SHA256SUMS"
+    if paths[0].exists() or sums.exists() and paths[0].name in sums.read_text():
+        sys.exit(f"{paths[0].name} exists and never changes: raise the version in CMakeLists.txt, the "
                  "minor one for an addition, the major one for a change.")
-    description.parent.mkdir(exist_ok=True)
-    write_description(description, describe(root, TARGETS["Itanium"]))
+    for part, path in zip(PARTS, paths, strict=True):
+        write_description(path, part.describe(root, TARGETS["Itanium"]))
     if library:
         write_abi(root, library, abi)
-    with sums.open("a") as file:
-        file.writelines(f"{checksum(path)}\n" for path in (description, abi) if path.exists())
+    return seal(root, [paths[0], abi, paths[1]])
+
+
+def seal(root, paths):
+    with (root / "Contract/SHA256SUMS").open("a") as file:
+        file.writelines(f"{checksum(path)}\n" for path in paths if path.exists())
+    return True
+
+
+def seal_c(root):
+    return seal(root, [path for path in (root / "Contract").iterdir() if is_open(root, path)])
+
+
+def write_c(root):
+    path = PARTS[1].path(root, project_version(root))
+    if not is_open(root, path):
+        sys.exit(f"{path.name} never changes: raise the version in CMakeLists.txt.")
+    write_description(path, describe_c(root, TARGETS["Itanium"]))
     return True
 
 
@@ -360,6 +447,23 @@ CHANGES = [
     ("ChangeInAMajorVersion", False, [SWAPPED_SLOTS, RAISE_MAJOR], True),
     ("AdditionWithoutAVersion", True, [NEW_EXPORT], False),
     ("AdditionInAMinorVersion", False, [NEW_EXPORT, RAISE_MINOR], True),
+    ("CFunctionRetyped", True, [(C_HEADER, replace(r"(ld_table_get_row\(ld_table\* self, )int64_t", r"\1int32_t"))],
+     False),
+    ("CFunctionRemoved", True, [(C_HEADER, replace(r"LD_API uint32_t ld_version\(void\);", ""))], False),
+    ("CFieldsSwapped", True, [(C_HEADER, replace(r"data2;(\s*uint16_t) data3;", r"data3;\1 data2;"))], False),
+    ("CFieldRetyped", True, [(C_HEADER, replace(r"uint32_t type;", "int32_t type;"))], False),
+    ("CEnumeratorsSwapped", True, [(C_HEADER, replace(r"(_ALL_LEFT = )1(.*_ALL = )2", r"\g<1>2\g<2>1"))], False),
+    ("CEnumerationNarrowed", True, [(C_HEADER, replace(r"uint32_t ld_value_type;", "uint8_t ld_value_type;"))], False),
+    ("CCallbackRetyped", True, [NEW_CALLBACK, RAISE_MINOR, (C_HEADER, replace(r"ld_new\)\(void", "ld_new)(int"))],
+     "first"),
+    ("CConstantChanged", True, [NEW_CONSTANT, RAISE_MINOR, (C_HEADER, replace(r"LD_NEW 1", "LD_NEW 2"))], "first"),
+    ("COptionsGrowAtTheEnd", False, [NEW_OPTIONS, RAISE_MINOR, RAISE_AGAIN, (
+        C_HEADER, replace(r"int32_t first;", "int32_t first; int32_t second;"))], "twice"),
+    ("COptionsGrowInFront", True, [NEW_OPTIONS, RAISE_MINOR, RAISE_AGAIN, (
+        C_HEADER, replace(r"int32_t first;", "int32_t zeroth; int32_t first;"))], "twice"),
+    ("CAdditionWithoutAVersion", True, [NEW_C_FUNCTION], False),
+    ("CAdditionInAMinorVersion", False, [NEW_C_FUNCTION, RAISE_MINOR], True),
+    ("CChangeInAMinorVersion", True, [(C_HEADER, replace(r"int32_t\* result", "int64_t* result")), RAISE_MINOR], True),
     ("ArgumentRenamed", False, [("Include/Data/Exports.h",
                                  replace(r"FromPosixTime\(int64_t seconds", "FromPosixTime(int64_t s"))], False),
 ]
@@ -397,7 +501,8 @@ def self_test(root):
 
 def main():
     root = pathlib.Path(__file__).resolve().parent.parent
-    modes = {"--headers": check, "--library": check_library, "--write": write, "--self-test": self_test}
+    modes = {"--headers": check, "--library": check_library, "--write": write, "--write-c": write_c,
+             "--seal-c": seal_c, "--self-test": self_test}
     mode, *arguments = sys.argv[1:] or ["--headers"]
     try:
         return 0 if modes[mode](root, *arguments) else 1

@@ -134,6 +134,7 @@ def snake(name):
     for word, replacement in C_WORDS.items():
         name = name.replace(word, "_" + replacement + "_")
     name = re.sub(r"(?<=[a-z0-9])(?=[A-Z])", "_", name)
+    name = re.sub(r"uint_(?=\d)", "uint", name)
     return re.sub(r"_+", "_", name).strip("_").lower()
 
 
@@ -289,6 +290,17 @@ def blocks(lines):
 OTHER_RULES = re.compile(r"guarded|throw|^All others|`error`|carr(y|ies) no reference|caller releases|`Ptr<>`")
 
 
+# Sentences that say something else of C, or refer to one that C does not have.
+OTHER_SENTENCES = {
+    "A lack of memory throws std::bad_alloc or makes the guarded operation fail with code 2.":
+        "A lack of memory is a failure with code 2.",
+    "They fail only": "The operations fail only",
+    " (as the exported functions do, see Exports.h)": "",
+    " If false is also a valid result, only the error object shows a failure.": "",
+    "On failure they return false, 0 or null and store an error object:": "Common failures:",
+}
+
+
 def own_words(paragraph):
     """A paragraph on ownership or failures without what the C interface rules for all objects alike."""
     paragraph = paragraph.replace("Failures are thrown:", "Failures.")
@@ -298,6 +310,8 @@ def own_words(paragraph):
     for block in blocks(paragraph.split("\n")):
         if block.startswith('- "Pointer to a pointer'):
             continue
+        for sentence, other in OTHER_SENTENCES.items():
+            block = block.replace(sentence, other)
         if not block.startswith("- "):
             sentences = re.split(r"(?<=[.:!])\s+(?=[A-Z])", block)
             block = " ".join(sentence for sentence in sentences if not OTHER_RULES.search(sentence))

@@ -140,10 +140,10 @@ enum {
   LD_VALUE_TYPE_INT32 = 4,
   LD_VALUE_TYPE_INT64 = 5,
   LD_VALUE_TYPE_INT128 = 6,
-  LD_VALUE_TYPE_UINT_16 = 7,
-  LD_VALUE_TYPE_UINT_32 = 8,
-  LD_VALUE_TYPE_UINT_64 = 9,
-  LD_VALUE_TYPE_UINT_128 = 10,
+  LD_VALUE_TYPE_UINT16 = 7,
+  LD_VALUE_TYPE_UINT32 = 8,
+  LD_VALUE_TYPE_UINT64 = 9,
+  LD_VALUE_TYPE_UINT128 = 10,
   LD_VALUE_TYPE_BYTE = 11,   ///< unsigned, 8 bits
   LD_VALUE_TYPE_SBYTE = 12,  ///< signed, 8 bits
   LD_VALUE_TYPE_DOUBLE = 13,
@@ -724,9 +724,9 @@ LD_API bool ld_date_time_to_posix_time(ld_date_time* self, int64_t* result, ld_e
 /// Both operations read the first `GetCount` bytes of their input and hold a reference to it while
 /// they run, because the input may be an object that the caller implements.
 ///
-/// Failures. They fail only for a bad argument (as the exported functions do, see Exports.h), with
-/// "Offset or size are not in data bounds" for an array with fewer bytes than elements, and with
-/// code 2 if there is no memory. Every text can be decoded.
+/// Failures. The operations fail only for a bad argument, with "Offset or size are not in data
+/// bounds" for an array with fewer bytes than elements, and with code 2 if there is no memory.
+/// Every text can be decoded.
 ///
 /// Threads. Immutable: any number of threads may use one encoder at the same time. Reference
 /// counting is atomic.
@@ -874,7 +874,8 @@ LD_API bool ld_html_document_is_valid(ld_html_document* self, bool* result, ld_e
 /// zero. Any of the three bytes of a byte-order mark are skipped before the value. The text ends at
 /// its first zero byte. Strings are not checked for valid UTF-8.
 ///
-/// Memory. It never counts as "not valid" or "not equal", and it changes nothing.
+/// Memory. A lack of memory is a failure with code 2. It never counts as "not valid" or "not
+/// equal", and it changes nothing.
 ///
 /// Callbacks. The document passed to `ld_json_document_equals` may be an object that the caller
 /// implements; both documents are held while it is called.
@@ -928,8 +929,7 @@ LD_API bool ld_json_document_is_valid(ld_json_document* self, bool* result, ld_e
 /// Failures. A failed operation changes nothing, and so does a lack of memory (code 2). A null name
 /// fails with "Pointer of char must not be null!", a null record with "Pointer of struct
 /// Data::Structures::_VARIANT must not be null!", a name that is not registered with "invalid
-/// unordered_map<K, T> key". If false is also a valid result, only the error object shows a
-/// failure.
+/// unordered_map<K, T> key".
 ///
 /// Callbacks. An object that a caller implements may call back into the bag when a reference to it
 /// is added or released. Freeing nested bags does not recurse.
@@ -1164,7 +1164,7 @@ LD_API bool ld_rtf_document_is_valid(ld_rtf_document* self, bool* result, ld_err
 /// Ownership. Texts are zero-terminated UTF-8. Arguments are copied. A returned text belongs to the
 /// schema and is valid until it is set again or the schema is destroyed.
 ///
-/// Failures. On failure they return false, 0 or null and store an error object:
+/// Failures. Common failures:
 ///   - "Pointer of char must not be null!" for a null name or text
 ///   - "Pointer of " + type + " must not be null!" for another null argument
 ///   - "invalid unordered_map<K, T> key" if the column does not exist or lacks the attribute that
