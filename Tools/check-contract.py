@@ -422,6 +422,10 @@ RAISE_MINOR = ("CMakeLists.txt", replace(r"VERSION (\d+)\.\d+\.\d+", r"VERSION \
 RAISE_MAJOR = ("CMakeLists.txt", replace(r"VERSION \d+\.\d+\.\d+", "VERSION 99.0.0"))
 NEW_EXPORT = ("Include/Data/Exports.h", replace(r'extern "C" \{', r'\g<0>\nbool Data_New(int32_t);'))
 
+C_HEADER, C_READING = (f"Include/LayerData/layerdata{part}.h" for part in ("", "_reading"))
+LONGER_OPTIONS = (C_READING, replace(r"\} ld_csv_read_options;", r"uint64_t last; \g<0>"))
+NEW_C_FUNCTION = (C_HEADER, replace(r"LD_API uint32_t ld_version\(void\);", r"\g<0>\nLD_API void ld_new(void);"))
+
 # name, whether the check must fail, edits, whether the description is written again
 CHANGES = [
     ("SlotsSwapped", True, [SWAPPED_SLOTS], False),
@@ -454,13 +458,11 @@ CHANGES = [
     ("CFieldRetyped", True, [(C_HEADER, replace(r"uint32_t type;", "int32_t type;"))], False),
     ("CEnumeratorsSwapped", True, [(C_HEADER, replace(r"(_ALL_LEFT = )1(.*_ALL = )2", r"\g<1>2\g<2>1"))], False),
     ("CEnumerationNarrowed", True, [(C_HEADER, replace(r"uint32_t ld_value_type;", "uint8_t ld_value_type;"))], False),
-    ("CCallbackRetyped", True, [NEW_CALLBACK, RAISE_MINOR, (C_HEADER, replace(r"ld_new\)\(void", "ld_new)(int"))],
-     "first"),
-    ("CConstantChanged", True, [NEW_CONSTANT, RAISE_MINOR, (C_HEADER, replace(r"LD_NEW 1", "LD_NEW 2"))], "first"),
-    ("COptionsGrowAtTheEnd", False, [NEW_OPTIONS, RAISE_MINOR, RAISE_AGAIN, (
-        C_HEADER, replace(r"int32_t first;", "int32_t first; int32_t second;"))], "twice"),
-    ("COptionsGrowInFront", True, [NEW_OPTIONS, RAISE_MINOR, RAISE_AGAIN, (
-        C_HEADER, replace(r"int32_t first;", "int32_t zeroth; int32_t first;"))], "twice"),
+    ("CCallbackRetyped", True, [(C_READING, replace(r"uint64_t total\);", "int64_t total);"))], False),
+    ("COptionsGrowWithoutAVersion", True, [LONGER_OPTIONS], False),
+    ("COptionsGrowAtTheEnd", False, [LONGER_OPTIONS, RAISE_MINOR], True),
+    ("COptionsGrowInFront", True, [(C_READING, replace(r"  const char\* separator;", r"  uint64_t zeroth;\n\g<0>")),
+                                   RAISE_MINOR], True),
     ("CAdditionWithoutAVersion", True, [NEW_C_FUNCTION], False),
     ("CAdditionInAMinorVersion", False, [NEW_C_FUNCTION, RAISE_MINOR], True),
     ("CChangeInAMinorVersion", True, [(C_HEADER, replace(r"int32_t\* result", "int64_t* result")), RAISE_MINOR], True),
