@@ -20,7 +20,7 @@ static char* read_file(const char* path, size_t* size) {
   if (file && fseek(file, 0, SEEK_END) == 0) {
     const long end = ftell(file);
     rewind(file);
-    text = end < 0 ? NULL : malloc((size_t)end + 1);
+    text = end < 0 ? NULL : (char*)malloc((size_t)end + 1);
     *size = text ? fread(text, 1, (size_t)end, file) : 0;
   }
   if (file) fclose(file);
@@ -52,7 +52,7 @@ int main(int count, char** arguments) {
     ld_release(column);
   }
 
-  ld_variant cell = {0};
+  ld_variant cell = {0, {0, 0}};
   for (int64_t i = rows - 1; i >= 0; --i) {
     double number = 0;
     check(ld_table_get_cell_by_name(table, i, arguments[2], &cell, &error));

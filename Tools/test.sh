@@ -12,7 +12,7 @@ cd "$(dirname "$0")/.." || exit 1
 export LC_ALL=C.UTF-8
 . Tools/packages.sh
 
-STAGES="formatting contract release windows code-pages exports hardening package asan tsan clang coverage abi lint"
+STAGES="formatting contract release windows code-pages exports hardening package callers asan tsan clang coverage abi lint"
 LIBRARIES="build/release/lib/liblayerdata.so build/release/lib/liblayerdata-c.so
   build/windows/bin/layerdata.dll build/windows/bin/layerdata-c.dll"
 
@@ -52,7 +52,6 @@ package() {
   build release || return
   rm -rf build/package build/package-user
   one Package.Installs cmake --install build/release --prefix build/package &&
-    one Package.CompilesCWithPkgConfig c_with_pkg_config &&
     one Package.HasItsLicences test -f build/package/share/doc/LayerData/THIRD-PARTY-NOTICES.md &&
     one Package.IsFound cmake -S Examples -B build/package-user -G Ninja "-DCMAKE_PREFIX_PATH=$PWD/build/package" &&
     one Package.Links cmake --build build/package-user &&
@@ -60,6 +59,7 @@ package() {
     one Package.ReadmeExampleCompiles readme_example &&
     build windows &&
     one Package.InstallsForWindows cmake --install build/windows --prefix build/package-windows &&
+    one Package.HasTheListOfExports test -f build/package-windows/lib/layerdata-c.def &&
     one Package.HasTheRuntimesLicences test -f build/package-windows/share/doc/LayerData/licenses/GPL-3
 }
 unknown_component() {
@@ -70,15 +70,13 @@ unknown_component() {
   cmake -S build/package-component -B build/package-component/build "-DCMAKE_PREFIX_PATH=$PWD/build/package" 2>&1 |
     grep -F 'LayerData has no component Unknown.'
 }
-c_with_pkg_config() {
-  # shellcheck disable=SC2046  # the options are words
-  gcc -std=c99 -Wall -Wextra -Wpedantic -Werror Examples/LongRows.c -o build/package/LongRows \
-    $(PKG_CONFIG_PATH=build/package/lib/pkgconfig pkg-config --define-prefix --cflags --libs layerdata-c)
-}
 readme_example() {
   sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
     g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include/LayerData -x c++ -
 }
+
+# The C example from several compilers, also one for the Microsoft ABI.
+callers() { build release && build windows && Tools/check-callers.sh build/release build/windows; }
 
 asan() { build_and_test asan; }
 
