@@ -12,6 +12,7 @@ class Parts {
   Parts() = default;
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
+  virtual ~Parts() = default;
 
   /// Into how many parts a job over a text or table of this size is cut; at least 1.
   virtual std::size_t CountFor(std::size_t bytes) const {
@@ -31,9 +32,6 @@ class Parts {
   virtual void Advance(std::size_t done) { static_cast<void>(done); }
 
   static constexpr std::size_t kStep = std::size_t{1} << 18;
-
- protected:
-  ~Parts() = default;
 };
 
 }  // namespace Core

@@ -27,9 +27,19 @@ std::string_view CheckedSeparator(const char* separator) {
   return *separator ? separator : ",";
 }
 
-Core::Ptr<IObjectList> ListOf(const std::vector<std::string>& problems) {
+/// @param separator  empty to detect it
+CsvResult Read(std::string_view text, std::string_view separator, ExtraValues extraValues) {
+  CsvOptions options;
+  options.separator = separator;
+  options.extraValues = extraValues;
+  Core::Parts onePart;
+  return ReadCsv(text, options, onePart);
+}
+
+Core::Ptr<IObjectList> ProblemsOf(const CsvResult& result) {
   auto list = Core::MakePtr<ObjectListImpl>();
-  for (const auto& problem : problems) list->AddText(problem);
+  for (const LongLine& line : result.longLines)
+    list->AddText(LongLineMessage(result.table->ColumnCount(), line));
   return list;
 }
 
@@ -40,7 +50,7 @@ bool Data_ParseCsv(const char* content, std::uint64_t size, ITable** table,
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(table);
     const auto text = CheckedContent(content, size);
-    *table = ReadCsv(text, {}, ExtraValues::Fail).table.Detach();
+    *table = Read(text, {}, ExtraValues::Fail).table.Detach();
   });
 }
 
@@ -50,8 +60,9 @@ bool Data_ParseCsvWithErrors(const char* content, ITable** table, IObjectList** 
     Core::CheckOutPointer(table);
     Core::CheckOutPointer(errors);
     const auto text = CheckedContent(content, size);
-    auto result = ReadCsv(text, {}, keepRows > 0 ? ExtraValues::DropValues : ExtraValues::DropLine);
-    auto problems = ListOf(result.problems);
+    const auto longLines = keepRows > 0 ? ExtraValues::DropValues : ExtraValues::DropLine;
+    auto result = Read(text, {}, longLines);
+    auto problems = ProblemsOf(result);
     *table = result.table.Detach();
     *errors = problems.Detach();
   });
@@ -62,7 +73,7 @@ bool Data_ParseCsvWithSeparator(const char* content, const char* separator, ITab
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(table);
     const auto text = CheckedContent(content, size);
-    *table = ReadCsv(text, CheckedSeparator(separator), ExtraValues::Fail).table.Detach();
+    *table = Read(text, CheckedSeparator(separator), ExtraValues::Fail).table.Detach();
   });
 }
 

@@ -92,6 +92,8 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
   /// Appends a row of Null cells, to be filled in place through `RowImpl::Cells`
   /// by code that updates the columns itself. Not for a table with an index.
   RowImpl& AppendBlankRow(Core::ObjectPool* pool = nullptr);
+  /// Fills a table without rows with rows that were made for it, in the order of their indexes.
+  void AdoptRows(std::vector<Core::Ptr<RowImpl>> rows) { rows_ = std::move(rows); }
   /// Throws "Table %s must contain at least one column before you insert new row!".
   void CheckHasColumns() const;
 

@@ -1,5 +1,6 @@
 #include "Tables/Csv/CsvCells.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "Core/VariantRecord.h"
@@ -70,14 +71,42 @@ void FillWithUnescapedText(_VARIANT& cell, std::string_view text, std::size_t pa
   FillWithObject(cell, ValueType::String, MultiByteStringImpl::FromUtf8(size, fill, pool).Detach());
 }
 
-void FillWithQuotedText(_VARIANT& cell, std::string_view value, Core::ObjectPool* pool) {
+void FillWithQuotedText(_VARIANT& cell, QuotedText text, Core::ObjectPool* pool) {
+  if (text.doubledQuotes == 0) return FillWithText(cell, text.text, pool);
+  FillWithUnescapedText(cell, text.text, text.doubledQuotes, pool);
+}
+
+/// The text of a value as `ReadCell` reads it.
+QuotedText UsualText(std::string_view value) {
   const std::string_view text = Trim(value, IsQuote);
-  const std::size_t pairs = CountDoubledQuotes(text);
-  if (pairs == 0) return FillWithText(cell, text, pool);
-  FillWithUnescapedText(cell, text, pairs, pool);
+  return {text, CountDoubledQuotes(text)};
 }
 
 }  // namespace
+
+QuotedText ExactText(std::string_view value) {
+  if (value.size() < 2 || !value.starts_with(kQuote) || !value.ends_with(kQuote)) return {value, 0};
+  const std::string_view inside = value.substr(1, value.size() - 2);
+  const std::size_t pairs = CountDoubledQuotes(inside);
+  const auto quotes = static_cast<std::size_t>(std::ranges::count(inside, kQuote));
+  return quotes == 2 * pairs ? QuotedText{inside, pairs} : QuotedText{value, 0};
+}
+
+std::string Unquoted(std::string_view value) {
+  const QuotedText exact = ExactText(value);
+  std::string text(exact.text);
+  if (exact.doubledQuotes > 0) text.resize(UnescapeQuotes(exact.text, text.data()));
+  return text;
+}
+
+bool LosesQuotes(std::string_view value) {
+  const QuotedText usual = UsualText(value), exact = ExactText(value);
+  return usual.text.size() - usual.doubledQuotes != exact.text.size() - exact.doubledQuotes;
+}
+
+void ReadTextCell(std::string_view value, Core::ObjectPool* pool, _VARIANT& cell) {
+  if (!value.empty()) FillWithQuotedText(cell, ExactText(value), pool);
+}
 
 void ReadCell(std::string_view value, Core::ObjectPool* pool, _VARIANT& cell) {
   if (value.empty()) return;
@@ -87,7 +116,7 @@ void ReadCell(std::string_view value, Core::ObjectPool* pool, _VARIANT& cell) {
   CalendarFields dateTime;
   if (number.type == ValueType::String && DetectDateTime(value, dateTime))
     return FillWithObject(cell, ValueType::DateTime, MakeDateTime(dateTime, pool).Detach());
-  FillWithQuotedText(cell, value, pool);
+  FillWithQuotedText(cell, UsualText(value), pool);
 }
 
 }  // namespace Data::impl

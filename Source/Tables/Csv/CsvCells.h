@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "Core/ObjectPool.h"
@@ -12,5 +13,24 @@ namespace Data::impl {
 /// inside become single ones. What looks like a number but has no value is text, too.
 /// @param pool  where texts and date-times are allocated; null for the heap
 void ReadCell(std::string_view value, Core::ObjectPool* pool, Structures::_VARIANT& cell);
+
+/// A text in which each doubled quote stands for a single one.
+struct QuotedText {
+  std::string_view text;
+  std::size_t doubledQuotes;
+};
+
+/// The text that a trimmed value stands for exactly: what the quotes around the whole of it
+/// enclose, if all quotes inside are doubled, otherwise the value as it is.
+QuotedText ExactText(std::string_view value);
+
+/// A copy of the exact text.
+std::string Unquoted(std::string_view value);
+
+/// Whether `ReadCell` makes another text of a value than its exact one.
+bool LosesQuotes(std::string_view value);
+
+/// As `ReadCell`, but keeps a value that is not empty as its exact text.
+void ReadTextCell(std::string_view value, Core::ObjectPool* pool, Structures::_VARIANT& cell);
 
 }  // namespace Data::impl

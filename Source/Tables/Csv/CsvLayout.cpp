@@ -45,12 +45,13 @@ std::string_view DetectSeparator(std::string_view text) {
   return separator;
 }
 
-CsvLayout DetectLayout(std::string_view text, std::string_view separator) {
+CsvLayout DetectLayout(std::string_view text, std::string_view separator, CsvHeader header) {
   const std::size_t valueCount = LargestValueCount(CsvLines(text, separator));
+  if (header != CsvHeader::Detect) return {valueCount, 0, header == CsvHeader::Yes};
   CsvLines lines(text, separator);
   std::size_t firstFullLine = 0;
   while (lines.Next() && lines.Line().ValueCount() < valueCount) ++firstFullLine;
-  return {firstFullLine, IsHeader(lines.Line())};
+  return {valueCount, firstFullLine, IsHeader(lines.Line())};
 }
 
 }  // namespace Data::impl

@@ -21,6 +21,7 @@ class CsvLine {
           std::size_t separatorSize)
       : text_(text), origin_(origin), separators_(separators), separatorSize_(separatorSize) {}
 
+  std::string_view Text() const { return text_; }
   std::size_t ValueCount() const { return separators_.size() + 1; }
   /// Calls `visit` with each of the first `count` values, untrimmed.
   template <class Visit>

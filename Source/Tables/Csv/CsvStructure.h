@@ -15,7 +15,9 @@ namespace Data::impl {
 class CsvStructure {
  public:
   /// @param separator  not a quote; a line end to find line ends only
-  CsvStructure(std::string_view text, char separator) : text_(text), separator_(separator) {}
+  /// @param isQuoted   whether the text begins inside quotes
+  CsvStructure(std::string_view text, char separator, bool isQuoted = false)
+      : text_(text), separator_(separator), quoted_(isQuoted ? ~std::uint64_t{0} : 0) {}
 
   /// Entries that `ScanNext` needs: one for each byte of a chunk, and 8 more because it may write
   /// past the last one.
@@ -35,8 +37,11 @@ class CsvStructure {
   char separator_;
   std::size_t next_ = 0;
   /// All ones if the next byte is inside quotes, else zero.
-  std::uint64_t quoted_ = 0;
+  std::uint64_t quoted_;
 };
+
+/// Whether a text has an odd number of quotes: it then ends inside quotes if it begins outside.
+bool HasOddQuotes(std::string_view text);
 
 /// Appends the positions of a separator of any length in one line. An occurrence after an odd
 /// number of quotes is inside quotes: the search continues at the next quote, or after that quote
