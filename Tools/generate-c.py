@@ -38,6 +38,7 @@ OTHER_CALLS = {
     ("ITable", "GetCell"): "GetCell(target, {arguments})",
     ("ITable", "InsertColumn"): "InsertColumnAtEnd(target, {arguments})",
     ("", "Data_UuidFromString"): "ReadUuid({arguments})",
+    ("", "Data_UuidToString"): "WriteUuid({arguments})",
 }
 OTHER_DOCS = {
     ("IObject", "Unlock"): 'Unlocks the mutex. Fails with "The object is not locked!" if no thread holds it.',
@@ -405,13 +406,20 @@ class Binding:
             lines.insert(0, "CheckResult(result);")
         if self.operation.interface:
             lines.insert(0, f"auto& target = Self<{self.operation.interface}>(self);")
+        # Without an error object, false means a lack of memory, unless the operation has none to give.
+        tells_reason = "raised" in self.arguments or not self.operation.interface
         if self.answers:
+            if "raised" in self.arguments:
+                call = f"Confirmed(raised, [&] {{ return {call}; }})"
             pointer = result.startswith("I") and result.endswith("*")
             lines.append(f"GiveObject(result, {call});" if pointer else f"GiveAnswer(result, {call});")
-        elif result == "bool" and self.gives:
-            lines.append(f"if (!{call}) return false;")
         elif result == "bool":
-            end = f"return {call};"
+            if tells_reason:
+                call = f"Done({call}{', raised' if 'raised' in self.arguments else ''})"
+            if self.gives:
+                lines.append(f"if (!{call}) return false;")
+            else:
+                end = f"return {call};"
         else:
             lines.append(f"{call};")
         raised = "Core::IErrorCode** raised" if "raised" in self.arguments else "Core::IErrorCode**"

@@ -1,14 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <utility>
 
+#include "Core/ErrorCodeImpl.h"
 #include "Core/Failures.h"
 #include "Core/Guard.h"
 #include "Core/Ptr.h"
+#include "Data/Interfaces/IString.h"
 #include "Data/Interfaces/ITable.h"
 #include "Data/Structures/Uuid.h"
 #include "LayerData/layerdata.h"
@@ -71,6 +74,22 @@ void CheckResult(T* result) {
   if (!result) throw std::runtime_error("The address of the result must not be null!");
 }
 
+/// Whether an operation succeeded. One that fails without an error object had no memory for it.
+inline bool Done(bool succeeded, Core::IErrorCode** raised = nullptr) {
+  if (!succeeded && !(raised && *raised)) throw std::bad_alloc();
+  return succeeded;
+}
+
+/// The answer of an operation that answers zero if it fails, even if there is no memory for the
+/// error object. Zero therefore counts if it comes again while there is memory for one.
+template <class Operation>
+auto Confirmed(Core::IErrorCode** raised, Operation operation) {
+  const auto answer = operation();
+  if (answer != decltype(answer){} || *raised) return answer;
+  Core::MakePtr<Core::impl::ErrorCodeImpl>("", 0u);
+  return operation();
+}
+
 template <class Answer, class Value>
 void GiveAnswer(Answer* result, Value value) {
   if constexpr (std::is_pointer_v<Value>) {
@@ -126,6 +145,8 @@ bool GetCell(Interfaces::ITable& table, std::int64_t row, std::int32_t column,
 /// `ITable::InsertColumn`, which never returns for an index before the end.
 Interfaces::IColumn* InsertColumnAtEnd(Interfaces::ITable& table, const char* name,
                                        std::int32_t index);
+/// `Data_UuidToString`, which says nothing about a null UUID.
+bool WriteUuid(const Structures::_UUID* uuid, Interfaces::IString** out);
 /// `Data_UuidFromString`, which says nothing about a wrong text.
 bool ReadUuid(const char* text, Structures::_UUID* uuid);
 

@@ -31,6 +31,11 @@ bool GetCell(ITable& table, std::int64_t row, std::int32_t column, Structures::_
   return table.GetRow(row)->GetCell(column, out);
 }
 
+bool WriteUuid(const Structures::_UUID* uuid, IString** out) {
+  Core::CheckArgument(uuid);
+  return Data_UuidToString(uuid, out);
+}
+
 bool ReadUuid(const char* text, Structures::_UUID* uuid) {
   Core::CheckArgument(text);
   if (!Data_UuidFromString(text, uuid)) throw std::runtime_error("The text is not a UUID!");
@@ -88,11 +93,12 @@ bool ld_table_merge_on_columns(ld_table* self, ld_table* right, const char* cons
       throw std::runtime_error(Core::StringFormat("At most %d key columns!", int{kMostKeys}));
     std::array<const char*, kMostKeys> k{};
     std::copy_n(keys, key_count, k.begin());
-    if (!Self<ITable>(self).MergeOnColumns(
-            Object<ITable>(right),
-            Enumerator<Structures::MergeMode>(mode, LD_MERGE_MODE_ALL, "ld_merge_mode"),
-            merged.Receive(), raised, key_count, k[0], k[1], k[2], k[3], k[4], k[5], k[6], k[7],
-            k[8], k[9], k[10], k[11], k[12], k[13], k[14], k[15]))
+    if (!Done(Self<ITable>(self).MergeOnColumns(
+                  Object<ITable>(right),
+                  Enumerator<Structures::MergeMode>(mode, LD_MERGE_MODE_ALL, "ld_merge_mode"),
+                  merged.Receive(), raised, key_count, k[0], k[1], k[2], k[3], k[4], k[5], k[6],
+                  k[7], k[8], k[9], k[10], k[11], k[12], k[13], k[14], k[15]),
+              raised))
       return false;
     merged.Give();
     return true;

@@ -30,6 +30,8 @@ struct Function {
   const char* name;
   std::array<const char*, 16> parameters;
   bool (*call)(const Function&, Arguments&, ld_error**);
+  /// Calls `Arguments::Prepare<T>()` for each argument.
+  void (*prepare)(Arguments&);
   bool takesHandle;
 };
 
@@ -55,14 +57,23 @@ struct Caller<function> {
     }
     (std::index_sequence_for<Parameters...>());
   }
+  template <class Arguments>
+  static void Prepare(Arguments& arguments) {
+    if constexpr (requires { arguments.template Prepare<int>(); })
+      (arguments.template Prepare<Parameters>(), ...);
+  }
   static constexpr bool kTakesHandle = (IsHandle<Parameters> || ...);
 };
 
 /// All functions of the headers that can fail.
 template <class Arguments>
 inline constexpr Function<Arguments> kFunctions[] = {
-#define FUNCTION(name, ...) \
-  {#name, {__VA_ARGS__}, Caller<name>::template Call<Arguments>, Caller<name>::kTakesHandle},
+#define FUNCTION(name, ...)                   \
+  {#name,                                     \
+   {__VA_ARGS__},                             \
+   Caller<name>::template Call<Arguments>,    \
+   Caller<name>::template Prepare<Arguments>, \
+   Caller<name>::kTakesHandle},
 #include "Calls.inc"
 #undef FUNCTION
 };
