@@ -1,5 +1,6 @@
 #include "Sweep/FailingMemory.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -20,13 +21,14 @@ void __libc_free(void*);
 namespace Data::tests {
 namespace {
 
-std::uint64_t untilFailure = 0;  ///< allocations left, including the failing one; 0 if none fails
-bool isFailing = false, failsOnce = false;
+std::atomic<std::uint64_t> allocations = 0, firstFailure = 0;  ///< 0: none fails
+std::atomic<bool> failsOnce = false;
 
 bool Fails() {
-  if (untilFailure > 0 && --untilFailure == 0) isFailing = true;
-  if (!isFailing) return false;
-  isFailing = !failsOnce;
+  const std::uint64_t first = firstFailure;
+  if (first == 0) return false;
+  const std::uint64_t number = ++allocations;
+  if (failsOnce ? number != first : number < first) return false;
   FailingMemory::hasFailed = true;
   errno = ENOMEM;
   return true;
@@ -44,18 +46,16 @@ void* OrThrow(void* block) {
 
 }  // namespace
 
-constinit bool FailingMemory::hasFailed = false;
-constinit std::int64_t FailingMemory::liveBlocks = 0;
+constinit std::atomic<bool> FailingMemory::hasFailed = false;
+constinit std::atomic<std::int64_t> FailingMemory::liveBlocks = 0;
 
 FailingMemory::FailingMemory(std::uint64_t n, bool onlyOne) {
   hasFailed = false;
   failsOnce = onlyOne;
-  untilFailure = n;
+  allocations = 0;
+  firstFailure = n;
 }
-FailingMemory::~FailingMemory() {
-  untilFailure = 0;
-  isFailing = false;
-}
+FailingMemory::~FailingMemory() { firstFailure = 0; }
 
 }  // namespace Data::tests
 

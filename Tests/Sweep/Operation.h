@@ -75,6 +75,7 @@ class Call {
 
 /// A line of the table: the operation and the new objects with which it is called.
 struct Operation {
+  Operation() = default;
   template <class Function, class... Make>
   Operation(std::string name, Function function, Make... make)
       : name(std::move(name)), make([=] { return Objects{make()...}; }) {
@@ -97,9 +98,12 @@ struct Operation {
   std::function<Objects()> make;
   /// The outcome of one call while the n-th allocation fails.
   std::function<std::string(Call&, const Objects&, std::uint64_t n, bool onlyOne)> outcome;
+  bool mayNeedNoMemory = false;
 };
 
 /// A line for each operation that allocates.
 std::vector<Operation> Operations();
+/// The functions of the C interface.
+std::vector<Operation> CFunctions();
 
 }  // namespace Data::tests

@@ -58,15 +58,16 @@ TEST_P(Sweep, FailsAsAWhole) {
       }
       EXPECT_EQ(FailingMemory::liveBlocks, blocks);
     } while (hasFailed && !HasFailure());
-    EXPECT_GT(n, 1u) << "allocates nothing";
+    EXPECT_TRUE(n > 1 || operation.mayNeedNoMemory) << "allocates nothing";
   }
   EXPECT_EQ(ERR_GET_REASON(ERR_get_error()), 7);
   EXPECT_EQ(ERR_get_error(), 0u);
   ERR_clear_error();  // which frees what popped errors still hold
 }
 
-INSTANTIATE_TEST_SUITE_P(, Sweep, testing::ValuesIn(Operations()),
-                         [](const auto& info) { return info.param.name; });
+constexpr auto kName = [](const auto& info) { return info.param.name; };
+INSTANTIATE_TEST_SUITE_P(, Sweep, testing::ValuesIn(Operations()), kName);
+INSTANTIATE_TEST_SUITE_P(C, Sweep, testing::ValuesIn(CFunctions()), kName);
 
 }  // namespace
 }  // namespace Data::tests
