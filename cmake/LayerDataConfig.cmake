@@ -1,9 +1,10 @@
 include(${CMAKE_CURRENT_LIST_DIR}/LayerDataTargets.cmake)
 
-# The only component is C, the C interface, which every installation has.
+# The components are C, the C interface, and Cpp, the C++ layer over it. Every installation has both.
 set(${CMAKE_FIND_PACKAGE_NAME}_C_FOUND TRUE)
+set(${CMAKE_FIND_PACKAGE_NAME}_Cpp_FOUND TRUE)
 foreach(component IN LISTS ${CMAKE_FIND_PACKAGE_NAME}_FIND_COMPONENTS)
-  if(component STREQUAL C)
+  if(component STREQUAL C OR component STREQUAL Cpp)
     continue()
   endif()
   set(${CMAKE_FIND_PACKAGE_NAME}_${component}_FOUND FALSE)
