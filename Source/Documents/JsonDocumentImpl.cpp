@@ -17,9 +17,12 @@ void ReadContent(Interfaces::IString& content, JsonTree& tree) {
 
 }  // namespace
 
+Core::Ptr<JsonDocumentImpl> JsonDocumentImpl::FromJson(Core::Ptr<Interfaces::IString> json) {
+  return Core::Ptr<JsonDocumentImpl>::Adopt(new JsonDocumentImpl(std::move(json)));
+}
+
 Core::Ptr<JsonDocumentImpl> JsonDocumentImpl::FromJson(std::string_view json) {
-  return Core::Ptr<JsonDocumentImpl>::Adopt(
-      new JsonDocumentImpl(MultiByteStringImpl::FromUtf8(json)));
+  return FromJson(Core::Ptr<Interfaces::IString>(MultiByteStringImpl::FromUtf8(json)));
 }
 
 bool JsonDocumentImpl::Check(std::string_view text) const { return IsJson(JsonTextOf(text)); }

@@ -11,6 +11,7 @@ namespace Data::impl {
 struct JsonDocumentImpl final : TextDocumentBase<Interfaces::IJsonDocument> {
   JsonDocumentImpl() = default;
   /// A document with text that the library wrote, known to be JSON.
+  static Core::Ptr<JsonDocumentImpl> FromJson(Core::Ptr<Interfaces::IString> json);
   static Core::Ptr<JsonDocumentImpl> FromJson(std::string_view json);
 
   bool ToCompactString(Interfaces::IString** out, Core::IErrorCode** error) override;

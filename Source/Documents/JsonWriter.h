@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "Documents/RapidJson.h"
-#include "Documents/TextBuffer.h"
+#include "Text/TextBuffer.h"
 
 namespace Data::impl {
 

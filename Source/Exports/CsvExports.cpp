@@ -5,7 +5,7 @@
 #include "Tables/Csv/CsvReader.h"
 #include "Tables/Csv/CsvWriter.h"
 #include "Tables/ValueTypeDetection.h"
-#include "Text/MultiByteStringImpl.h"
+#include "Text/TextPieces.h"
 
 using namespace Data::Interfaces;
 using namespace Data::impl;
@@ -82,8 +82,10 @@ bool Data_ConvertTableToCsv(ITable* table, const char* separator, IString** text
   return Core::Guarded(error, [&] {
     Core::CheckOutPointer(text);
     Core::CheckArgument(table);
-    const auto csv = WriteCsv(*table, CheckedSeparator(separator), alwaysQuote);
-    *text = MultiByteStringImpl::FromUtf8(csv).Detach();
+    Core::Parts parts;
+    TextPieces csv;
+    WriteCsv(*table, {CheckedSeparator(separator), alwaysQuote}, parts, csv);
+    *text = csv.Join(parts).Detach();
   });
 }
 

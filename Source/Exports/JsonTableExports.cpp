@@ -25,7 +25,10 @@ bool Data_TableToJson(ITable* table, IJsonDocument** out, Core::IErrorCode** err
   return Core::Guarded(error, [&] {
     Core::CheckArgument(table);
     Core::CheckOutPointer(out);
-    *out = WriteJsonTable(*table).Detach();
+    Core::Parts parts;
+    TextPieces json;
+    WriteJsonTable(*table, {}, parts, json);
+    *out = JsonDocumentImpl::FromJson(json.Join(parts)).Detach();
   });
 }
 

@@ -4,7 +4,7 @@
 
 #include "Core/StringFormat.h"
 #include "Documents/JsonReader.h"
-#include "Documents/TextBuffer.h"
+#include "Text/TextBuffer.h"
 #include "Schema/LayerSchemaText.h"
 
 namespace Data {

@@ -16,6 +16,8 @@ TableCursor::TableCursor(ITable& table) : table_(&table) {
   }
 }
 
+const TableImpl* TableCursor::OwnTable() const { return Core::ExactCast<TableImpl>(table_.Get()); }
+
 bool TableCursor::NextRow() {
   if (rows_.empty()) {
     if (next_ >= table_->GetRowCount()) return false;
@@ -51,7 +53,7 @@ void TableCursor::LocateCells() {
 
 std::string TableCursor::TextOfOtherObject(const _VARIANT& cell) {
   const bool holdsRows = next_ != 0 && rows_.empty();
-  const bool isOwnTable = Core::ExactCast<TableImpl>(table_.Get()) != nullptr;
+  const bool isOwnTable = OwnTable() != nullptr;
   if (holdsRows && isOwnTable) HoldRows();  // the rows as they are before the first call
   std::string text;
   {

@@ -17,6 +17,8 @@
 
 namespace Data::impl {
 
+struct TableImpl;
+
 /// Iterates over the rows of a table for a writer.
 ///
 /// An object in a cell may be the caller's own and may change or release the table while its text
@@ -31,10 +33,17 @@ class TableCursor {
   /// The columns that the table had when the cursor was created.
   std::size_t ColumnCount() const { return columns_.size(); }
   const char* ColumnName(std::size_t column) const { return NameOf(*columns_[column].object); }
+  /// The index of the column's cells in a row.
+  std::int32_t ColumnIndex(std::size_t column) const { return columns_[column].index; }
+
+  /// The table if it is the library's own, else null.
+  const TableImpl* OwnTable() const;
 
   /// Moves to the next row.
   /// @return false when there is none
   bool NextRow();
+  /// Makes the row at an index the next one. Only before the first row.
+  void SkipTo(std::size_t row) { next_ = static_cast<std::int64_t>(row); }
   /// Moves to a row of the table.
   void MoveTo(Interfaces::IRow& row);
 
@@ -45,17 +54,18 @@ class TableCursor {
   }
 
   /// Calls `use` with the display text of a cell of the row.
+  /// @return true
   /// @throws what `Core::ToText` throws for a cell whose contents do not match its type
   template <class Use>
-  void UseText(const Structures::_VARIANT& cell, Use&& use);
+  bool UseText(const Structures::_VARIANT& cell, Use&& use);
+
+  static constexpr Structures::_VARIANT kNull = Core::MakeNull();
 
  private:
   struct Column {
     Core::Ptr<Interfaces::IColumn> object;
     std::int32_t index;
   };
-
-  static constexpr Structures::_VARIANT kNull = Core::MakeNull();
 
   std::string TextOfOtherObject(const Structures::_VARIANT& cell);
   void HoldRows();
@@ -72,23 +82,39 @@ class TableCursor {
   std::vector<Core::Ptr<Interfaces::IRow>> rows_;
 };
 
+/// Calls `use` with the display text of a cell that refers to no object.
+/// @return true
 template <class Use>
-void TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
+bool UseTextWithoutObject(const Structures::_VARIANT& cell, Use&& use) {
+  const bool isInline =
+      Core::TypeOf(cell) == Core::ValueType::String && HasForm(cell, Core::StorageForm::Value);
+  if (isInline) {
+    use(Core::InlineText(cell));
+  } else {
+    use(Core::ToText(cell));
+  }
+  return true;
+}
+
+template <class Use>
+bool TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
   using Core::ValueType;
   Core::IObject* const object = Core::ReferencedObject(cell);
   const ValueType type = Core::TypeOf(cell);
-  if (!object) {
-    const bool isInline = type == ValueType::String && HasForm(cell, Core::StorageForm::Value);
-    return isInline ? use(Core::InlineText(cell)) : use(Core::ToText(cell));
-  }
+  if (!object) return UseTextWithoutObject(cell, use);
   // Nearly all objects are the library's own strings and date-times, which never call back.
-  if (type == ValueType::String)
-    if (auto* const text = Core::ExactCast<MultiByteStringImpl>(object))
-      return use(Core::Utf8View(*text));
-  if (type == ValueType::DateTime)
-    if (auto* const dateTime = Core::ExactCast<DateTimeImpl>(object))
-      return use(Iso8601Text::DateTime(dateTime->Fields()));
-  use(TextOfOtherObject(cell));
+  auto* const string =
+      type == ValueType::String ? Core::ExactCast<MultiByteStringImpl>(object) : nullptr;
+  auto* const dateTime =
+      type == ValueType::DateTime ? Core::ExactCast<DateTimeImpl>(object) : nullptr;
+  if (string) {
+    use(Core::Utf8View(*string));
+  } else if (dateTime) {
+    use(Iso8601Text::DateTime(dateTime->Fields()));
+  } else {
+    use(TextOfOtherObject(cell));
+  }
+  return true;
 }
 
 }  // namespace Data::impl

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "Core/ObjectBase.h"
@@ -42,6 +43,12 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   /// The text as UTF-8 without converting this object: the object itself if it holds
   /// UTF-8, otherwise a converted copy.
   Core::Ptr<MultiByteStringImpl> AsUtf8();
+  /// The text if it is stored as UTF-8. Several threads may read it: the object does not change.
+  std::optional<std::string_view> StoredUtf8() const {
+    if (kind_ == Kind::Utf8) return std::string_view(buffer_, size_ - 1);
+    if (kind_ == Kind::Empty) return std::string_view();
+    return std::nullopt;
+  }
 
   void SetWide(const char16_t* text, std::uint64_t length) override;
   void SetMultiByte(const char* text, std::uint64_t length, std::uint32_t codePage) override;

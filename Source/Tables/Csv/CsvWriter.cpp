@@ -3,7 +3,7 @@
 #include <charconv>
 
 #include "Tables/Csv/CsvText.h"
-#include "Tables/TableCursor.h"
+#include "Tables/RowsText.h"
 
 namespace Data::impl {
 
@@ -12,87 +12,81 @@ using Structures::_VARIANT;
 
 namespace {
 
-class CsvWriter {
+class CsvRows final : public RowFormatOf<CsvRows> {
  public:
-  CsvWriter(TableCursor& cursor, std::string_view separator, bool alwaysQuote)
-      : cursor_(cursor), separator_(separator), alwaysQuote_(alwaysQuote) {}
+  CsvRows(std::size_t columnCount, const CsvForm& form)
+      : RowFormatOf(std::string(form.lineEnd)), columnCount_(columnCount), form_(form) {}
 
-  void AddHeader();
-  /// Appends the cursor's current row.
-  void AddRow();
-  void EndLine() { text_ += kLineEnd; }
-  std::string TakeText() { return std::move(text_); }
+  template <class Row>
+  bool AppendRow(Row& row, TextBuffer& text) const {
+    for (std::size_t i = 0; i < columnCount_; ++i) {
+      if (i != 0) text.Append(form_.separator);
+      if (!AppendCell(row, row.Cell(i), text)) return false;
+    }
+    return true;
+  }
 
  private:
-  void AddCell(const _VARIANT& cell);
-  void AddText(std::string_view text);
-  void AddInteger(std::int64_t value);
+  template <class Row>
+  bool AppendCell(Row& row, const _VARIANT& cell, TextBuffer& text) const;
+  void AppendText(std::string_view value, TextBuffer& text) const;
 
-  TableCursor& cursor_;
-  std::string_view separator_;
-  bool alwaysQuote_;
-  std::string text_;
+  std::size_t columnCount_;
+  const CsvForm& form_;
 };
 
-void CsvWriter::AddHeader() {
-  for (std::size_t i = 0; i < cursor_.ColumnCount(); ++i) {
-    if (i != 0) text_ += separator_;
-    text_ += cursor_.ColumnName(i);
-  }
-}
-
-void CsvWriter::AddRow() {
-  for (std::size_t i = 0; i < cursor_.ColumnCount(); ++i) {
-    if (i != 0) text_ += separator_;
-    AddCell(cursor_.Cell(i));
-  }
-}
-
-void CsvWriter::AddCell(const _VARIANT& cell) {
+template <class Row>
+bool CsvRows::AppendCell(Row& row, const _VARIANT& cell, TextBuffer& text) const {
+  constexpr std::size_t kMostDigits = 20;
   switch (Core::TypeOf(cell)) {
     case ValueType::Null:
-      return;
-    case ValueType::Int64:
-      return AddInteger(static_cast<std::int64_t>(cell.value[0]));
+      return true;
+    case ValueType::Int64: {
+      char* const digits = text.Tail(kMostDigits);
+      const auto value = static_cast<std::int64_t>(cell.value[0]);
+      text.EndAt(std::to_chars(digits, digits + kMostDigits, value).ptr);
+      return true;
+    }
     case ValueType::String:
     case ValueType::JsonDocument:
     case ValueType::XmlDocument:
-      return cursor_.UseText(cell, [this](std::string_view text) { AddText(text); });
+      return row.UseText(cell, [&](std::string_view value) { AppendText(value, text); });
     default:
-      cursor_.UseText(cell, [this](std::string_view text) { text_ += text; });
+      return row.UseText(cell, [&](std::string_view value) { text.Append(value); });
   }
 }
 
-void CsvWriter::AddText(std::string_view text) {
-  const bool isQuoted = alwaysQuote_ || text.find(separator_) != std::string_view::npos;
-  if (isQuoted) text_ += kQuote;
+void CsvRows::AppendText(std::string_view value, TextBuffer& text) const {
+  const bool isQuoted = form_.alwaysQuote || value.find(form_.separator) != std::string_view::npos;
+  if (isQuoted) text.Put(kQuote);
   for (;;) {
-    const std::size_t quote = text.find(kQuote);
+    const std::size_t quote = value.find(kQuote);
     if (quote == std::string_view::npos) break;
-    text_.append(text, 0, quote + 1) += kQuote;
-    text.remove_prefix(quote + 1);
+    text.Append(value.substr(0, quote + 1));
+    text.Put(kQuote);
+    value.remove_prefix(quote + 1);
   }
-  text_ += text;
-  if (isQuoted) text_ += kQuote;
+  text.Append(value);
+  if (isQuoted) text.Put(kQuote);
 }
 
-void CsvWriter::AddInteger(std::int64_t value) {
-  char digits[20];
-  text_.append(digits, std::to_chars(digits, std::end(digits), value).ptr);
+void AppendHeader(const TableCursor& table, const CsvForm& form, TextBuffer& text) {
+  for (std::size_t i = 0; i < table.ColumnCount(); ++i) {
+    if (i != 0) text.Append(form.separator);
+    text.Append(table.ColumnName(i));
+  }
+  text.Append(form.lineEnd);
 }
 
 }  // namespace
 
-std::string WriteCsv(Interfaces::ITable& table, std::string_view separator, bool alwaysQuote) {
+void WriteCsv(Interfaces::ITable& table, const CsvForm& form, Core::Parts& parts,
+              TextOutput& output) {
   TableCursor cursor(table);
-  CsvWriter writer(cursor, separator, alwaysQuote);
-  writer.AddHeader();
-  writer.EndLine();
-  for (bool isFirst = true; cursor.NextRow(); isFirst = false) {
-    if (!isFirst) writer.EndLine();
-    writer.AddRow();
-  }
-  return writer.TakeText();
+  TextBuffer header;
+  if (form.hasHeader) AppendHeader(cursor, form, header);
+  output.Take(header);
+  WriteRows(cursor, CsvRows(cursor.ColumnCount(), form), parts, output);
 }
 
 }  // namespace Data::impl

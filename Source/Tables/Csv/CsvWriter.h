@@ -1,17 +1,26 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
+#include "Core/Parts.h"
 #include "Data/Interfaces/ITable.h"
+#include "Text/TextPieces.h"
 
 namespace Data::impl {
 
+struct CsvForm {
+  std::string_view separator;
+  bool alwaysQuote = false;
+  bool hasHeader = true;
+  std::string_view lineEnd = "\n";
+};
+
 /// A table as delimited text: a line with the names of the columns, neither quoted nor escaped,
 /// then one per row, the last without a line break. Quotes in texts and documents are doubled;
-/// those that contain the separator, or all of them, are quoted. The table may change while it is
-/// written, see `TableCursor`.
+/// those that contain the separator, or all of them, are quoted. The table may change while the
+/// calling thread writes it, see `TableCursor`.
 /// @throws what `Core::ToText` throws for a cell whose contents do not match its type
-std::string WriteCsv(Interfaces::ITable& table, std::string_view separator, bool alwaysQuote);
+void WriteCsv(Interfaces::ITable& table, const CsvForm& form, Core::Parts& parts,
+              TextOutput& output);
 
 }  // namespace Data::impl

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace Data::impl {
 
@@ -12,12 +13,23 @@ class TextBuffer {
   using Ch = char;
 
   TextBuffer() = default;
-  TextBuffer(const TextBuffer&) = delete;
-  TextBuffer& operator=(const TextBuffer&) = delete;
+  TextBuffer(TextBuffer&& other) noexcept
+      : begin_(std::exchange(other.begin_, nullptr)),
+        end_(std::exchange(other.end_, nullptr)),
+        limit_(std::exchange(other.limit_, nullptr)) {}
+  TextBuffer& operator=(TextBuffer&& other) noexcept {
+    std::swap(begin_, other.begin_);
+    std::swap(end_, other.end_);
+    std::swap(limit_, other.limit_);
+    return *this;
+  }
   ~TextBuffer();
 
-  std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
+  std::string_view View() const { return {begin_, Size()}; }
+  std::size_t Size() const { return static_cast<std::size_t>(end_ - begin_); }
   void Clear() { end_ = begin_; }
+  /// Drops what follows the first `size` bytes.
+  void CutTo(std::size_t size) { end_ = begin_ + size; }
 
   /// Makes room for `count` more bytes.
   /// @throws std::bad_alloc

@@ -1,4 +1,4 @@
-#include "Documents/TextBuffer.h"
+#include "Text/TextBuffer.h"
 
 #include <algorithm>
 #include <cstdlib>
