@@ -6,7 +6,7 @@
 #include "C/ArrowValues.h"
 #include "Core/ObjectPool.h"
 #include "Data/Structures/Variant.h"
-#include "Documents/TextBuffer.h"
+#include "Text/TextBuffer.h"
 
 namespace Data::c {
 
