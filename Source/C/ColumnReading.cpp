@@ -32,16 +32,20 @@ namespace {
   throw std::runtime_error("The table has changed while it was read!");
 }
 
-void CheckRange(std::int64_t first, std::int64_t count, std::int64_t rowCount) {
+std::size_t CountOf(std::int64_t first, std::int64_t count, std::int64_t rowCount) {
   if (first < 0 || first > rowCount) impl::ThrowRowOutOfRange(first, rowCount);
+  if (count == ColumnCells::kToTheEnd) count = rowCount - first;
   if (count < 0 || count > rowCount - first) impl::ThrowRowOutOfRange(rowCount, rowCount);
+  return static_cast<std::size_t>(count);
 }
 
 }  // namespace
 
 ColumnCells::ColumnCells(ITable& table, std::int32_t column, std::int64_t first, std::int64_t count)
-    : table_(&table), column_(column), first_(first), count_(static_cast<std::size_t>(count)) {
-  CheckRange(first, count, table.GetRowCount());
+    : table_(&table),
+      column_(column),
+      first_(first),
+      count_(CountOf(first, count, table.GetRowCount())) {
   const std::int64_t columnCount = table.GetColumnCount();
   if (!impl::IsPosition(column, static_cast<std::size_t>(columnCount)))
     impl::ThrowColumnOutOfRange(column, columnCount);
@@ -317,12 +321,12 @@ std::vector<std::uint8_t> PackBits(const std::vector<std::uint8_t>& bytes) {
   return bits;
 }
 
-ColumnBuffers ReadColumn(const ColumnCells& cells) {
+ColumnBuffers ReadColumn(const ColumnCells& cells, bool isLossy) {
   ColumnAnalysis analysis;
   analysis.Add(cells, 0, cells.Count());
   ColumnBuffers buffers(analysis.Format(cells.DeclaredType()));
   if (buffers.HasOffsets()) buffers.bytes.reserve(static_cast<std::size_t>(analysis.textBytes));
-  buffers.Append(cells, 0, cells.Count());
+  buffers.Append(cells, 0, cells.Count(), isLossy);
   return buffers;
 }
 

@@ -25,8 +25,10 @@ class ColumnCells {
  public:
   /// @throws std::runtime_error "Column index out of range [%d/%d]!", "Row index out of range
   ///         [%d/%d]!"; "The table has changed while it was read!" if the caller's code does that
+  /// @param count  `kToTheEnd` for all rows from the first on
   ColumnCells(Interfaces::ITable& table, std::int32_t column, std::int64_t first,
               std::int64_t count);
+  static constexpr std::int64_t kToTheEnd = -1;
 
   std::size_t Count() const { return count_; }
   /// The index in the table of the row of a cell.
@@ -125,7 +127,7 @@ struct ColumnBuffers {
 std::vector<std::uint8_t> PackBits(const std::vector<std::uint8_t>& bytes);
 
 /// All cells of a range in the format that the analysis finds.
-ColumnBuffers ReadColumn(const ColumnCells& cells);
+ColumnBuffers ReadColumn(const ColumnCells& cells, bool isLossy);
 /// All cells of a range in the wanted format.
 ColumnBuffers ReadColumn(const ColumnCells& cells, ColumnFormat format, bool isLossy);
 

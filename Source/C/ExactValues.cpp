@@ -141,7 +141,8 @@ Microseconds MicrosecondsOf(std::uint64_t ticks) {
 }
 
 std::optional<std::uint64_t> TicksOfMicroseconds(std::int64_t value) {
-  if (value < INT64_MIN / kTicksPerMicrosecond - kEpoch ||
+  constexpr std::int64_t kFirst = -584'388 * impl::kTicksPerDay;  // 0001-01-01
+  if (value < kFirst / kTicksPerMicrosecond - kEpoch ||
       value > INT64_MAX / kTicksPerMicrosecond - kEpoch)
     return std::nullopt;
   return static_cast<std::uint64_t>((value + kEpoch) * kTicksPerMicrosecond);

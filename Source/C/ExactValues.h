@@ -56,7 +56,8 @@ struct Microseconds {
 };
 /// @param ticks  of 100 nanoseconds since 1601, in two's complement
 Microseconds MicrosecondsOf(std::uint64_t ticks);
-/// The ticks of a number of microseconds since 1970; nothing if 64 bits do not hold them.
+/// The ticks of a number of microseconds since 1970; nothing if 64 bits do not hold them or if they
+/// are before year 1.
 std::optional<std::uint64_t> TicksOfMicroseconds(std::int64_t value);
 /// Whether the time of day is noon, as that of a date that was read without a time.
 bool IsNoon(std::uint64_t ticks);

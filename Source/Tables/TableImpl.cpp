@@ -359,20 +359,34 @@ bool TableImpl::BuildIndex(std::uint8_t ignoreNulls, IColumn* column, Core::IErr
   return Core::Guarded(error, [&] {
     ColumnImpl* indexed = ColumnImpl::Of(column);
     if (!indexed || !indexed->IsOf(this)) throw std::runtime_error("Invalid column!");
-    auto index = std::make_shared<UniqueIndex>(*indexed, ignoreNulls != 0, RowCount());
-    std::optional<HeldColumn> held;
-    if (std::ranges::any_of(rows_, [&](auto& row) { return CallsBack(row->Cell(*indexed)); })) {
-      held.emplace(*this, *indexed);
-      for (const auto& [row, cell] : held->Cells()) AddToIndex(*index, *row, cell);
-      if (!indexed->IsOf(this) || !held->IsCurrent())
-        throw std::runtime_error("Table has changed while its index was built!");
-    } else {
-      for (const auto& row : rows_) AddToIndex(*index, *row, row->Cell(*indexed));
-    }
-    ClearIndexes();
-    index_ = std::move(index);
-    header_->SetIndexColumn(indexed);
+    BuildIndexOver(*indexed, ignoreNulls != 0);
   });
+}
+
+void TableImpl::BuildIndexOver(ColumnImpl& column, bool ignoreNulls) {
+  auto index = std::make_shared<UniqueIndex>(column, ignoreNulls, RowCount());
+  std::optional<HeldColumn> held;
+  if (std::ranges::any_of(rows_, [&](auto& row) { return CallsBack(row->Cell(column)); })) {
+    held.emplace(*this, column);
+    for (const auto& [row, cell] : held->Cells()) AddToIndex(*index, *row, cell);
+    if (!column.IsOf(this) || !held->IsCurrent())
+      throw std::runtime_error("Table has changed while its index was built!");
+  } else {
+    for (const auto& row : rows_) AddToIndex(*index, *row, row->Cell(column));
+  }
+  ClearIndexes();
+  index_ = std::move(index);
+  header_->SetIndexColumn(&column);
+}
+
+void TableImpl::RebuildIndex() {
+  try {
+    BuildIndexOver(*header_->IndexColumn(), index_->IgnoresNulls());
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    ClearIndexes();
+  }
 }
 
 /// Finds the slot of a row for its new value, or drops an index that cannot hold it.

@@ -110,6 +110,11 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
   /// @throws std::bad_alloc, nothing changed
   void MoveInIndex(RowImpl& row, const _VARIANT& value);
 
+  /// Builds the index again after code has changed its cells in place, or drops it if it cannot
+  /// hold them. Not for an index that calls back.
+  /// @throws std::bad_alloc, the index unchanged
+  void RebuildIndex();
+
  private:
   /// The position of a new row that is appended.
   static constexpr std::size_t kEnd = SIZE_MAX;
@@ -129,6 +134,7 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
   void Renumber(std::size_t first);
   std::vector<Core::Ptr<RowImpl>> TakeRows();
 
+  void BuildIndexOver(ColumnImpl& column, bool ignoreNulls);
   std::optional<UniqueIndex::Slot> SlotInIndex(const RowImpl& row, const _VARIANT& value);
   void RemoveFromIndex(const RowImpl& row) noexcept;
   bool FindsByIndex(const ColumnImpl& column, const _VARIANT& key) const;

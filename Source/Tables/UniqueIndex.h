@@ -44,6 +44,7 @@ class UniqueIndex {
 
   UniqueIndex(ColumnImpl& column, bool ignoreNulls, std::size_t rowCount);
 
+  bool IgnoresNulls() const { return ignoreNulls_; }
   /// Whether rows with this value are in the index.
   bool Covers(const Structures::_VARIANT& value) const;
   /// Whether reading one of the keys may run the caller's code.
