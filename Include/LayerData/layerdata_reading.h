@@ -78,6 +78,98 @@ typedef struct ld_csv_read_options {
   bool unquote_names;
 } ld_csv_read_options;
 
+/// What reading has found in a text and what the table does not tell any more. It never changes;
+/// any number of threads may read it. Texts belong to the report.
+///
+/// Lines of delimited text are numbered from 0, without the empty ones, as in the failures of
+/// `ld_csv_read`; a line break inside quotes ends no line. Lines of JSON are numbered from 1, as
+/// editors show them.
+typedef struct ld_read_report ld_read_report;
+
+/// Why texts do not come back as they were when the table is written again. White space around
+/// values does not count.
+typedef uint32_t ld_text_change;
+enum {
+  LD_TEXT_CHANGE_LEADING_ZEROS = 0,      ///< "00501" was read as 501
+  LD_TEXT_CHANGE_NUMBER_FORM = 1,        ///< "1.10" was read as 1.1, "1e5" as 100000
+  LD_TEXT_CHANGE_QUOTES = 2,             ///< quotes that belong to the text are gone
+  LD_TEXT_CHANGE_DATE_WITHOUT_TIME = 3,  ///< "2024-01-31" was read as noon of that day
+  /// Read as a date-time, but not written like one, as "3-4-7 main street", or with an offset from
+  /// UTC, which is dropped. In JSON every text that was read as a date-time.
+  LD_TEXT_CHANGE_DATE_FORM = 4,
+};
+
+/// Reads delimited text.
+/// @param data     need not be zero-terminated
+/// @param size     in bytes; 0 fails with "Size cannot be 0. We don't call strlen internally
+///                 because data might not contain null terminator!"
+/// @param options  null for the defaults, with which the table and the failures are those of
+///                 `ld_parse_csv`, unless the text begins with a byte-order mark of UTF-16
+/// @param table    receives a new table
+/// @param report   receives a report; null if none is wanted, which takes less time
+/// @fails also with "No lines detected in the csv content"
+LD_API bool ld_csv_read(const void* data, uint64_t size, const ld_csv_read_options* options,
+                        ld_table** table, ld_read_report** report, ld_error** error);
+/// As `ld_csv_read`, from a file. Fails with `Cannot read "PATH": ` and the system's reason.
+/// @param path  UTF-8
+LD_API bool ld_csv_read_file(const char* path, const ld_csv_read_options* options, ld_table** table,
+                             ld_read_report** report, ld_error** error);
+
+/// The separator of the values; "" for JSON.
+LD_API bool ld_read_report_get_separator(ld_read_report* self, const char** result,
+                                         ld_error** error);
+/// Whether a line names the columns.
+LD_API bool ld_read_report_has_header(ld_read_report* self, bool* result, ld_error** error);
+/// The code page that was used: 65001 for UTF-8, 1200 and 1201 for UTF-16.
+LD_API bool ld_read_report_get_code_page(ld_read_report* self, uint32_t* result, ld_error** error);
+/// The number of lines that were read, without empty ones.
+LD_API bool ld_read_report_get_line_count(ld_read_report* self, uint64_t* result, ld_error** error);
+/// The number of rows that the table received.
+LD_API bool ld_read_report_get_row_count(ld_read_report* self, uint64_t* result, ld_error** error);
+
+/// The number of lines before the header, or before the first row, that were dropped.
+LD_API bool ld_read_report_get_dropped_line_count(ld_read_report* self, uint64_t* result,
+                                                  ld_error** error);
+/// A line that was dropped.
+/// @param index  below the count; otherwise fails with "Index out of range [%d/%d]!"
+/// @param line   its number
+/// @param text   the line without white space around it
+LD_API bool ld_read_report_get_dropped_line(ld_read_report* self, uint64_t index, uint64_t* line,
+                                            const char** text, ld_error** error);
+
+/// The number of lines with too many values that were skipped, or kept without their extra values.
+LD_API bool ld_read_report_get_long_line_count(ld_read_report* self, uint64_t* result,
+                                               ld_error** error);
+/// A line with too many values.
+/// @param index        below the count; otherwise fails with "Index out of range [%d/%d]!"
+/// @param line         its number
+/// @param value_count  how many values it has
+LD_API bool ld_read_report_get_long_line(ld_read_report* self, uint64_t index, uint64_t* line,
+                                         uint64_t* value_count, ld_error** error);
+
+/// The number of changes: one for each column and each kind of change that happened in it.
+LD_API bool ld_read_report_get_change_count(ld_read_report* self, uint64_t* result,
+                                            ld_error** error);
+/// The texts of a column that changed in one way. They are in the order of the columns.
+/// @param index       below the count; otherwise fails with "Index out of range [%d/%d]!"
+/// @param column      the name of the column
+/// @param kind        how they changed
+/// @param count       how many
+/// @param first_line  the number of the line of the first one
+/// @param first_text  the first one as it was written
+LD_API bool ld_read_report_get_change(ld_read_report* self, uint64_t index, const char** column,
+                                      ld_text_change* kind, uint64_t* count, uint64_t* first_line,
+                                      const char** first_text, ld_error** error);
+
+/// The number of problems: the dropped lines, the long lines and the changes, in this order.
+LD_API bool ld_read_report_get_problem_count(ld_read_report* self, uint64_t* result,
+                                             ld_error** error);
+/// A problem in words.
+/// @param index   below the count; otherwise fails with "Index out of range [%d/%d]!"
+/// @param result  receives a new error object with code 0
+LD_API bool ld_read_report_get_problem(ld_read_report* self, uint64_t index, ld_error** result,
+                                       ld_error** error);
+
 #ifdef __cplusplus
 }
 #endif

@@ -69,6 +69,13 @@ inline void CheckLength(std::uint64_t length) {
   if (length > kAddresses) throw std::runtime_error("The length is too large!");
 }
 
+/// @throws std::runtime_error "Index out of range [%d/%d]!"
+inline void CheckIndex(std::uint64_t index, std::uint64_t count) {
+  if (index >= count)
+    throw std::runtime_error("Index out of range [" + std::to_string(index) + "/" +
+                             std::to_string(count) + "]!");
+}
+
 template <class T>
 void CheckResult(T* result) {
   if (!result) throw std::runtime_error("The address of the result must not be null!");

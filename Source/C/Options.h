@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 #include <stdexcept>
+#include <string_view>
+#include <vector>
 
 namespace Data::c {
 
@@ -27,6 +29,19 @@ Options ReadOptions(const Options* options) {
   if (size > sizeof known && std::any_of(bytes + sizeof known, bytes + size, isSet))
     throw std::runtime_error("The options ask for something that this version does not know!");
   return known;
+}
+
+/// Names that options list.
+/// @throws std::runtime_error "The names of columns must not be null!"
+inline std::vector<std::string_view> NamesOf(const char* const* names, std::uint64_t count) {
+  constexpr std::uint64_t kMostNames = std::uint64_t{1} << 32;
+  if (count > kMostNames) throw std::runtime_error("The length is too large!");
+  std::vector<std::string_view> list;
+  for (std::uint64_t i = 0; i < count; ++i) {
+    if (!names || !names[i]) throw std::runtime_error("The names of columns must not be null!");
+    list.emplace_back(names[i]);
+  }
+  return list;
 }
 
 }  // namespace Data::c

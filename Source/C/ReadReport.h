@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Core/ObjectBase.h"
+#include "LayerData/layerdata.h"
+#include "Tables/Csv/CsvReader.h"
+#include "Tables/TextChanges.h"
+
+namespace Data::c {
+
+/// What `ld_read_report` refers to.
+struct ReadReport final : Core::ObjectBase<Core::IObject> {
+  struct Change {
+    std::string column;
+    impl::TextChange kind;
+    impl::ChangedTexts texts;
+  };
+
+  /// Takes the changes out of the result.
+  ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed);
+
+  std::uint64_t ProblemCount() const {
+    return droppedLines.size() + longLines.size() + changes.size();
+  }
+  /// @param index  below `ProblemCount`
+  std::string Problem(std::uint64_t index) const;
+
+  std::string separator;
+  bool hasHeader;
+  std::uint32_t codePage;
+  std::uint64_t columnCount, lineCount, rowCount;
+  std::vector<std::string> droppedLines;
+  std::vector<impl::LongLine> longLines;
+  std::vector<Change> changes;
+};
+
+}  // namespace Data::c
