@@ -1,0 +1,117 @@
+#include "C/WritingCells.h"
+
+#include <algorithm>
+
+#include "Core/ExactCast.h"
+#include "Tables/TableImpl.h"
+
+namespace Data::c {
+
+using Core::ValueType;
+using impl::CalendarFields;
+using impl::DateTimeImpl;
+using impl::TextBuffer;
+using Structures::_VARIANT;
+
+namespace {
+
+/// Whether the text of the fields reads back as the same fields.
+bool IsReadable(const CalendarFields& fields) {
+  constexpr std::uint16_t kTwoDigits = 99, kThreeDigits = 999, kFourDigits = 9999;
+  return fields.year <= kFourDigits && fields.month != 0 && fields.month <= kTwoDigits &&
+         fields.day != 0 && fields.day <= kTwoDigits && fields.hour <= kTwoDigits &&
+         fields.minute <= kTwoDigits && fields.second <= kTwoDigits &&
+         fields.millisecond <= kThreeDigits;
+}
+
+char* PutNumber(char* to, std::uint32_t value, int width) {
+  for (char* digit = to + width; digit != to; value /= 10)
+    *--digit = static_cast<char>('0' + value % 10);
+  return to + width;
+}
+
+char* PutMark(char* to, char mark) {
+  *to = mark;
+  return to + 1;
+}
+
+DateTimeImpl* OwnDateTime(const _VARIANT& cell) {
+  if (Core::TypeOf(cell) != ValueType::DateTime) return nullptr;
+  return Core::ExactCast<DateTimeImpl>(Core::ReferencedObject(cell));
+}
+
+/// Clears the marks of columns that have a date-time with a time in these rows.
+void CheckRows(const impl::TableImpl& table, const impl::TableCursor& columns, std::size_t next,
+               std::size_t end, std::vector<char>& areDates) {
+  for (; next != end; ++next) {
+    const impl::PlainRow row(columns, *table.Rows()[next]);
+    for (std::size_t i = 0; i < areDates.size(); ++i) {
+      if (!areDates[i]) continue;
+      DateTimeImpl* const dateTime = OwnDateTime(row.Cell(i));
+      if (dateTime && !ExactDateTime(*dateTime).IsDate()) areDates[i] = 0;
+    }
+  }
+}
+
+}  // namespace
+
+ExactDateTime::ExactDateTime(DateTimeImpl& value) : fields_(value.Fields()) {
+  const std::uint64_t ticks = value.GetFileTime();
+  if (!IsReadable(fields_)) {
+    const CalendarFields normal = impl::ToFields(ticks);
+    if (!IsReadable(normal)) return;  // beyond the calendar
+    fields_ = normal;
+  }
+  ticks_ = static_cast<std::uint32_t>(ticks - impl::ToTicks(fields_));
+}
+
+bool ExactDateTime::IsDate() const {
+  return fields_.hour == 12 && fields_.minute == 0 && fields_.second == 0 &&
+         fields_.millisecond == 0 && ticks_ == 0 && IsReadable(fields_);
+}
+
+void ExactDateTime::Append(bool asDate, TextBuffer& text) const {
+  if (!IsReadable(fields_)) return text.Append(impl::Iso8601Text::DateTime(fields_));
+  constexpr std::size_t kMostBytes = 28;  // 2024-11-14T10:20:30.1234567Z
+  char* end = text.Tail(kMostBytes);
+  end = PutMark(PutNumber(end, fields_.year, 4), '-');
+  end = PutMark(PutNumber(end, fields_.month, 2), '-');
+  end = PutNumber(end, fields_.day, 2);
+  if (asDate) return text.EndAt(end);
+  end = PutMark(PutNumber(PutMark(end, 'T'), fields_.hour, 2), ':');
+  end = PutMark(PutNumber(end, fields_.minute, 2), ':');
+  end = PutNumber(end, fields_.second, 2);
+  if (ticks_ != 0) {
+    const std::uint32_t ticks = fields_.millisecond * 10'000u + ticks_;
+    end = PutNumber(PutMark(end, '.'), ticks, 7);
+  } else if (fields_.millisecond != 0) {
+    end = PutNumber(PutMark(end, '.'), fields_.millisecond, 3);
+  }
+  text.EndAt(PutMark(end, 'Z'));
+}
+
+DateColumns::DateColumns(const impl::TableCursor& table, Core::Parts& parts)
+    : areDates_(table.ColumnCount(), 0) {
+  const impl::TableImpl* const own = table.OwnTable();
+  if (!own) return;
+  const std::size_t rows = own->RowCount(), width = table.ColumnCount();
+  const std::size_t count = parts.CountFor(rows * width * sizeof(_VARIANT));
+  std::vector<std::vector<char>> marks(count, std::vector<char>(width, 1));
+  parts.Run(count, [&](std::size_t i) {
+    CheckRows(*own, table, rows * i / count, rows * (i + 1) / count, marks[i]);
+  });
+  for (std::size_t column = 0; column < width; ++column)
+    areDates_[column] = std::all_of(marks.begin(), marks.end(),
+                                    [&](const auto& part) { return part[column] != 0; });
+}
+
+bool DateColumns::Append(const _VARIANT& cell, std::size_t column, TextBuffer& text) const {
+  DateTimeImpl* const value = OwnDateTime(cell);
+  if (!value) return false;
+  const ExactDateTime dateTime(*value);
+  // The caller's code may have changed the table since the columns were looked at.
+  dateTime.Append(areDates_[column] && dateTime.IsDate(), text);
+  return true;
+}
+
+}  // namespace Data::c
