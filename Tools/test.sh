@@ -12,7 +12,7 @@ cd "$(dirname "$0")/.." || exit 1
 export LC_ALL=C.UTF-8
 . Tools/packages.sh
 
-STAGES="formatting contract release windows code-pages exports hardening package callers asan tsan clang coverage abi lint"
+STAGES="formatting contract release windows code-pages exports hardening package callers docs asan tsan clang coverage abi lint"
 LIBRARIES="build/release/lib/liblayerdata.so build/release/lib/liblayerdata-c.so
   build/windows/bin/layerdata.dll build/windows/bin/layerdata-c.dll"
 
@@ -77,6 +77,9 @@ readme_example() {
 
 # The C example from several compilers, also one for the Microsoft ABI.
 callers() { build release && build windows && Tools/check-callers.sh build/release build/windows; }
+
+# The code of the guides and of the README runs and prints what they say.
+docs() { build release && Tools/check-docs.py; }
 
 asan() { build_and_test asan; }
 
