@@ -17,11 +17,13 @@ namespace Data::c {
 ///         that this version does not know!"
 template <class Options>
 Options ReadOptions(const Options* options) {
+  static_assert(alignof(Options) == sizeof options->size);
   constexpr std::uint64_t kMostBytes = 4096;
   Options known{};
   if (!options) return known;
   const std::uint64_t size = options->size;
-  if (size < sizeof size || size > kMostBytes)
+  // No version of a record ends inside a member.
+  if (size < sizeof size || size > kMostBytes || size % alignof(Options) != 0)
     throw std::runtime_error("The size of the options is wrong!");
   std::memcpy(&known, options, std::min<std::uint64_t>(size, sizeof known));
   const char* const bytes = reinterpret_cast<const char*>(options);

@@ -1,6 +1,9 @@
 // The C interface as its callers use it: through layerdata.h alone.
 
 #include <functional>
+#include <stdexcept>
+#include <thread>
+#include <vector>
 
 #include "Calls.h"
 #include "Support.h"
@@ -239,4 +242,73 @@ TEST(C, TellsItsVersion) {
   EXPECT_EQ(ld_version_text(), std::to_string(LD_VERSION_MAJOR) + "." +
                                    std::to_string(LD_VERSION_MINOR) + "." +
                                    std::to_string(LD_VERSION_PATCH));
+}
+
+TEST(C, RefusesOptionsThatEndInsideAMember) {
+  const auto table = Table("id\n1\n");
+  const auto failure = [&](std::uint64_t size) {
+    ld_csv_write_options options{};
+    options.size = size;
+    ld_string* text = nullptr;
+    return Failure([&](ld_error** e) { return ld_csv_write(table.get(), &options, &text, e); });
+  };
+  const std::string wrong = "The size of the options is wrong! 2";
+  for (const std::uint64_t size : {0, 4, 12, 20, 4104}) EXPECT_EQ(failure(size), wrong) << size;
+}
+
+TEST(C, CallbacksMayThrowAndCallBack) {
+  const auto table = Table("id,name\n1,x\n2,y\n");
+  const auto write = [&](ld_progress progress, ld_error** error) {
+    ld_csv_write_options options{};
+    options.size = sizeof options;
+    options.thread_count = 2;
+    options.progress = progress;
+    options.progress_context = table.get();
+    ld_string* text = nullptr;
+    const bool isDone = ld_csv_write(table.get(), &options, &text, error);
+    EXPECT_EQ(isDone, text != nullptr);
+    ld_release(text);
+    return isDone;
+  };
+  EXPECT_EQ(Failure([&](ld_error** e) {
+              return write(
+                  [](void*, std::uint64_t, std::uint64_t) -> bool {
+                    throw std::runtime_error("thrown by a callback");
+                  },
+                  e);
+            }),
+            "thrown by a callback 2");
+  EXPECT_EQ(Failure([&](ld_error** e) {
+              return write([](void*, std::uint64_t, std::uint64_t) -> bool { throw 7; }, e);
+            }),
+            "Uncaught exception 1");
+  EXPECT_TRUE(write(
+      [](void* context, std::uint64_t, std::uint64_t) {
+        auto* const self = static_cast<ld_table*>(context);
+        return Cell(self, 1, 1) == "y" &&
+               ld_table_merge(self, self, "id", 9, nullptr, nullptr) == false;
+      },
+      nullptr));
+}
+
+TEST(C, ThreadsCallAtOnce) {
+  const auto shared = Table("id,name\n1,x\n2,y\n");
+  const auto work = [&shared] {
+    for (int i = 0; i < 50; ++i) {
+      const auto own = Table("id,count\n1,7\n2,8\n3,9\n");
+      ld_retain(shared.get());
+      const Held<ld_table> held(shared.get());
+      const auto merged = Received<ld_table>([&](ld_table** out, ld_error** error) {
+        return ld_table_merge(own.get(), held.get(), "id", LD_MERGE_MODE_MATCHING, out, error);
+      });
+      EXPECT_EQ(Cell(merged.get(), 1, 2), "y");
+      ld_variant value{};
+      EXPECT_EQ(
+          Failure([&](ld_error** e) { return ld_table_get_cell(own.get(), 7, 0, &value, e); }),
+          "Row index out of range [7/3]! 2");
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) threads.emplace_back(work);
+  for (std::thread& thread : threads) thread.join();
 }
