@@ -35,14 +35,6 @@ struct Function {
   bool takesHandle;
 };
 
-template <class T, class Arguments>
-T NextArgument(const char* name, Arguments& arguments, ld_error** error) {
-  if constexpr (std::is_same_v<T, ld_error**>)
-    return error;
-  else
-    return arguments.template Next<T>(name);
-}
-
 template <auto function>
 struct Caller;
 template <class... Parameters, bool (*function)(Parameters...)>
@@ -51,11 +43,17 @@ struct Caller<function> {
   static bool Call(const Function<Arguments>& self, Arguments& arguments, ld_error** error) {
     return [&]<std::size_t... i>(std::index_sequence<i...>) {
       // Braces evaluate from left to right.
-      const std::tuple<Parameters...> values{
-          NextArgument<Parameters>(self.parameters[i], arguments, error)...};
+      const std::tuple<Parameters...> values{Argument<Parameters, i>(self, arguments, error)...};
       return std::apply(function, values);
     }
     (std::index_sequence_for<Parameters...>());
+  }
+  template <class T, std::size_t i, class Arguments>
+  static T Argument(const Function<Arguments>& self, Arguments& arguments, ld_error** error) {
+    if constexpr (i + 1 == sizeof...(Parameters))
+      return error;
+    else
+      return arguments.template Next<T>(self.parameters[i]);
   }
   template <class Arguments>
   static void Prepare(Arguments& arguments) {

@@ -1,5 +1,9 @@
 // Every function of the C interface with arguments that suit it.
 
+#include <filesystem>
+#include <fstream>
+
+#include "C/Arrow.h"
 #include "C/Calls.h"
 #include "Sweep/Made.h"
 
@@ -42,12 +46,91 @@ Ptr<IObject> New(ld_object*) { return Texts(); }
 template <class Handle>
 requires std::is_same_v<Handle, ld_table> Ptr<ITable> New(Handle*) { return Table(); }
 
+Ptr<IObject> New(ld_read_report*) {
+  ld_table* table = nullptr;
+  ld_read_report* report = nullptr;
+  ld_csv_read_options options{};
+  options.size = sizeof options;
+  options.header = LD_HEADER_LINE_YES;
+  options.long_lines = LD_LONG_LINES_SKIP;
+  EXPECT_TRUE(ld_csv_read(kBadCsv, std::strlen(kBadCsv), &options, &table, &report, nullptr));
+  ld_release(table);
+  return Ptr<IObject>::Adopt(reinterpret_cast<IObject*>(report));
+}
+
+// -- Records --
+
+const char* const kTextColumns[] = {"name"};
+/// Reads in parts, although the text is small.
+const ld_csv_read_options kCsvOptions = [] {
+  ld_csv_read_options options{};
+  options.size = sizeof options;
+  options.separator = ";";
+  options.thread_count = 3;
+  options.text_columns = kTextColumns;
+  options.text_column_count = 1;
+  return options;
+}();
+/// Writes in parts.
+template <class Options>
+const Options kWriteOptions = [] {
+  Options options{};
+  options.size = sizeof options;
+  options.thread_count = 3;
+  return options;
+}();
+constexpr std::int64_t kOffsets[] = {0, 20, 20};
+constexpr std::uint8_t kValidity = 1;
+const ld_column_data kColumnData{.size = sizeof kColumnData,
+                                 .format = LD_COLUMN_FORMAT_TEXT,
+                                 .length = 2,
+                                 .null_count = 1,
+                                 .validity = &kValidity,
+                                 .values = nullptr,
+                                 .offsets = kOffsets,
+                                 .bytes = kJson,
+                                 .byte_count = 20};
+const ld_column_data* const kColumns[] = {&kColumnData};
+
+/// A file with delimited text, and one to be written.
+struct Files {
+  Files() { std::ofstream(folder / "in.csv") << kCsv; }
+  ~Files() { std::filesystem::remove_all(folder); }
+
+  const std::filesystem::path folder = [] {
+    auto path = std::filesystem::temp_directory_path() / "layerdata-sweep-XXXXXX";
+    std::string name = path.string();
+    return std::filesystem::path(mkdtemp(name.data()));
+  }();
+  const std::string in = (folder / "in.csv").string(), out = (folder / "out").string();
+} const files;
+
+/// A batch of a dictionary-encoded column and one of integers.
+const c_tests::Arrow kBatch = c_tests::Batch(
+    {c_tests::Arrow{"i", 2, {c_tests::kNoBuffer, c_tests::Bytes<std::int32_t>({1, 0})}}.With(
+         {"u",
+          2,
+          {c_tests::kNoBuffer, c_tests::Bytes<std::int32_t>({0, 1, 30}), std::string(30, 'x')}}),
+     c_tests::Arrow{"l", 2, {c_tests::kNoBuffer, c_tests::Bytes<std::int64_t>({7, 8})}}});
+
+template <class Structure>
+void ReleaseArrow(Structure& structure) {
+  if (structure.release) structure.release(&structure);
+}
+
 /// The arguments of one call. `Prepare` makes the objects, among them one table whose rows and
 /// columns the others are; `Next` needs no memory.
 class SuitableArguments {
  public:
   SuitableArguments() = default;
-  explicit SuitableArguments(const Objects& objects) : objects_(objects) {}
+  SuitableArguments(std::string_view function, const Objects& objects) : objects_(objects) {
+    writes_ = function.find("write") != function.npos;
+    if (!function.starts_with("ld_table_from_arrow")) return;
+    schema_ = c_tests::SchemaOf(kBatch);
+    array_ = c_tests::ArrayOf(kBatch);
+  }
+  SuitableArguments(const SuitableArguments&) = delete;
+  ~SuitableArguments() { ReleaseArrow(schema_), ReleaseArrow(array_), ReleaseArrow(stream_); }
 
   Objects Prepared() {
     if (owner_) objects_.push_back(owner_);
@@ -123,6 +206,21 @@ class SuitableArguments {
       return kNames;
     } else if constexpr (std::is_pointer_v<Target> && IsHandle<Target>) {
       return reinterpret_cast<T>(&outs_[outCount_++]);
+    } else if constexpr (std::is_same_v<Target, const ld_csv_read_options>) {
+      return &kCsvOptions;
+    } else if constexpr (requires(Target target) { target.thread_count; }) {
+      return &kWriteOptions<std::remove_const_t<Target>>;
+    } else if constexpr (std::is_same_v<Target, const ld_column_data>) {
+      return &kColumnData;
+    } else if constexpr (std::is_same_v<T, const ld_column_data* const*>) {
+      length_ = std::size(kColumns);
+      return kColumns;
+    } else if constexpr (std::is_same_v<Target, ArrowSchema>) {
+      return &schema_;
+    } else if constexpr (std::is_same_v<Target, ArrowArray>) {
+      return &array_;
+    } else if constexpr (std::is_same_v<Target, ArrowArrayStream>) {
+      return &stream_;
     } else if constexpr (std::is_const_v<Target>) {
       return nullptr;  // options
     } else {
@@ -131,10 +229,11 @@ class SuitableArguments {
     }
   }
 
-  static const char* Text(std::string_view name) {
-    if (name == "content") return kCsv;
+  const char* Text(std::string_view name) const {
+    if (name == "content" || name == "data") return kCsv;
+    if (name == "path") return (writes_ ? files.out : files.in).c_str();
     if (name == "separator") return ",";
-    if (name == "text" || name == "data" || name == "source") return kJson;
+    if (name == "text" || name == "source") return kJson;
     return kName;
   }
   std::uint64_t Number(std::string_view name) const {
@@ -151,12 +250,15 @@ class SuitableArguments {
 
   Objects objects_;
   Ptr<ITable> owner_;
-  bool isFirstTable_ = true;
+  bool isFirstTable_ = true, writes_ = false;
   std::size_t nextObject_ = 0, outCount_ = 0, valueCount_ = 0, scratchCount_ = 0;
   std::uint64_t length_ = 1;
   std::array<void*, 4> outs_{};
   std::array<Variant, 4> values_;
   std::array<std::uint64_t, 16> scratch_{};
+  ArrowSchema schema_{};
+  ArrowArray array_{};
+  ArrowArrayStream stream_{};
 };
 
 /// Functions that wait for another thread, or that answer differently each time.
@@ -167,7 +269,7 @@ bool IsLeftOut(std::string_view name) {
 
 std::string Outcome(const Function<SuitableArguments>& function, const Objects& objects,
                     std::uint64_t n, bool onlyOne) {
-  SuitableArguments arguments(objects);
+  SuitableArguments arguments(function.name, objects);
   ld_error* error = nullptr;
   bool isDone = false;
   {
