@@ -21,46 +21,27 @@ ReadReport::ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed)
       rowCount(result.table->RowCount()),
       droppedLines(std::move(result.preamble)),
       longLines(std::move(result.longLines)) {
-  TakeChanges(*result.table, result.changes);
-}
-
-ReadReport::ReadReport(impl::JsonTableResult& result, std::uint64_t lines,
-                       std::uint32_t codePageUsed)
-    : codePage(codePageUsed),
-      columnCount(result.table->ColumnCount()),
-      lineCount(lines),
-      rowCount(result.table->RowCount()) {
-  TakeChanges(*result.table, result.changes);
-}
-
-void ReadReport::TakeChanges(const impl::TableImpl& table,
-                             std::vector<impl::ColumnChanges>& byColumn) {
-  for (std::size_t i = 0; i < byColumn.size(); ++i)
+  for (std::size_t i = 0; i < result.changes.size(); ++i)
     for (std::size_t kind = 0; kind < impl::kTextChanges; ++kind)
-      if (auto& texts = byColumn[i][kind]; texts.count != 0)
-        changes.push_back({table.Header().Columns()[i]->Name(), static_cast<impl::TextChange>(kind),
-                           std::move(texts)});
+      if (auto& texts = result.changes[i][kind]; texts.count != 0)
+        changes.push_back({result.table->Header().Columns()[i]->Name(),
+                           static_cast<impl::TextChange>(kind), std::move(texts)});
 }
 
 namespace {
 
-/// What happened to one value, and to several.
-struct Description {
-  const char *one, *several;
-};
-
-Description Describe(impl::TextChange kind) {
+const char* Describe(impl::TextChange kind) {
   switch (kind) {
     case impl::TextChange::LeadingZeros:
-      return {"value lost leading zeros", "values lost leading zeros"};
+      return "lost leading zeros";
     case impl::TextChange::NumberForm:
-      return {"number is not in its shortest form", "numbers are not in their shortest form"};
+      return "are numbers written in another form";
     case impl::TextChange::Quotes:
-      return {"value lost quotes", "values lost quotes"};
+      return "lost quotes";
     case impl::TextChange::DateWithoutTime:
-      return {"date was read as noon of its day", "dates were read as noon of their days"};
+      return "are dates, which were read as noon";
     default:
-      return {"value was read as a date-time", "values were read as date-times"};
+      return "were read as date-times";
   }
 }
 
@@ -69,12 +50,9 @@ std::string DescribeDroppedLine(std::uint64_t line, const std::string& text) {
 }
 
 std::string DescribeChange(const ReadReport::Change& change) {
-  const auto& [count, firstLine, firstText] = change.texts;
-  const Description description = Describe(change.kind);
-  return "Column " + change.column + ": " + std::to_string(count) + " " +
-         (count == 1 ? description.one : description.several) +
-         (count == 1 ? ", at line " : ", first at line ") + std::to_string(firstLine) + ": " +
-         firstText;
+  return "Column " + change.column + ": " + std::to_string(change.texts.count) + " values " +
+         Describe(change.kind) + ", first at line " + std::to_string(change.texts.firstLine) +
+         ": " + change.texts.firstText;
 }
 
 }  // namespace

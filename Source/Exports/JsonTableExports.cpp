@@ -17,8 +17,7 @@ bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** 
     const Core::Ptr<IJsonDocument> held(document);
     if (!document->IsValid()) throw std::runtime_error("JsonDocument content is not valid");
     const DocumentText content(*ContentOf(*document));
-    Core::Parts onePart;
-    *out = ReadJsonTable(JsonTextOf(content.View()), {}, onePart).table.Detach();
+    *out = ReadJsonTable(JsonTextOf(content.View())).Detach();
   });
 }
 
