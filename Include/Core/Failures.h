@@ -11,13 +11,16 @@
 /// std::runtime_error unless stated otherwise.
 namespace Core {
 
+/// The failure of using a null pointer as an interface.
 template <class T>
 [[noreturn]] void ThrowNullInterface() {
   throw std::runtime_error("Null pointer exception! Interface is not accessible: " + TypeName<T>());
 }
 
+/// The failure of a null record or name.
 [[noreturn]] inline void ThrowCannotBeNull() { throw std::runtime_error("Cannot be nullptr!"); }
 
+/// The failure of using an object as an interface that it does not have.
 [[noreturn]] inline void ThrowInvalidAddress(const void* address) {
   throw std::runtime_error(StringFormat(
       "Memory address [%p] is invalid and was probably already reclaimed by the OS. This means "

@@ -18,7 +18,9 @@ namespace Core {
 template <class T>
 class Ptr {
  public:
+  /// Null.
   Ptr() noexcept = default;
+  /// Null.
   Ptr(std::nullptr_t) noexcept {}
   /// Shares an object: adds a reference.
   Ptr(T* object) : object_(object) {
@@ -26,8 +28,10 @@ class Ptr {
   }
   Ptr(const Ptr& other) : Ptr(other.object_) {}
   Ptr(Ptr&& other) noexcept : object_(other.Detach()) {}
+  /// The same object as one of its bases.
   template <class U>
   requires std::is_convertible_v<U*, T*> Ptr(const Ptr<U>& other) : Ptr(other.Get()) {}
+  /// The same object as one of its bases.
   template <class U>
   requires std::is_convertible_v<U*, T*> Ptr(Ptr<U>&& other)
   noexcept : object_(other.Detach()) {}
@@ -54,6 +58,7 @@ class Ptr {
   }
   /// Passes the reference to the caller; this pointer becomes null.
   [[nodiscard]] T* Detach() noexcept { return std::exchange(object_, nullptr); }
+  /// Releases the object; this pointer becomes null.
   void Reset() { *this = Ptr(); }
 
   /// The raw pointer, which may be null. Adds no reference.
@@ -63,7 +68,9 @@ class Ptr {
     if (!object_) ThrowNullInterface<T>();
     return object_;
   }
+  /// As `operator->`.
   T& operator*() const { return *operator->(); }
+  /// Whether this pointer is not null.
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
   /// The raw pointer, after `CheckInterface` has checked the object's run-time type.
@@ -82,15 +89,20 @@ class Ptr {
 template <class T>
 class WeakPtr {
  public:
+  /// Null.
   WeakPtr() noexcept = default;
+  /// Refers to an object, which may be null.
   WeakPtr(T* object) noexcept : object_(object) {}
   WeakPtr(const Ptr<T>& object) noexcept : object_(object.Get()) {}
 
+  /// The raw pointer, which may be null.
   T* Get() const noexcept { return object_; }
+  /// As `Ptr`.
   T* operator->() const {
     if (!object_) ThrowNullInterface<T>();
     return object_;
   }
+  /// Whether this pointer is not null.
   explicit operator bool() const noexcept { return object_ != nullptr; }
   /// As `Ptr::Checked`.
   T* Checked() const { return CheckInterface(object_); }
@@ -119,6 +131,7 @@ Ptr<Target> CastToInterface(const Ptr<Source>& source) {
                            " Desired Interface: " + TypeName<Target>());
 }
 
+/// As above.
 template <class Target, class Source>
 Ptr<Target> CastToInterface(Source* source) {
   return CastToInterface<Target>(Ptr<Source>(source));

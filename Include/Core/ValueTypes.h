@@ -31,10 +31,11 @@ enum class ValueKind : std::uint8_t {
   Error
 };
 
+/// The properties of a type.
 struct ValueTypeTraits {
-  std::string_view name;
-  ValueKind kind;
-  StorageForm form;  ///< the usual form; short texts are stored by value
+  std::string_view name;  ///< as users see it
+  ValueKind kind;         ///< how they are converted, compared and hashed
+  StorageForm form;       ///< the usual form; short texts are stored by value
 };
 
 /// The properties of each type, indexed by its code.
@@ -69,6 +70,7 @@ inline constexpr std::array<ValueTypeTraits, 28> kValueTypes = {{
     {"Reserved", ValueKind::None, StorageForm::Value},
 }};
 
+/// Whether the code is that of a type.
 constexpr bool IsDefined(ValueType type) {
   return static_cast<std::uint32_t>(type) < kValueTypes.size();
 }
@@ -78,6 +80,7 @@ constexpr std::string_view GetValueTypeName(ValueType type) {
   return IsDefined(type) ? kValueTypes[static_cast<std::uint32_t>(type)].name : "";
 }
 
+/// How values of a type are converted, compared and hashed; None for codes above 27.
 constexpr ValueKind KindOf(ValueType type) {
   return IsDefined(type) ? kValueTypes[static_cast<std::uint32_t>(type)].kind : ValueKind::None;
 }

@@ -9,6 +9,7 @@
 
 namespace Core {
 
+/// The type of `Null`.
 struct NullValue {};
 /// The null value: `row.Set("name", Core::Null)`.
 inline constexpr NullValue Null{};
@@ -53,7 +54,9 @@ class Variant : public _VARIANT {
  public:
   /// Unknown: a zeroed record.
   Variant() noexcept : _VARIANT{} {}
+  /// The null value.
   Variant(NullValue) noexcept : _VARIANT(MakeNull()) {}
+  /// A number of the same width, or a Bool.
   template <std::integral T>
   Variant(T value) noexcept
       : _VARIANT(MakeInteger(detail::IntegerType<T>(), static_cast<std::int64_t>(value))) {}
@@ -67,6 +70,7 @@ class Variant : public _VARIANT {
                                   : MakeReference(ValueType::String, MakeString(utf8).Detach())) {}
   Variant(const char* utf8) : Variant(std::string_view(utf8)) {}
   Variant(const std::string& utf8) : Variant(std::string_view(utf8)) {}
+  /// A Uuid.
   Variant(const Data::Structures::_UUID& uuid) noexcept
       : _VARIANT{MakeTag(ValueType::Uuid, StorageForm::Value), {0, 0}} {
     std::memcpy(value, &uuid, sizeof uuid);
@@ -102,7 +106,9 @@ class Variant : public _VARIANT {
     return std::exchange(static_cast<_VARIANT&>(*this), _VARIANT{});
   }
 
+  /// The type of the value.
   ValueType Type() const noexcept { return TypeOf(*this); }
+  /// Whether this is the null value. A null reference of another type is not.
   bool IsNull() const noexcept { return Core::IsNull(*this); }
   /// The value as a C++ type:
   ///   - bool, any integer type (as `ToInt64`, then converted), double or float (as `ToDouble`);

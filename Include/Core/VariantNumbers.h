@@ -10,6 +10,7 @@
 /// Converts a `_VARIANT` to a number. All failures are std::runtime_error.
 namespace Core {
 
+/// The failure of reading a number that is not stored in the record.
 [[noreturn]] inline void ThrowMustBeValue() { throw std::runtime_error("Must be value type!"); }
 
 namespace detail {
@@ -99,8 +100,8 @@ inline double ToDouble(const _VARIANT& variant) {
 
 /// A signed 128-bit integer as two words.
 struct WideInteger {
-  std::int64_t high;
-  std::uint64_t low;
+  std::int64_t high;  ///< the upper half, with the sign
+  std::uint64_t low;  ///< the lower half
   auto operator<=>(const WideInteger&) const = default;
 };
 

@@ -51,7 +51,8 @@ Ptr<Interface> GetTypedObject(const _VARIANT& variant, ValueType type, const cha
 
 }  // namespace detail
 
-/// The typed getters give null for a Null record and for a null address.
+/// The JSON document of a record. The typed getters give null for a Null record and for a null
+/// address.
 /// @throws the two messages that each names, and "Must be reference type! Meaning: Must implement
 ///         Core::IObject interface" for a record that is not in reference form
 inline Ptr<Data::Interfaces::IJsonDocument> GetJsonDocument(const _VARIANT& variant) {
@@ -60,18 +61,21 @@ inline Ptr<Data::Interfaces::IJsonDocument> GetJsonDocument(const _VARIANT& vari
       "Must be json type! Meaning: Must implement Data::IJsonDocument interface",
       "Object does not implement Interfaces::IJsonDocument interface!");
 }
+/// The XML document of a record; see `GetJsonDocument`.
 inline Ptr<Data::Interfaces::IXmlDocument> GetXmlDocument(const _VARIANT& variant) {
   return detail::GetTypedObject<Data::Interfaces::IXmlDocument>(
       variant, ValueType::XmlDocument,
       "Must be xml type! Meaning: Must implement Data::IXmlDocument interface",
       "Object does not implement Interfaces::IXmlDocument interface!");
 }
+/// The date-time of a record; see `GetJsonDocument`.
 inline Ptr<Data::Interfaces::IDateTime> GetDateTime(const _VARIANT& variant) {
   return detail::GetTypedObject<Data::Interfaces::IDateTime>(
       variant, ValueType::DateTime,
       "Must be datetime type! Meaning: Must implement Data::IDateTime interface",
       "Object does not implement Interfaces::IDateTime interface!");
 }
+/// The error of a record; see `GetJsonDocument`.
 inline Ptr<IErrorCode> GetErrorCode(const _VARIANT& variant) {
   return detail::GetTypedObject<IErrorCode>(
       variant, ValueType::ErrorCode,

@@ -17,18 +17,23 @@ namespace Core {
 using Data::Structures::_VARIANT;
 static_assert(sizeof(_VARIANT) == 24 && alignof(_VARIANT) == 8);
 
+/// The longest text, in bytes, that a record itself holds.
 inline constexpr std::size_t kInlineTextCapacity = 16;
 
+/// The tag of a record: the type in its lower half, the storage form in its upper half.
 constexpr std::uint32_t MakeTag(ValueType type, StorageForm form) {
   return static_cast<std::uint32_t>(type) | static_cast<std::uint32_t>(form) << 16;
 }
 
+/// The type of the value.
 constexpr ValueType TypeOf(const _VARIANT& variant) {
   return static_cast<ValueType>(variant.type & 0xFFFF);
 }
+/// Whether the value is stored in this way.
 constexpr bool HasForm(const _VARIANT& variant, StorageForm form) {
   return variant.type >> 16 == static_cast<std::uint32_t>(form);
 }
+/// Whether the record is the null value. A null reference of another type is not.
 constexpr bool IsNull(const _VARIANT& variant) { return TypeOf(variant) == ValueType::Null; }
 
 /// The object of a record in reference form. Null for any other record and for an undefined one,
@@ -60,6 +65,7 @@ inline bool FitsInline(std::string_view text) {
 
 // -- Making records --
 
+/// The null value.
 constexpr _VARIANT MakeNull() { return {MakeTag(ValueType::Null, StorageForm::Value), {0, 0}}; }
 
 /// An integer or Bool.
@@ -68,14 +74,17 @@ constexpr _VARIANT MakeInteger(ValueType type, std::int64_t word) {
   return {MakeTag(type, StorageForm::Value), {static_cast<std::uint64_t>(word), 0}};
 }
 
+/// A Double.
 inline _VARIANT MakeDouble(double value) {
   return {MakeTag(ValueType::Double, StorageForm::Value), {std::bit_cast<std::uint64_t>(value), 0}};
 }
 
+/// A Float.
 inline _VARIANT MakeFloat(float value) {
   return {MakeTag(ValueType::Float, StorageForm::Value), {std::bit_cast<std::uint32_t>(value), 0}};
 }
 
+/// A String in value form.
 /// @pre FitsInline(text)
 inline _VARIANT MakeInlineText(std::string_view text) {
   const char* const begin = text.data();
@@ -107,9 +116,11 @@ inline _VARIANT MakeReference(ValueType type, IObject* object) {
 
 // -- Copying --
 
+/// Adds a reference to the object of a record, if it refers to one.
 inline void AddReferenceOf(const _VARIANT& variant) {
   if (IObject* object = ReferencedObject(variant)) object->AddReference();
 }
+/// Releases a reference to the object of a record, if it refers to one.
 inline void ReleaseReferenceOf(const _VARIANT& variant) {
   if (IObject* object = ReferencedObject(variant)) object->Release();
 }

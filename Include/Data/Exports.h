@@ -224,10 +224,13 @@ LAYERDATA_API Data::Structures::ValueType Data_DetectValueType(const char* text,
 
 // -- Documents --
 
-// Each creates a new document without content, which is not valid.
+/// A new JSON document without content, which is not valid.
 LAYERDATA_API bool Data_CreateJsonDocument(Data::Interfaces::IJsonDocument** out);
+/// A new XML document without content, which is not valid.
 LAYERDATA_API bool Data_CreateXmlDocument(Data::Interfaces::IXmlDocument** out);
+/// A new HTML document without content, which is not valid.
 LAYERDATA_API bool Data_CreateHtmlDocument(Data::Interfaces::IHtmlDocument** out);
+/// A new RTF document without content, which is not valid.
 LAYERDATA_API bool Data_CreateRtfDocument(Data::Interfaces::IRtfDocument** out);
 /// Makes a table from a JSON document: "JsonArray" from an array of objects, "JsonObject" from one
 /// object, or "JsonValue" with the column "Value" from any other value. Nested arrays and objects

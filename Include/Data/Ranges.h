@@ -30,6 +30,7 @@ namespace Data {
 /// A row, kept alive by this object. Columns are given by index, by name or as an `IColumn`.
 class Row {
  public:
+  /// Keeps this row.
   explicit Row(Core::Ptr<Interfaces::IRow> row) : row_(std::move(row)) {}
 
   /// The index in the table, from 0.
@@ -55,6 +56,7 @@ class Row {
     return *Cell(column->GetIndex());
   }
 
+  /// Whether the cell of a column is Null.
   bool IsNull(const auto& column) const { return Core::IsNull((*this)[column]); }
   /// The cell as a C++ value; see `Core::Variant::As`. A std::string_view is valid until the cell
   /// changes.
@@ -80,6 +82,7 @@ class Row {
 
   /// The interface, for everything else.
   Interfaces::IRow* Get() const { return row_.Get(); }
+  /// The interface, for everything else.
   Interfaces::IRow* operator->() const { return row_.operator->(); }
 
  private:

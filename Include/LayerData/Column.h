@@ -31,9 +31,11 @@ class Column : public detail::IndexRange<Column> {
   Column(detail::Handle<ld_table> table, detail::Handle<ld_column> column) noexcept
       : table_(std::move(table)), column_(std::move(column)) {}
 
+  /// The name.
   std::string Name() const { return detail::Ask<const char*>(ld_column_get_name, Get()); }
   /// @throws Error if the table has another column of this name
   void SetName(const std::string& name) { detail::Call(ld_column_set_name, Get(), name.c_str()); }
+  /// The position in the table.
   std::int32_t Index() const { return detail::Ask<std::int32_t>(ld_column_get_index, Get()); }
   /// The type of the value written last; Null if there was none.
   ld_value_type Type() const { return detail::Ask<ld_value_type>(ld_column_get_type, Get()); }
@@ -62,6 +64,7 @@ class Column : public detail::IndexRange<Column> {
   }
 
   ld_column* Get() const noexcept { return column_.Get(); }
+  /// The table that the column belongs to, without a reference added.
   ld_table* GetTable() const noexcept { return table_.Get(); }
 
  private:

@@ -21,6 +21,7 @@ class DateTime {
  public:
   /// 100 nanoseconds.
   using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+  /// The time point of std::chrono.
   using Time = std::chrono::sys_time<Ticks>;
 
   /// 1970-01-01T00:00:00Z
@@ -29,6 +30,7 @@ class DateTime {
   template <class Duration>
   requires std::convertible_to<Duration, Ticks>
   constexpr DateTime(std::chrono::sys_time<Duration> time) noexcept : time_(time) {}
+  /// Midnight at the start of a day.
   constexpr DateTime(std::chrono::year_month_day date) noexcept
       : time_(std::chrono::sys_days(date)) {}
 
@@ -40,11 +42,14 @@ class DateTime {
         detail::Receive<ld_date_time>(ld_create_date_time_from_iso8601, text.c_str());
     return FromObject(parsed.Get());
   }
+  /// The current time.
   static DateTime Now() {
     return FromObject(detail::Receive<ld_date_time>(ld_create_current_date_time).Get());
   }
 
+  /// The same point in time for std::chrono.
   constexpr Time ToSysTime() const noexcept { return time_; }
+  /// As `ToSysTime`.
   constexpr operator Time() const noexcept { return time_; }
   /// The calendar day.
   constexpr std::chrono::year_month_day Date() const noexcept {
@@ -55,13 +60,18 @@ class DateTime {
     return std::chrono::hh_mm_ss(time_ - std::chrono::floor<std::chrono::days>(time_));
   }
 
+  /// Moves it by a duration.
   constexpr DateTime& operator+=(Ticks ticks) noexcept {
     time_ += ticks;
     return *this;
   }
+  /// Moves it back by a duration.
   constexpr DateTime& operator-=(Ticks ticks) noexcept { return *this += -ticks; }
+  /// A later time.
   friend constexpr DateTime operator+(DateTime time, Ticks ticks) noexcept { return time += ticks; }
+  /// An earlier time.
   friend constexpr DateTime operator-(DateTime time, Ticks ticks) noexcept { return time -= ticks; }
+  /// The duration between two times.
   friend constexpr Ticks operator-(DateTime left, DateTime right) noexcept {
     return left.time_ - right.time_;
   }
@@ -80,6 +90,7 @@ class DateTime {
     detail::Call(ld_date_time_add_ticks, object.Get(), (time_ - k1601).count());
     return object;
   }
+  /// The value of a date-time of the C interface.
   static DateTime FromObject(ld_date_time* object) {
     const auto ticks = detail::Ask<std::uint64_t>(ld_date_time_get_file_time, object);
     return DateTime(k1601 + Ticks(static_cast<std::int64_t>(ticks)));

@@ -15,6 +15,7 @@ namespace layerdata {
 /// the value 'tall' is not a number". Lack of memory in the library is an `Error` of code 2, too.
 class Error : public std::runtime_error {
  public:
+  /// A failure with its message.
   explicit Error(const std::string& message, std::uint32_t code = 2)
       : runtime_error(message), code_(code) {}
 

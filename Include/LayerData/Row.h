@@ -35,6 +35,7 @@ class Cell : public Readable<Cell> {
   const ld_variant& Record() const {
     return *detail::Ask<ld_variant*>(ld_row_get_cell_at, row_.Get(), column_);
   }
+  /// As `Readable::As`, but a failure names the column and the row.
   template <class T>
   T Converted() const {
     try {
@@ -82,6 +83,8 @@ class Row {
  public:
   explicit Row(detail::Handle<ld_row> row) noexcept : row_(std::move(row)) {}
 
+  /// The cell of a column.
+  /// @throws Error "There is no column 'name'!"
   Cell operator[](std::string_view name) const {
     const auto column = detail::ColumnNamed(ld_row_get_column_by_name, Get(), name);
     return Cell(row_, detail::Ask<std::int32_t>(ld_column_get_index, column.Get()));
@@ -99,6 +102,7 @@ class Row {
     return (*this)[key].template As<T>();
   }
 
+  /// The number of cells.
   std::int64_t Size() const { return detail::Ask<std::int64_t>(ld_row_get_cell_count, Get()); }
   /// The position in the table; -1 for a row that is in none.
   std::int64_t Index() const { return detail::Ask<std::int32_t>(ld_row_get_index, Get()); }

@@ -19,6 +19,7 @@ namespace layerdata {
 /// it. Attributes without a function here are set through `Get` and the C interface.
 class Schema {
  public:
+  /// A schema without columns, with a new identifier.
   explicit Schema(const std::string& title, const std::string& description = {}) {
     ld_uuid uuid;
     detail::Call(ld_new_uuid, &uuid);
@@ -38,14 +39,19 @@ class Schema {
   /// Double.
   static Schema Infer(const Table& table, const std::string& title = "Table");
 
+  /// Adds a column, or replaces the attributes of the one with this name.
+  /// @param width     the maximum number of characters; -1 for no limit
+  /// @param decimals  the maximum number of decimals; -1 for no limit
   void AddColumn(const std::string& name, ld_value_type type, std::int32_t width = 0,
                  std::int32_t decimals = 0) {
     detail::Call(ld_schema_add_column, Get(), name.c_str(), type, width, decimals);
   }
+  /// Sets whether values of a column may be Null.
   void SetNullable(const std::string& name, bool isNullable) {
     detail::Call(ld_schema_set_nullable, Get(), name.c_str(), isNullable);
   }
 
+  /// The names of the columns, in their order.
   std::vector<std::string> ColumnNames() const {
     const auto list = detail::Receive<ld_object_list>(ld_schema_get_column_names, Get());
     const auto count = detail::Ask<std::uint64_t>(ld_object_list_get_count, list.Get());
@@ -57,12 +63,16 @@ class Schema {
     }
     return names;
   }
+  /// The type of a column.
+  /// @throws Error for a name that does not exist, as do the following
   ld_value_type TypeOf(const std::string& name) const {
     return detail::Ask<ld_value_type>(ld_schema_get_type, Get(), name.c_str());
   }
+  /// The maximum number of characters; -1 for no limit.
   std::int32_t WidthOf(const std::string& name) const {
     return detail::Ask<std::int32_t>(ld_schema_get_width, Get(), name.c_str());
   }
+  /// Whether values of a column may be Null.
   bool IsNullable(const std::string& name) const {
     return detail::Ask<bool>(ld_schema_get_nullable, Get(), name.c_str());
   }

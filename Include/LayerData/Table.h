@@ -78,13 +78,17 @@ class Table {
 
   // -- Columns --
 
+  /// The columns, as a random-access view.
   layerdata::Columns Columns() const { return layerdata::Columns(table_); }
+  /// The number of columns.
   std::int64_t ColumnCount() const {
     return detail::Ask<std::int64_t>(ld_table_get_column_count, Get());
   }
+  /// Whether there is a column of this name. Names are compared byte by byte.
   bool HasColumn(std::string_view name) const {
     return detail::Ask<bool>(ld_table_has_column, Get(), std::string(name).c_str());
   }
+  /// The column of this name.
   /// @throws Error "There is no column 'name'!"
   Column operator[](std::string_view name) const {
     return Column(table_, detail::ColumnNamed(ld_table_get_column_by_name, Get(), name));
@@ -103,14 +107,18 @@ class Table {
     for (const Row row : Rows()) row[column] = Value(std::invoke(compute, row));
     return column;
   }
+  /// Removes a column and its cells.
   void RemoveColumn(const std::string& name) {
     detail::Call(ld_table_remove_column, Get(), name.c_str());
   }
 
   // -- Rows --
 
+  /// The rows, as a random-access view.
   layerdata::Rows Rows() const { return layerdata::Rows(table_); }
+  /// The number of rows.
   std::int64_t RowCount() const { return detail::Ask<std::int64_t>(ld_table_get_row_count, Get()); }
+  /// The row at a position.
   /// @throws Error "There is no row 7: there are 5."
   Row operator[](std::integral auto index) const {
     return Rows()[detail::CheckIndex(index, RowCount(), "row")];
@@ -126,6 +134,7 @@ class Table {
   Row AddRow(std::initializer_list<Value> values) {
     return AddRow(std::span(values.begin(), values.size()));
   }
+  /// Removes a row. The positions of the rows after it decrease by one.
   void RemoveRow(std::int64_t index) { detail::Call(ld_table_remove_row, Get(), index); }
 
   auto begin() const { return Rows().begin(); }

@@ -31,6 +31,7 @@ class Text {
     view_ = {utf8, detail::Ask<std::uint64_t>(ld_string_get_length, string_.Get())};
   }
 
+  /// Decodes UTF-16.
   static Text FromUtf16(std::u16string_view text) { return Text(Wide(text)); }
   /// Decodes text of a code page, such as 1252. An unknown code page gives the empty text.
   static Text FromCodePage(std::string_view bytes, std::uint32_t codePage) {
@@ -40,6 +41,7 @@ class Text {
     return Text(std::move(string));
   }
 
+  /// Encodes the text in UTF-16.
   std::u16string ToUtf16() const {
     const detail::Handle<ld_string> string = New();
     detail::Call(ld_string_set_utf8, string.Get(), view_.data(), std::uint64_t{view_.size()});
@@ -55,12 +57,17 @@ class Text {
     return {bytes, detail::Ask<std::uint64_t>(ld_string_get_length, string.Get())};
   }
 
+  /// The text, valid as long as this object or a copy.
   std::string_view View() const noexcept { return view_; }
+  /// As `View`.
   operator std::string_view() const noexcept { return view_; }
+  /// A copy of the text.
   std::string ToString() const { return std::string(view_); }
   /// Zero-terminated.
   const char* CStr() const noexcept { return view_.data(); }
+  /// The length in bytes.
   std::size_t Size() const noexcept { return view_.size(); }
+  /// Whether the length is 0.
   bool IsEmpty() const noexcept { return view_.empty(); }
 
   friend bool operator==(const Text& left, const Text& right) noexcept {

@@ -29,10 +29,15 @@ namespace layerdata {
 template <class Self>
 class Readable {
  public:
+  /// The type of the value.
   ld_value_type Type() const { return static_cast<ld_value_type>(detail::TypeOf(Read())); }
+  /// Whether there is no value: Null, or Unknown.
   bool IsNull() const { return detail::IsNull(Read()); }
+  /// Whether it is a String.
   bool IsText() const { return detail::IsText(Read()); }
+  /// Whether it is an integer that 64 bits hold, or a real number.
   bool IsNumber() const { return detail::NumberOf(Read()).kind != detail::Number::Kind::None; }
+  /// Whether there is a value.
   explicit operator bool() const { return !IsNull(); }
 
   /// The value as a C++ value: an integer, a real number, bool, std::string (the display text of
@@ -57,6 +62,7 @@ class Readable {
     return out << value.ToText();
   }
 
+  /// The record of the C interface, valid until the value changes.
   const ld_variant& Read() const { return static_cast<const Self*>(this)->Record(); }
 };
 
@@ -65,8 +71,11 @@ class Value : public Readable<Value> {
  public:
   /// Null.
   Value() noexcept : record_{LD_VALUE_TYPE_NULL, {0, 0}} {}
+  /// Null.
   Value(std::nullopt_t) noexcept : Value() {}
+  /// Null.
   Value(std::nullptr_t) noexcept : Value() {}
+  /// Bool.
   Value(std::same_as<bool> auto truth) noexcept : record_{LD_VALUE_TYPE_BOOL, {truth, 0}} {}
   /// Int64; UInt64 above its range.
   template <detail::Integer Integer>
@@ -74,6 +83,7 @@ class Value : public Readable<Value> {
       : record_{std::in_range<std::int64_t>(number) ? std::uint32_t{LD_VALUE_TYPE_INT64}
                                                     : std::uint32_t{LD_VALUE_TYPE_UINT64},
                 {static_cast<std::uint64_t>(number), 0}} {}
+  /// Double.
   Value(std::floating_point auto number) noexcept : record_{LD_VALUE_TYPE_DOUBLE, {0, 0}} {
     const auto real = static_cast<double>(number);
     std::memcpy(record_.value, &real, sizeof real);
@@ -84,13 +94,18 @@ class Value : public Readable<Value> {
   }
   Value(const std::string& text) : Value(std::string_view(text)) {}
   Value(const char* text) : Value(std::string_view(text ? text : "")) {}
+  /// DateTime.
   Value(const DateTime& time) : record_{} { TakeObject(time.ToObject().Get()); }
+  /// DateTime.
   template <class Duration>
   requires std::convertible_to<Duration, DateTime::Ticks> Value(
       std::chrono::sys_time<Duration> time)
       : Value(DateTime(time)) {}
+  /// JsonDocument, which is shared.
   Value(const Json& json) : record_{} { TakeObject(json.Get()); }
+  /// Uuid.
   Value(const ld_uuid& uuid) : record_{} { detail::Call(ld_variant_from_uuid, &uuid, &record_); }
+  /// Null if there is no value.
   template <class T>
   Value(const std::optional<T>& value) : Value() {
     if (value) *this = Value(*value);
@@ -111,7 +126,9 @@ class Value : public Readable<Value> {
   }
   ~Value() { ld_variant_clear(&record_); }
 
+  /// The record of the C interface, valid until the value changes.
   const ld_variant& Record() const noexcept { return record_; }
+  /// As `As`.
   template <class T>
   T Converted() const {
     return detail::Convert<T>(record_);
@@ -124,10 +141,12 @@ class Value : public Readable<Value> {
   ld_variant record_;
 };
 
+/// Compares values and cells by what they are; see `Readable`.
 template <class Left, class Right>
 std::partial_ordering operator<=>(const Readable<Left>& left, const Readable<Right>& right) {
   return detail::CompareRecords(left.Read(), right.Read());
 }
+/// Whether they are equal; unordered values are not.
 template <class Left, class Right>
 bool operator==(const Readable<Left>& left, const Readable<Right>& right) {
   return (left <=> right) == 0;

@@ -78,10 +78,10 @@ typedef struct ld_variant {
 
 /// A 128-bit identifier in 16 bytes; the integers are little-endian.
 typedef struct ld_uuid {
-  uint32_t data1;
-  uint16_t data2;
-  uint16_t data3;
-  uint8_t data4[8];
+  uint32_t data1;    ///< the first 8 digits of the text
+  uint16_t data2;    ///< the next 4
+  uint16_t data3;    ///< the next 4
+  uint8_t data4[8];  ///< the last 16, two for each byte
 } ld_uuid;
 
 /// Adds a reference to any object; null does nothing.
@@ -625,16 +625,22 @@ LD_API bool ld_date_time_get_week_of_year(ld_date_time* self, int32_t* result, l
 /// 1 to 366.
 LD_API bool ld_date_time_get_day_of_year(ld_date_time* self, int32_t* result, ld_error** error);
 
+/// Sets the year.
 LD_API bool ld_date_time_set_year(ld_date_time* self, uint16_t year, ld_error** error);
 
+/// Sets the month.
 LD_API bool ld_date_time_set_month(ld_date_time* self, uint16_t month, ld_error** error);
 
+/// Sets the day.
 LD_API bool ld_date_time_set_day(ld_date_time* self, uint16_t day, ld_error** error);
 
+/// Sets the hour.
 LD_API bool ld_date_time_set_hour(ld_date_time* self, uint16_t hour, ld_error** error);
 
+/// Sets the minute.
 LD_API bool ld_date_time_set_minute(ld_date_time* self, uint16_t minute, ld_error** error);
 
+/// Sets the second.
 LD_API bool ld_date_time_set_second(ld_date_time* self, uint16_t second, ld_error** error);
 
 /// Sets the fraction of the second. Stored as whole milliseconds in 16 bits, rounded toward zero.
@@ -650,12 +656,16 @@ LD_API bool ld_date_time_add_months(ld_date_time* self, int32_t months, ld_error
 /// Adds 24 hours per day; the 32-bit product wraps.
 LD_API bool ld_date_time_add_days(ld_date_time* self, int32_t days, ld_error** error);
 
+/// Adds hours, rounded toward zero to whole ticks and limited to 64 bits. NaN adds nothing.
 LD_API bool ld_date_time_add_hours(ld_date_time* self, double hours, ld_error** error);
 
+/// Adds minutes as `ld_date_time_add_hours` does.
 LD_API bool ld_date_time_add_minutes(ld_date_time* self, double minutes, ld_error** error);
 
+/// Adds seconds as `ld_date_time_add_hours` does.
 LD_API bool ld_date_time_add_seconds(ld_date_time* self, double seconds, ld_error** error);
 
+/// Adds milliseconds as `ld_date_time_add_hours` does.
 LD_API bool ld_date_time_add_milliseconds(ld_date_time* self, double milliseconds,
                                           ld_error** error);
 
@@ -1181,29 +1191,35 @@ LD_API bool ld_rtf_document_is_valid(ld_rtf_document* self, bool* result, ld_err
 /// in a default value has its own thread rule (see `ld_string`). Take `ld_object_lock` around
 /// shared use. Reference counting is atomic.
 
-/// True for an empty list.
+/// Whether the column has a list of allowed values, which may be empty.
 LD_API bool ld_schema_has_allowed_values(ld_schema* self, const char* name, bool* result,
                                          ld_error** error);
 
+/// Whether the column has a default value.
 LD_API bool ld_schema_has_default_value(ld_schema* self, const char* name, bool* result,
                                         ld_error** error);
 
+/// Whether the column has an expression for changes.
 LD_API bool ld_schema_has_update_expression(ld_schema* self, const char* name, bool* result,
                                             ld_error** error);
 
+/// Whether the column has an expression for new features.
 LD_API bool ld_schema_has_insert_expression(ld_schema* self, const char* name, bool* result,
                                             ld_error** error);
 
+/// Whether the column has a unit.
 LD_API bool ld_schema_has_unit(ld_schema* self, const char* name, bool* result, ld_error** error);
 
+/// The title of the layer.
 LD_API bool ld_schema_get_title(ld_schema* self, const char** result, ld_error** error);
 
-/// Null changes nothing.
+/// Sets the title; null changes nothing.
 LD_API bool ld_schema_set_title(ld_schema* self, const char* title, ld_error** error);
 
+/// What the layer is about.
 LD_API bool ld_schema_get_description(ld_schema* self, const char** result, ld_error** error);
 
-/// Null changes nothing.
+/// Sets the description; null changes nothing.
 LD_API bool ld_schema_set_description(ld_schema* self, const char* description, ld_error** error);
 
 /// A new list with the column names (`ld_string`) in column order. The caller releases it.
@@ -2054,12 +2070,16 @@ LD_API bool ld_convert_table_to_csv(ld_table* table, const char* separator, ld_s
 LD_API bool ld_detect_value_type(const char* text, uint64_t size, ld_value_type* result,
                                  ld_error** error);
 
+/// A new JSON document without content, which is not valid.
 LD_API bool ld_create_json_document(ld_json_document** out, ld_error** error);
 
+/// A new XML document without content, which is not valid.
 LD_API bool ld_create_xml_document(ld_xml_document** out, ld_error** error);
 
+/// A new HTML document without content, which is not valid.
 LD_API bool ld_create_html_document(ld_html_document** out, ld_error** error);
 
+/// A new RTF document without content, which is not valid.
 LD_API bool ld_create_rtf_document(ld_rtf_document** out, ld_error** error);
 
 /// Makes a table from a JSON document: "JsonArray" from an array of objects, "JsonObject" from one

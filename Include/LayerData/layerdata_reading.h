@@ -5,8 +5,8 @@
 /// layerdata.h, whose rules hold here.
 ///
 /// Options. A record of options begins with its size, which the caller sets to `sizeof` the record.
-/// Everything else may stay zero, which is the default: `ld_csv_read_options o = {sizeof o};`. A
-/// null pointer means all defaults. Records of older and newer versions of this header are
+/// Everything else may stay zero, which is the default: `ld_csv_read_options o = {.size = sizeof
+/// o};`. A null pointer means all defaults. Records of older and newer versions of this header are
 /// accepted. Fails with "The size of the options is wrong!" and "The options ask for something that
 /// this version does not know!".
 
@@ -29,7 +29,8 @@ enum {
   /// As `ld_parse_csv` does it: the lines before the first one that is as wide as the widest of the
   /// first 100 lines are dropped. That line is the header if all its values are text or empty.
   LD_HEADER_LINE_DETECT = 0,
-  /// The first line names the columns. No line is dropped.
+  /// The first line names the columns; names lose the quotes around them, as values do. No line is
+  /// dropped.
   LD_HEADER_LINE_YES = 1,
   /// There is no header. No line is dropped. The columns are "Column 1", "Column 2" and so on, as
   /// many as the widest of the first 100 lines has values.
@@ -55,8 +56,8 @@ typedef struct ld_csv_read_options {
   /// UTF-16BE, 65001: UTF-8, or a code page such as 1252. Fails with "The code page %d is
   /// unknown!".
   uint32_t code_page;
-  ld_header_line header;
-  ld_long_lines long_lines;
+  ld_header_line header;     ///< which line names the columns
+  ld_long_lines long_lines;  ///< what to do with lines that have too many values
   /// The number of threads, the calling one included; more than 256 count as 256. 1: only the
   /// calling thread. 0: as many as the process may use, at most 16, for a text of 4 MB and more,
   /// and 1 below. The table does not depend on it.
@@ -66,15 +67,16 @@ typedef struct ld_csv_read_options {
   /// empty value is Null. A name may be given with or without the quotes that it has in the header.
   /// Fails with "The text has no column %s!".
   const char* const* text_columns;
-  uint64_t text_column_count;
+  uint64_t text_column_count;  ///< how many names there are
   /// Reading ends after this many rows; what follows is not looked at. 0: no limit.
   uint64_t max_rows;
   /// Null for none. Counts bytes of text.
   ld_progress progress;
-  void* progress_context;
+  void* progress_context;  ///< passed to `progress`
   /// Whether all columns are text columns.
   bool all_text;
-  /// Whether names lose the quotes around them, as values do.
+  /// Whether names that are detected lose the quotes around them, as values do. With
+  /// `LD_HEADER_LINE_YES` they always do.
   bool unquote_names;
 } ld_csv_read_options;
 
@@ -114,6 +116,58 @@ LD_API bool ld_csv_read(const void* data, uint64_t size, const ld_csv_read_optio
 /// @param path  UTF-8
 LD_API bool ld_csv_read_file(const char* path, const ld_csv_read_options* options, ld_table** table,
                              ld_read_report** report, ld_error** error);
+
+/// The form of a JSON text.
+typedef uint32_t ld_json_form;
+enum {
+  /// Lines if the text begins with an object and goes on after it, otherwise a document.
+  LD_JSON_FORM_DETECT = 0,
+  LD_JSON_FORM_DOCUMENT = 1,  ///< one value
+  LD_JSON_FORM_LINES = 2,     ///< an object on each line; empty lines are left out
+};
+
+/// How to read JSON. The defaults read a document as `ld_json_to_table` does.
+typedef struct ld_json_read_options {
+  uint64_t size;  ///< of this record
+  /// As in `ld_csv_read_options`.
+  uint32_t code_page;
+  ld_json_form form;  ///< a document or lines
+  /// Names of columns whose strings, numbers and Bools are text as written: no string is read as a
+  /// date-time. Null stays Null, an array or object a JsonDocument. A name that no object has is no
+  /// failure.
+  const char* const* text_columns;
+  uint64_t text_column_count;  ///< how many names there are
+  /// As in `ld_csv_read_options`.
+  uint64_t max_rows;
+  /// Null for none. Counts bytes of text.
+  ld_progress progress;
+  void* progress_context;  ///< passed to `progress`
+  /// As in `ld_csv_read_options`. A document is read by the calling thread.
+  uint32_t thread_count;
+  /// Whether all columns are text columns.
+  bool all_text;
+} ld_json_read_options;
+
+/// Reads JSON: an array of objects, one object or another value as `ld_json_to_table` does, or
+/// lines of objects, which make a table "JsonLines". The text ends at its first zero byte.
+/// @param data     need not be zero-terminated
+/// @param size     in bytes; 0 fails as for `ld_csv_read`
+/// @param options  null for the defaults
+/// @param table    receives a new table
+/// @param report   receives a report; null if none is wanted
+///
+/// Fails as `ld_json_to_table`, with the line behind the message:
+///   - "JsonDocument content is not valid (line %d)";
+///   - "Object in the array is not of the type object! Data structure is inconsistent across array!
+///     (line %d)";
+///   - "Unsupported variant type (line %d)" for an integer above 2^63 - 1;
+///   - "Table %s must contain at least one column before you insert new row! (line %d)".
+LD_API bool ld_json_read(const void* data, uint64_t size, const ld_json_read_options* options,
+                         ld_table** table, ld_read_report** report, ld_error** error);
+/// As `ld_json_read`, from a file. Fails with `Cannot read "PATH": ` and the system's reason.
+/// @param path  UTF-8
+LD_API bool ld_json_read_file(const char* path, const ld_json_read_options* options,
+                              ld_table** table, ld_read_report** report, ld_error** error);
 
 /// The separator of the values; "" for JSON.
 LD_API bool ld_read_report_get_separator(ld_read_report* self, const char** result,

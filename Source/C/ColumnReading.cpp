@@ -5,7 +5,6 @@
 
 #include "C/Utf8.h"
 #include "Core/ExactCast.h"
-#include "Data/Interfaces/IArray.h"
 #include "Data/Interfaces/IColumn.h"
 #include "Data/Interfaces/IRow.h"
 #include "Tables/NameOf.h"
@@ -104,13 +103,6 @@ struct PlainText {
   bool isPlain = false;
 };
 
-/// The ticks of a DateTime that is no null reference.
-std::uint64_t TicksOf(const _VARIANT& cell) {
-  if (auto* const own = ExactCast<impl::DateTimeImpl>(Core::ReferencedObject(cell)))
-    return own->GetFileTime();
-  return Core::GetDateTime(cell)->GetFileTime();
-}
-
 }  // namespace
 
 // -- Analysis --
@@ -207,9 +199,9 @@ struct Conversions {
 };
 
 /// Appends the bytes of cells. Returns false for one that the format cannot hold.
-class BytesOf {
+class ByteWriter {
  public:
-  BytesOf(ColumnBuffers& buffers, bool isLossy) : bytes_(buffers.bytes), isLossy_(isLossy) {
+  ByteWriter(ColumnBuffers& buffers, bool isLossy) : bytes_(buffers.bytes), isLossy_(isLossy) {
     isText_ = buffers.format == ColumnFormat::Text;
   }
 
@@ -219,11 +211,8 @@ class BytesOf {
     if (TypeOf(cell) == ValueType::String) return AppendBytes(Core::GetStringView(cell));
     if (TypeOf(cell) != ValueType::Array) return false;
     const auto array = Core::GetObject<Interfaces::IArray>(cell);
-    const std::uint64_t size = array->GetSize();
-    // Null also for a range that is not within the bytes.
-    const void* const data = array->GetPointer(0, size, nullptr);
-    if (!data) return size == 0;
-    return AppendBytes({static_cast<const char*>(data), static_cast<std::size_t>(size)});
+    const auto bytes = BytesOf(*array);
+    return bytes && AppendBytes(*bytes);
   }
 
  private:
@@ -291,7 +280,7 @@ void ColumnBuffers::Append(const ColumnCells& cells, std::size_t first, std::siz
     case ColumnFormat::Binary:
       break;
   }
-  BytesOf writer(*this, isLossy);
+  ByteWriter writer(*this, isLossy);
   offsets.resize(offsets.size() + count);
   ForEachCell(*this, cells, first, count, [&](std::size_t at, const _VARIANT* cell) {
     const bool isStored = !cell || writer.Append(*cell);

@@ -5,8 +5,10 @@
 #include <charconv>
 #include <cmath>
 
+#include "Core/ExactCast.h"
 #include "Core/VariantConversions.h"
 #include "DateTime/Calendar.h"
+#include "DateTime/DateTimeImpl.h"
 
 namespace Data::c {
 
@@ -132,6 +134,12 @@ constexpr std::int64_t FloorRest(std::int64_t value, std::int64_t divisor) {
 
 }  // namespace
 
+std::uint64_t TicksOf(const _VARIANT& cell) {
+  if (auto* const own = Core::ExactCast<impl::DateTimeImpl>(Core::ReferencedObject(cell)))
+    return own->GetFileTime();
+  return Core::GetDateTime(cell)->GetFileTime();
+}
+
 Microseconds MicrosecondsOf(std::uint64_t ticks) {
   const auto count = static_cast<std::int64_t>(ticks);
   const std::int64_t rest = FloorRest(count, kTicksPerMicrosecond);
@@ -152,12 +160,21 @@ bool IsNoon(std::uint64_t ticks) {
   return FloorRest(static_cast<std::int64_t>(ticks), impl::kTicksPerDay) == impl::kTicksPerDay / 2;
 }
 
-// -- Texts --
+// -- Bytes and texts --
+
+std::optional<std::string_view> BytesOf(Interfaces::IArray& array) {
+  const std::uint64_t size = array.GetSize();
+  // Null also for a range that is not within the bytes.
+  const void* const data = array.GetPointer(0, size, nullptr);
+  if (!data && size != 0) return std::nullopt;
+  return std::string_view(static_cast<const char*>(data), static_cast<std::size_t>(size));
+}
 
 std::string ExactText(const _VARIANT& cell) {
   if (const auto integer = Integer::Of(cell)) return integer->Text();
   char digits[32];
   const auto shortest = [&](auto real) {
+    if (std::isnan(real)) return std::string("nan");  // whatever its sign
     return std::string(digits, std::to_chars(digits, digits + sizeof digits, real).ptr);
   };
   if (TypeOf(cell) == ValueType::Float && HasForm(cell, Core::StorageForm::Value))

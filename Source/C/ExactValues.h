@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Core/VariantRecord.h"
+#include "Data/Interfaces/IArray.h"
 
 /// Conversions of values that lose nothing, or say so.
 namespace Data::c {
@@ -49,6 +51,10 @@ std::optional<double> ExactDouble(const Structures::_VARIANT& cell);
 /// As `ExactDouble`, but an integer that no double holds is rounded to the nearest.
 std::optional<double> NearestDouble(const Structures::_VARIANT& cell);
 
+/// The ticks of a DateTime that is no null reference.
+/// @throws what `Core::GetDateTime` throws
+std::uint64_t TicksOf(const Structures::_VARIANT& cell);
+
 /// A point in time.
 struct Microseconds {
   std::int64_t value;  ///< since 1970-01-01T00:00:00Z, rounded down
@@ -61,6 +67,10 @@ Microseconds MicrosecondsOf(std::uint64_t ticks);
 std::optional<std::uint64_t> TicksOfMicroseconds(std::int64_t value);
 /// Whether the time of day is noon, as that of a date that was read without a time.
 bool IsNoon(std::uint64_t ticks);
+
+/// All bytes of an array, while it is held and unchanged. Nothing if it does not know how many it
+/// has, because bytes were appended to elements of several bytes.
+std::optional<std::string_view> BytesOf(Interfaces::IArray& array);
 
 /// The text of a value: its display text, except that the text of a number is exact. Doubles have
 /// the fewest digits that read back as the same double.

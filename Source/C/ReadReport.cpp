@@ -21,27 +21,46 @@ ReadReport::ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed)
       rowCount(result.table->RowCount()),
       droppedLines(std::move(result.preamble)),
       longLines(std::move(result.longLines)) {
-  for (std::size_t i = 0; i < result.changes.size(); ++i)
+  TakeChanges(*result.table, result.changes);
+}
+
+ReadReport::ReadReport(impl::JsonTableResult& result, std::uint64_t lines,
+                       std::uint32_t codePageUsed)
+    : codePage(codePageUsed),
+      columnCount(result.table->ColumnCount()),
+      lineCount(lines),
+      rowCount(result.table->RowCount()) {
+  TakeChanges(*result.table, result.changes);
+}
+
+void ReadReport::TakeChanges(const impl::TableImpl& table,
+                             std::vector<impl::ColumnChanges>& byColumn) {
+  for (std::size_t i = 0; i < byColumn.size(); ++i)
     for (std::size_t kind = 0; kind < impl::kTextChanges; ++kind)
-      if (auto& texts = result.changes[i][kind]; texts.count != 0)
-        changes.push_back({result.table->Header().Columns()[i]->Name(),
-                           static_cast<impl::TextChange>(kind), std::move(texts)});
+      if (auto& texts = byColumn[i][kind]; texts.count != 0)
+        changes.push_back({table.Header().Columns()[i]->Name(), static_cast<impl::TextChange>(kind),
+                           std::move(texts)});
 }
 
 namespace {
 
-const char* Describe(impl::TextChange kind) {
+/// What happened to one value, and to several.
+struct Description {
+  const char *one, *several;
+};
+
+Description Describe(impl::TextChange kind) {
   switch (kind) {
     case impl::TextChange::LeadingZeros:
-      return "lost leading zeros";
+      return {"value lost leading zeros", "values lost leading zeros"};
     case impl::TextChange::NumberForm:
-      return "are numbers written in another form";
+      return {"number is not in its shortest form", "numbers are not in their shortest form"};
     case impl::TextChange::Quotes:
-      return "lost quotes";
+      return {"value lost quotes", "values lost quotes"};
     case impl::TextChange::DateWithoutTime:
-      return "are dates, which were read as noon";
+      return {"date was read as noon of its day", "dates were read as noon of their days"};
     default:
-      return "were read as date-times";
+      return {"value was read as a date-time", "values were read as date-times"};
   }
 }
 
@@ -50,9 +69,12 @@ std::string DescribeDroppedLine(std::uint64_t line, const std::string& text) {
 }
 
 std::string DescribeChange(const ReadReport::Change& change) {
-  return "Column " + change.column + ": " + std::to_string(change.texts.count) + " values " +
-         Describe(change.kind) + ", first at line " + std::to_string(change.texts.firstLine) +
-         ": " + change.texts.firstText;
+  const auto& [count, firstLine, firstText] = change.texts;
+  const Description description = Describe(change.kind);
+  return "Column " + change.column + ": " + std::to_string(count) + " " +
+         (count == 1 ? description.one : description.several) +
+         (count == 1 ? ", at line " : ", first at line ") + std::to_string(firstLine) + ": " +
+         firstText;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Core/ObjectBase.h"
+#include "Documents/JsonToTable.h"
 #include "LayerData/layerdata.h"
 #include "Tables/Csv/CsvReader.h"
 #include "Tables/TextChanges.h"
@@ -19,8 +20,9 @@ struct ReadReport final : Core::ObjectBase<Core::IObject> {
     impl::ChangedTexts texts;
   };
 
-  /// Takes the changes out of the result.
+  // Both take the notes out of the result.
   ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed);
+  ReadReport(impl::JsonTableResult& result, std::uint64_t lines, std::uint32_t codePageUsed);
 
   std::uint64_t ProblemCount() const {
     return droppedLines.size() + longLines.size() + changes.size();
@@ -29,12 +31,15 @@ struct ReadReport final : Core::ObjectBase<Core::IObject> {
   std::string Problem(std::uint64_t index) const;
 
   std::string separator;
-  bool hasHeader;
+  bool hasHeader = false;
   std::uint32_t codePage;
   std::uint64_t columnCount, lineCount, rowCount;
   std::vector<std::string> droppedLines;
   std::vector<impl::LongLine> longLines;
   std::vector<Change> changes;
+
+ private:
+  void TakeChanges(const impl::TableImpl& table, std::vector<impl::ColumnChanges>& byColumn);
 };
 
 }  // namespace Data::c

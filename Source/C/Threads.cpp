@@ -4,7 +4,6 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
-#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -53,6 +52,11 @@ class Job {
   const std::function<void(std::size_t)>& part_;
 };
 
+/// Not a runtime_error, to which readers add where in the text it happened.
+struct Cancellation final : std::exception {
+  const char* what() const noexcept override { return "The operation was cancelled!"; }
+};
+
 }  // namespace
 
 Threads::Threads(std::uint32_t count, Progress progress)
@@ -94,8 +98,7 @@ void Threads::Advance(std::size_t done) {
 void Threads::Finish() { Report(total_); }
 
 void Threads::Report(std::uint64_t done) {
-  if (progress_.call && !progress_.call(progress_.context, done, total_))
-    throw std::runtime_error("The operation was cancelled!");
+  if (progress_.call && !progress_.call(progress_.context, done, total_)) throw Cancellation();
 }
 
 }  // namespace Data::c

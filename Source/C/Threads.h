@@ -42,7 +42,7 @@ class Threads final : public Core::Parts {
   void Start(std::uint64_t total);
   void Advance(std::size_t done) override;
   /// The job is done: calls the progress function for the last time.
-  /// @throws std::runtime_error "The operation was cancelled!", as `Advance`
+  /// @throws std::exception "The operation was cancelled!", as `Advance`
   void Finish();
 
  private:

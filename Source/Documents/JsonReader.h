@@ -16,7 +16,8 @@ bool ReadDouble(std::string_view number, double& value);
 
 /// Adapts the reader's events for a handler: converts numbers, which the reader passes as text, and
 /// takes strings from the stream. A handler sees only Null, Bool, Int64, Uint64 (above 2^63 - 1),
-/// Double (finite), String, Key, StartObject, EndObject, StartArray and EndArray.
+/// Double (finite), String, Key, StartObject, EndObject, StartArray and EndArray. One that has a
+/// `NumberText` receives the text of each number before its value.
 template <class Handler>
 class JsonEvents : public rapidjson::BaseReaderHandler<> {
  public:
@@ -40,6 +41,7 @@ class JsonEvents : public rapidjson::BaseReaderHandler<> {
 
  private:
   bool Number(std::string_view number) {
+    if constexpr (requires { handler_.NumberText(number); }) handler_.NumberText(number);
     const char* const end = number.data() + number.size();
     std::int64_t integer = 0;
     const auto signedResult = std::from_chars(number.data(), end, integer);
@@ -57,17 +59,41 @@ class JsonEvents : public rapidjson::BaseReaderHandler<> {
   Handler& handler_;
 };
 
-/// Parses exactly one JSON value with optional white space around it: no comments, no trailing
-/// commas, no NaN. Nested values take no stack. The handler may throw.
-/// @param text  as `JsonTextOf` returns it: followed by a zero byte
-/// @return false if the text is not JSON or the handler returned false
+/// Parses JSON values one after another: no comments, no trailing commas, no NaN. Nested values
+/// take no stack. The handler may throw.
+template <class Handler>
+class JsonParser {
+ public:
+  /// @param text  as `JsonTextOf` returns it: followed by a zero byte
+  JsonParser(std::string_view text, Handler& handler) : stream_(text), events_(stream_, handler) {}
+
+  /// Parses one value and all white space around it, up to the end of the text.
+  /// @return false if the text is not JSON or the handler returned false
+  bool ParseAll() { return Parse<kFlags>(); }
+  /// Parses one value and white space before it.
+  bool ParseNext() { return Parse<kFlags | rapidjson::kParseStopWhenDoneFlag>(); }
+  /// Bytes parsed so far.
+  std::size_t Position() const { return stream_.Tell(); }
+  void SkipTo(std::size_t position) { stream_.SkipTo(position); }
+
+ private:
+  static constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
+                                     rapidjson::kParseNumbersAsStringsFlag;
+  template <unsigned kWith>
+  bool Parse() {
+    return !reader_.template Parse<kWith>(stream_, events_).IsError();
+  }
+
+  JsonStream stream_;
+  JsonEvents<Handler> events_;
+  JsonReader reader_;
+};
+
+/// Parses a text that is exactly one JSON value with optional white space around it.
+/// @return as `JsonParser::ParseAll`
 template <class Handler>
 bool ParseJson(std::string_view text, Handler& handler) {
-  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag |
-                              rapidjson::kParseNumbersAsStringsFlag;
-  JsonStream stream(text);
-  JsonEvents<Handler> events(stream, handler);
-  return !JsonReader().Parse<kFlags>(stream, events).IsError();
+  return JsonParser<Handler>(text, handler).ParseAll();
 }
 
 /// Whether a text is one JSON value.

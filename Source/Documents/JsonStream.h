@@ -31,6 +31,7 @@ class JsonStream {
   char Peek() const { return *position_; }
   char Take() { return *position_++; }
   std::size_t Tell() const { return static_cast<std::size_t>(position_ - begin_); }
+  void SkipTo(std::size_t position) { position_ = begin_ + position; }
   /// The last bytes taken.
   std::string_view Taken(std::size_t length) const { return {position_ - length, length}; }
 

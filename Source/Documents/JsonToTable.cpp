@@ -1,5 +1,7 @@
 #include "Documents/JsonToTable.h"
 
+#include <algorithm>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -32,6 +34,35 @@ _VARIANT MakeCell(const char* begin, std::size_t length, bool) {
   return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields).Detach());
 }
 
+_VARIANT MakeTextCell(std::string_view) { return Core::MakeNull(); }
+_VARIANT MakeTextCell(std::string_view, bool value) {
+  return MakeTextValue(value ? "true" : "false");
+}
+_VARIANT MakeTextCell(std::string_view number, auto) { return MakeTextValue(number); }
+_VARIANT MakeTextCell(std::string_view, const char* begin, std::size_t length, bool) {
+  return MakeTextValue({begin, length});
+}
+
+/// How the text of a value differs from the one that its cell gives.
+/// @param number  its text if it is a number
+std::optional<TextChange> ChangeOf(std::string_view number, const _VARIANT& cell) {
+  switch (Core::TypeOf(cell)) {
+    case ValueType::DateTime:
+      return TextChange::DateForm;
+    case ValueType::Int64:
+    case ValueType::Double:
+      return ChangeOfNumber(number, cell);
+    default:
+      return std::nullopt;
+  }
+}
+
+/// The text of a value; of a scalar that can change, a number or a string.
+std::string_view TextOf(std::string_view number, auto...) { return number; }
+std::string_view TextOf(std::string_view, const char* begin, std::size_t length, bool) {
+  return {begin, length};
+}
+
 /// Finds the column of each member of an object. Most objects list their members in the same order,
 /// so a name is first compared with the column that followed the same member last time.
 class MemberColumns {
@@ -60,9 +91,27 @@ class MemberColumns {
 /// nothing leaks if reading fails.
 class TableBuilder {
  public:
-  TableBuilder() : table_(Core::MakePtr<TableImpl>()), columns_(*table_), nested_(nestedText_) {}
+  TableBuilder(const JsonTableOptions& options, Core::Parts& parts)
+      : options_(options),
+        isPlain_(options.textColumns.empty() && !options.isAllText && !options.findsChanges),
+        parts_(parts),
+        table_(Core::MakePtr<TableImpl>()),
+        columns_(*table_),
+        nested_(nestedText_) {}
 
-  Core::Ptr<TableImpl> TakeTable() { return std::move(table_); }
+  using Parser = JsonParser<TableBuilder>;
+  /// The parser that calls this handler, and its text.
+  void Follow(const Parser& parser, std::string_view text) {
+    parser_ = &parser;
+    text_ = text;
+  }
+
+  TableImpl& Table() { return *table_; }
+  /// Makes the objects that follow rows of one table, as those of an array are.
+  void StartRows(const char* name) { StartTable(Root::Array, name); }
+  /// Whether all rows that were asked for are read; the parser is then stopped.
+  bool IsFull() const { return isFull_; }
+  JsonTableResult TakeResult() { return {std::move(table_), std::move(changes_)}; }
 
   bool Null() { return Scalar(&JsonWriter::Null); }
   bool Bool(bool value) { return Scalar(&JsonWriter::Bool, value); }
@@ -72,6 +121,7 @@ class TableBuilder {
   bool String(const char* text, std::size_t length, bool copy) {
     return Scalar(&JsonWriter::String, text, length, copy);
   }
+  void NumberText(std::string_view number) { number_ = number; }
   bool Key(const char* name, std::size_t length, bool) {
     if (depth_ != 0) return nested_.Key(name, length);
     column_ = &columns_.Next({name, length});
@@ -87,7 +137,7 @@ class TableBuilder {
   bool EndObject(std::size_t) {
     if (depth_ != 0) return nested_.EndObject() && LeaveNested();
     EndRow();
-    return true;
+    return !isFull_;
   }
   bool StartArray() {
     if (EnterNested()) return nested_.StartArray();
@@ -118,6 +168,11 @@ class TableBuilder {
   void EndRow() {
     table_->CheckHasColumns();
     row_ = nullptr;
+    isFull_ = table_->RowCount() >= options_.maxRows;
+    const std::size_t step = parser_->Position() - advanced_;
+    if (step < Core::Parts::kStep) return;
+    advanced_ += step;
+    parts_.Advance(step);
   }
 
   /// A scalar: part of a nested value, or the value of a cell.
@@ -126,7 +181,14 @@ class TableBuilder {
     if (depth_ != 0) return (nested_.*write)(value...);
     if (root_ == Root::None) StartValueTable();
     if (!row_) ThrowNotAnObject();
-    Store(MakeCell(value...));
+    if (isPlain_) {
+      Store(MakeCell(value...));
+    } else if (IsText(*column_)) {
+      Store(MakeTextCell(number_, value...));
+    } else {
+      Store(MakeCell(value...));
+      NoteChange(TextOf(number_, value...));
+    }
     return true;
   }
 
@@ -146,6 +208,9 @@ class TableBuilder {
     row_->SetModified(1);
   }
 
+  bool IsText(const ColumnImpl& column);
+  void NoteChange(std::string_view text);
+
   /// Enters an array or object that is nested in a row.
   /// @return false if it is not nested in a row
   bool EnterNested() {
@@ -163,6 +228,11 @@ class TableBuilder {
     return true;
   }
 
+  const Parser* parser_ = nullptr;
+  std::string_view text_;
+  const JsonTableOptions& options_;
+  bool isPlain_;
+  Core::Parts& parts_;
   Core::Ptr<TableImpl> table_;
   MemberColumns columns_;
   Root root_ = Root::None;
@@ -171,14 +241,212 @@ class TableBuilder {
   std::size_t depth_ = 0;         // of nested arrays and objects in the row
   TextBuffer nestedText_;
   JsonWriter nested_;
+  bool isFull_ = false;
+  std::size_t advanced_ = 0;  // bytes of which the parts know
+  std::string_view number_;   // the text of the last number
+  std::vector<bool> isText_;  // by column, of those met so far
+  std::vector<ColumnChanges> changes_;
+  std::size_t counted_ = 0, line_ = 1;  // the line of a position in the text
 };
+
+bool TableBuilder::IsText(const ColumnImpl& column) {
+  const auto index = static_cast<std::size_t>(column.Index());
+  for (std::size_t i = isText_.size(); i <= index; ++i) {
+    const std::string& name = table_->Header().Columns()[i]->Name();
+    const auto& names = options_.textColumns;
+    isText_.push_back(options_.isAllText || std::ranges::find(names, name) != names.end());
+  }
+  return isText_[index];
+}
+
+void TableBuilder::NoteChange(std::string_view text) {
+  if (!options_.findsChanges) return;
+  const auto change = ChangeOf(text, row_->Cell(*column_));
+  if (!change) return;
+  const auto index = static_cast<std::size_t>(column_->Index());
+  if (changes_.size() <= index) changes_.resize(index + 1);
+  ChangedTexts& texts = changes_[index][static_cast<std::size_t>(*change)];
+  if (texts.count == 0) {
+    // The positions only grow, so each line end is counted once.
+    const std::size_t position = parser_->Position();
+    const auto passed = text_.substr(counted_, position - counted_);
+    line_ += static_cast<std::size_t>(std::ranges::count(passed, '\n'));
+    counted_ = position;
+  }
+  texts.Note(text, line_);
+}
+
+/// The parser has met something else than JSON.
+struct NotJson final : std::runtime_error {
+  NotJson() : std::runtime_error("Json document is not valid!") {}
+};
+
+/// Runs a step of a parser, and adds the position to its failure.
+/// @param offset  of the parser's text
+template <class Step>
+void WithPosition(const TableBuilder::Parser& parser, std::size_t offset, Step&& step) {
+  try {
+    step();
+  } catch (const NotJson& failure) {
+    throw JsonFailure(failure.what(), true, offset + parser.Position());
+  } catch (const std::runtime_error& failure) {
+    throw JsonFailure(failure.what(), false, offset + parser.Position());
+  }
+}
+
+bool IsBlank(std::string_view text) {
+  return text.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+/// Reads the lines of a part of a text.
+/// @param text  from the part to the end of the whole text
+/// @param size  of the part
+void ReadLines(std::string_view text, std::size_t size, std::size_t offset, TableBuilder& builder) {
+  TableBuilder::Parser parser(text, builder);
+  builder.Follow(parser, text);
+  const auto read = [&](std::size_t begin, std::size_t end) {
+    parser.SkipTo(begin);
+    const bool isValue = parser.ParseNext() && parser.Position() <= end;
+    if (builder.IsFull()) return;
+    if (!isValue || !IsBlank(text.substr(parser.Position(), end - parser.Position())))
+      throw NotJson();
+  };
+  WithPosition(parser, offset, [&] {
+    for (std::size_t begin = 0, end = 0; begin < size && !builder.IsFull(); begin = end + 1) {
+      end = std::min(text.substr(0, size).find('\n', begin), size);
+      if (!IsBlank(text.substr(begin, end - begin))) read(begin, end);
+    }
+  });
+}
+
+constexpr const char* kLinesName = "JsonLines";
+
+/// Reads the lines into the table of one builder.
+JsonTableResult ReadOnePart(std::string_view text, const JsonTableOptions& options,
+                            Core::Parts& parts) {
+  TableBuilder builder(options, parts);
+  builder.StartRows(kLinesName);
+  ReadLines(text, text.size(), 0, builder);
+  return builder.TakeResult();
+}
+
+std::vector<std::string_view> CutAtLineFeeds(std::string_view text, std::size_t count) {
+  std::vector<std::string_view> cut;
+  while (count > 1 && !text.empty()) {
+    const std::size_t end = text.find('\n', (text.size() - 1) / count--);
+    if (end == std::string_view::npos) break;
+    cut.push_back(text.substr(0, end + 1));
+    text.remove_prefix(end + 1);
+  }
+  if (!text.empty()) cut.push_back(text);
+  return cut;
+}
+
+/// The members of the first lines, in their order.
+std::vector<std::string> SampleColumns(std::string_view text, JsonTableOptions sample) {
+  sample.maxRows = 100;
+  sample.findsChanges = false;
+  Core::Parts onePart;
+  const auto result = ReadOnePart(text, sample, onePart);
+  std::vector<std::string> names;
+  for (const auto& column : result.table->Header().Columns()) names.push_back(column->Name());
+  return names;
+}
+
+/// Joins the tables of the parts, which have the same columns.
+JsonTableResult Join(std::vector<JsonTableResult>& read, std::string_view text,
+                     const std::vector<std::string_view>& texts, Core::Parts& parts) {
+  JsonTableResult joined = std::move(read.front());
+  TableImpl& table = *joined.table;
+  auto rows = table.GiveUpRows();
+  std::vector<std::size_t> firstRows = {0};
+  std::size_t rowCount = rows.size();
+  joined.changes.resize(table.ColumnCount());
+  for (std::size_t i = 1; i < read.size(); ++i) {
+    firstRows.push_back(rowCount);
+    rowCount += read[i].table->RowCount();
+    const auto before = text.substr(0, static_cast<std::size_t>(texts[i].data() - text.data()));
+    const bool hasChanges = !read[i].changes.empty();
+    const auto lines = hasChanges ? static_cast<std::size_t>(std::ranges::count(before, '\n')) : 0;
+    for (std::size_t column = 0; column < read[i].changes.size(); ++column)
+      for (std::size_t kind = 0; kind < kTextChanges; ++kind)
+        joined.changes[column][kind].Append(std::move(read[i].changes[column][kind]), lines);
+    for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
+      ColumnImpl& from = read[i].table->ColumnAt(static_cast<std::int64_t>(column));
+      table.Header().Columns()[column]->NoteValues(from.GetType(), from.HasSeenNull() != 0);
+    }
+  }
+  rows.resize(rowCount);
+  parts.Run(read.size(), [&](std::size_t i) {
+    std::size_t index = firstRows[i];
+    if (i == 0) return;
+    for (auto& row : read[i].table->GiveUpRows()) {
+      row->MoveTo(table, index);
+      rows[index++] = std::move(row);
+    }
+  });
+  table.AdoptRows(std::move(rows));
+  return joined;
+}
+
+/// What a part finds that does not have the columns of the others: the text is then read in one.
+struct OtherColumns {};
+
+JsonTableResult ReadInParts(std::string_view text, const std::vector<std::string_view>& texts,
+                            const JsonTableOptions& options, Core::Parts& parts) {
+  const auto columns = SampleColumns(text, options);
+  std::vector<JsonTableResult> read(texts.size());
+  parts.Run(texts.size(), [&](std::size_t i) {
+    TableBuilder builder(options, parts);
+    builder.StartRows(kLinesName);
+    for (const auto& name : columns) builder.Table().AddNamedColumn(name);
+    const auto offset = static_cast<std::size_t>(texts[i].data() - text.data());
+    ReadLines(text.substr(offset), texts[i].size(), offset, builder);
+    if (builder.Table().ColumnCount() != columns.size()) throw OtherColumns();
+    read[i] = builder.TakeResult();
+  });
+  return Join(read, text, texts, parts);
+}
 
 }  // namespace
 
-Core::Ptr<TableImpl> ReadJsonTable(std::string_view text) {
-  TableBuilder builder;
-  if (!ParseJson(text, builder)) throw std::runtime_error("Json document is not valid!");
-  return builder.TakeTable();
+JsonTableResult ReadJsonTable(std::string_view text, const JsonTableOptions& options,
+                              Core::Parts& parts) {
+  TableBuilder builder(options, parts);
+  TableBuilder::Parser parser(text, builder);
+  builder.Follow(parser, text);
+  WithPosition(parser, 0, [&] {
+    if (!parser.ParseAll() && !builder.IsFull()) throw NotJson();
+  });
+  return builder.TakeResult();
+}
+
+JsonTableResult ReadJsonLines(std::string_view text, const JsonTableOptions& options,
+                              Core::Parts& parts) {
+  const bool isLimited = options.maxRows < text.size();
+  const auto texts = CutAtLineFeeds(text, isLimited ? 1 : parts.CountFor(text.size()));
+  if (texts.size() > 1) {
+    try {
+      return ReadInParts(text, texts, options, parts);
+    } catch (const OtherColumns&) {
+    }
+  }
+  return ReadOnePart(text, options, parts);
+}
+
+bool IsJsonLines(std::string_view text) {
+  std::size_t at = text.find_first_not_of(" \t\r\n");
+  if (at == std::string_view::npos || text[at] != '{') return false;
+  int depth = 0;
+  for (bool isString = false; at < text.size(); ++at) {
+    const char c = text[at];
+    if (c == '"') isString = !isString;
+    if (isString && c == '\\') ++at;
+    if (isString) continue;
+    depth += (c == '{') - (c == '}');
+    if (depth == 0) break;
+  }
+  return at < text.size() && text.find_first_not_of(" \t\r\n", at + 1) != std::string_view::npos;
 }
 
 }  // namespace Data::impl

@@ -17,7 +17,8 @@ bool Data_JsonToTable(IJsonDocument* document, ITable** out, Core::IErrorCode** 
     const Core::Ptr<IJsonDocument> held(document);
     if (!document->IsValid()) throw std::runtime_error("JsonDocument content is not valid");
     const DocumentText content(*ContentOf(*document));
-    *out = ReadJsonTable(JsonTextOf(content.View())).Detach();
+    Core::Parts onePart;
+    *out = ReadJsonTable(JsonTextOf(content.View()), {}, onePart).table.Detach();
   });
 }
 

@@ -85,6 +85,11 @@ struct RowImpl final : Core::ObjectBase<Interfaces::IRow> {
   [[nodiscard]] _VARIANT RemoveCell(std::size_t index) noexcept;
 
   void SetIndex(std::size_t index) { index_ = static_cast<std::int32_t>(index); }
+  /// Makes it a row of a table with the same columns.
+  void MoveTo(TableImpl& table, std::size_t index) {
+    table_ = &table;
+    SetIndex(index);
+  }
   /// Detaches the row from its table.
   void LeaveTable() {
     table_ = nullptr;

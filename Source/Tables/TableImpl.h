@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "Containers/Teardown.h"
@@ -94,6 +95,8 @@ struct TableImpl final : ContainerBase<Interfaces::ITable> {
   RowImpl& AppendBlankRow(Core::ObjectPool* pool = nullptr);
   /// Fills a table without rows with rows that were made for it, in the order of their indexes.
   void AdoptRows(std::vector<Core::Ptr<RowImpl>> rows) { rows_ = std::move(rows); }
+  /// Hands over the rows to a table with the same columns (see `RowImpl::MoveTo`).
+  std::vector<Core::Ptr<RowImpl>> GiveUpRows() { return std::exchange(rows_, {}); }
   /// Throws "Table %s must contain at least one column before you insert new row!".
   void CheckHasColumns() const;
 

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <charconv>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Support.h"
 
@@ -35,6 +37,29 @@ class Value {
   const ld_variant* get() const { return &value_; }
   ld_variant* out() { return &value_; }
   ld_variant Take() { return std::exchange(value_, ld_variant{}); }
+
+  /// The value as it is written in tests.
+  /// @param exact  its text, with all digits of a number
+  std::string Literal(const std::string& exact) const {
+    switch (ld_variant_type(&value_)) {
+      case LD_VALUE_TYPE_NULL:
+        return "null";
+      case LD_VALUE_TYPE_STRING:
+        return "'" + exact + "'";
+      case LD_VALUE_TYPE_DATE_TIME:
+        return std::to_string(static_cast<std::int64_t>(Ticks())) + "@";
+      case LD_VALUE_TYPE_UINT64:
+        return exact + "u";
+      case LD_VALUE_TYPE_INT128:
+        return exact + "w";
+      case LD_VALUE_TYPE_FLOAT:
+        return exact + "f";
+      case LD_VALUE_TYPE_DOUBLE:
+        return exact.find_first_of(".ein") == std::string::npos ? exact + ".0" : exact;
+      default:
+        return exact;
+    }
+  }
 
   /// The value as an array of the format must hold it.
   std::string Model(ld_column_format format) const {
@@ -79,7 +104,7 @@ class Value {
       value_ = Wide(text);
     } else if (text.find_first_of(".ean") == std::string::npos) {
       EXPECT_TRUE(ld_variant_from_int64(number(std::int64_t{}), &value_, nullptr));
-    } else if (text.back() == 'f' && text != "inf") {
+    } else if (text.back() == 'f' && !text.ends_with("inf")) {
       const float real = number(float{});
       value_.type = LD_VALUE_TYPE_FLOAT;
       std::memcpy(value_.value, &real, sizeof real);
@@ -88,6 +113,12 @@ class Value {
     }
   }
 
+  std::uint64_t Ticks() const {
+    ld_object* object = nullptr;
+    EXPECT_TRUE(ld_variant_to_object(&value_, &object, nullptr));
+    const Held<ld_object> held(object);
+    return TicksOf(reinterpret_cast<ld_date_time*>(object));
+  }
   static std::uint64_t TicksOf(ld_date_time* date) {
     std::uint64_t ticks = 0;
     EXPECT_TRUE(ld_date_time_get_file_time(date, &ticks, nullptr));
@@ -95,10 +126,7 @@ class Value {
   }
 
   std::string Microseconds() const {
-    ld_object* object = nullptr;
-    EXPECT_TRUE(ld_variant_to_object(&value_, &object, nullptr));
-    const Held<ld_object> held(object);
-    const auto ticks = static_cast<std::int64_t>(TicksOf(reinterpret_cast<ld_date_time*>(object)));
+    const auto ticks = static_cast<std::int64_t>(Ticks());
     EXPECT_EQ(ticks % 10, 0);
     return std::to_string((ticks - 116444736000000000) / 10);
   }
@@ -161,20 +189,67 @@ inline Value FromArray(const ld_column_data& data, std::int64_t i) {
   return value;
 }
 
-/// A table of one column, "c", with values separated by spaces.
-inline Held<ld_table> OneColumn(const std::string& values) {
+using Row = std::vector<std::string>;
+
+/// A table of values that are written as above.
+inline Held<ld_table> MakeTable(const Row& names, const std::vector<Row>& rows) {
   auto table = Received<ld_table>(ld_create_table);
-  Received<ld_column>([&](ld_column** out, ld_error** error) {
-    return ld_table_add_column(table.get(), "c", out, error);
-  });
-  std::istringstream words(values);
-  for (std::string word; words >> word;) {
-    const Value value(word);
-    Received<ld_row>([&](ld_row** out, ld_error** error) {
-      return ld_table_add_row(table.get(), value.get(), 1, out, error);
+  for (const std::string& name : names)
+    Received<ld_column>([&](ld_column** out, ld_error** error) {
+      return ld_table_add_column(table.get(), name.c_str(), out, error);
     });
+  for (const Row& row : rows) {
+    std::vector<ld_variant> cells;
+    for (const std::string& cell : row) cells.push_back(Value(cell).Take());
+    Received<ld_row>([&](ld_row** out, ld_error** error) {
+      return ld_table_add_row(table.get(), cells.data(), cells.size(), out, error);
+    });
+    for (ld_variant& cell : cells) ld_variant_clear(&cell);
   }
   return table;
+}
+
+inline Row Words(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
+/// A table of one column, "c", with values separated by spaces.
+inline Held<ld_table> OneColumn(const std::string& values) {
+  std::vector<Row> rows;
+  for (const std::string& word : Words(values)) rows.push_back({word});
+  return MakeTable({"c"}, rows);
+}
+
+/// The names of the columns of a table, and the values of its rows.
+inline std::vector<Row> Content(ld_table* table) {
+  std::int64_t columnCount = 0, rowCount = 0;
+  EXPECT_TRUE(ld_table_get_column_count(table, &columnCount, nullptr));
+  EXPECT_TRUE(ld_table_get_row_count(table, &rowCount, nullptr));
+  std::vector<Row> content(static_cast<std::size_t>(rowCount) + 1);
+  for (std::int32_t i = 0; i < columnCount; ++i) {
+    const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+      return ld_table_get_column(table, i, out, error);
+    });
+    const char* name = nullptr;
+    EXPECT_TRUE(ld_column_get_name(column.get(), &name, nullptr));
+    content[0].push_back(name);
+    ld_column_options options{};
+    options.size = sizeof options;
+    options.format = LD_COLUMN_FORMAT_TEXT;
+    const ld_column_data* data = nullptr;
+    ld_object* owner = nullptr;
+    EXPECT_TRUE(ld_table_get_column_data(table, i, 0, -1, &options, &data, &owner, nullptr));
+    const Held<ld_object> held(owner);
+    for (std::int64_t row = 0; row < rowCount; ++row) {
+      Value cell;
+      EXPECT_TRUE(ld_table_get_cell(table, row, i, cell.out(), nullptr));
+      const std::string text(data->bytes + data->offsets[row],
+                             data->bytes + data->offsets[row + 1]);
+      content[static_cast<std::size_t>(row) + 1].push_back(cell.Literal(text));
+    }
+  }
+  return content;
 }
 
 }  // namespace c_tests

@@ -43,12 +43,12 @@ struct IDateTime : Core::IObject {
   virtual int32_t GetWeekOfYear() = 0;
   virtual int32_t GetDayOfYear() = 0;  ///< Slot 16. 1 to 366.
 
-  virtual void SetYear(uint16_t year) = 0;      ///< Slot 17.
-  virtual void SetMonth(uint16_t month) = 0;    ///< Slot 18.
-  virtual void SetDay(uint16_t day) = 0;        ///< Slot 19.
-  virtual void SetHour(uint16_t hour) = 0;      ///< Slot 20.
-  virtual void SetMinute(uint16_t minute) = 0;  ///< Slot 21.
-  virtual void SetSecond(uint16_t second) = 0;  ///< Slot 22.
+  virtual void SetYear(uint16_t year) = 0;      ///< Slot 17. Sets the year.
+  virtual void SetMonth(uint16_t month) = 0;    ///< Slot 18. Sets the month.
+  virtual void SetDay(uint16_t day) = 0;        ///< Slot 19. Sets the day.
+  virtual void SetHour(uint16_t hour) = 0;      ///< Slot 20. Sets the hour.
+  virtual void SetMinute(uint16_t minute) = 0;  ///< Slot 21. Sets the minute.
+  virtual void SetSecond(uint16_t second) = 0;  ///< Slot 22. Sets the second.
   /// Slot 23. Sets the fraction of the second. Stored as whole milliseconds in 16 bits, rounded
   /// toward zero.
   virtual void SetNanosecond(int32_t nanosecond) = 0;
@@ -62,11 +62,15 @@ struct IDateTime : Core::IObject {
   virtual void AddMonths(int32_t months) = 0;
   /// Slot 26. Adds 24 hours per day; the 32-bit product wraps.
   virtual void AddDays(int32_t days) = 0;
-  // These round the amount toward zero to whole ticks and limit it to 64 bits. NaN adds nothing.
-  virtual void AddHours(double hours) = 0;                ///< Slot 27.
-  virtual void AddMinutes(double minutes) = 0;            ///< Slot 28.
-  virtual void AddSeconds(double seconds) = 0;            ///< Slot 29.
-  virtual void AddMilliseconds(double milliseconds) = 0;  ///< Slot 30.
+  /// Slot 27. Adds hours, rounded toward zero to whole ticks and limited to 64 bits. NaN adds
+  /// nothing.
+  virtual void AddHours(double hours) = 0;
+  /// Slot 28. Adds minutes as `AddHours` does.
+  virtual void AddMinutes(double minutes) = 0;
+  /// Slot 29. Adds seconds as `AddHours` does.
+  virtual void AddSeconds(double seconds) = 0;
+  /// Slot 30. Adds milliseconds as `AddHours` does.
+  virtual void AddMilliseconds(double milliseconds) = 0;
   /// Slot 31. Adds ticks of 100 ns; the sum wraps.
   virtual void AddTicks(int64_t ticks) = 0;
 

@@ -47,18 +47,27 @@ struct IObjectList;
 struct ISchema : Core::IObject {
   // -- Whether a column has an attribute; false for an unknown name and for null --
 
-  virtual bool HasAllowedValues(const char* name) = 0;     ///< Slot 6. True for an empty list.
-  virtual bool HasDefaultValue(const char* name) = 0;      ///< Slot 7.
-  virtual bool HasUpdateExpression(const char* name) = 0;  ///< Slot 8.
-  virtual bool HasInsertExpression(const char* name) = 0;  ///< Slot 9.
-  virtual bool HasUnit(const char* name) = 0;              ///< Slot 10.
+  /// Slot 6. Whether the column has a list of allowed values, which may be empty.
+  virtual bool HasAllowedValues(const char* name) = 0;
+  /// Slot 7. Whether the column has a default value.
+  virtual bool HasDefaultValue(const char* name) = 0;
+  /// Slot 8. Whether the column has an expression for changes.
+  virtual bool HasUpdateExpression(const char* name) = 0;
+  /// Slot 9. Whether the column has an expression for new features.
+  virtual bool HasInsertExpression(const char* name) = 0;
+  /// Slot 10. Whether the column has a unit.
+  virtual bool HasUnit(const char* name) = 0;
 
   // -- Header --
 
-  virtual const char* GetTitle() = 0;                        ///< Slot 11.
-  virtual void SetTitle(const char* title) = 0;              ///< Slot 12. Null changes nothing.
-  virtual const char* GetDescription() = 0;                  ///< Slot 13.
-  virtual void SetDescription(const char* description) = 0;  ///< Slot 14. Null changes nothing.
+  /// Slot 11. The title of the layer.
+  virtual const char* GetTitle() = 0;
+  /// Slot 12. Sets the title; null changes nothing.
+  virtual void SetTitle(const char* title) = 0;
+  /// Slot 13. What the layer is about.
+  virtual const char* GetDescription() = 0;
+  /// Slot 14. Sets the description; null changes nothing.
+  virtual void SetDescription(const char* description) = 0;
 
   // -- Columns --
 

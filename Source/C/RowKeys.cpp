@@ -1,0 +1,252 @@
+#include "C/RowKeys.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <utility>
+
+#include "C/ExactValues.h"
+#include "Core/ExactCast.h"
+#include "Core/VariantConversions.h"
+#include "Text/MultiByteStringImpl.h"
+
+namespace Data::c {
+
+using Core::KindOf;
+using Core::TypeOf;
+using Core::ValueKind;
+using Core::ValueType;
+using Structures::_VARIANT;
+
+namespace {
+
+/// The kinds of values, in their order. All other kinds follow, by the number of their type.
+enum Rank : std::uint8_t { kNone = 0, kBool, kNumber, kText, kDateTime, kUuid, kOther };
+
+std::uint8_t RankOf(const _VARIANT& cell) {
+  if (!HasValue(cell)) return kNone;
+  const ValueType type = TypeOf(cell);
+  if (type == ValueType::Uuid) return kUuid;
+  switch (KindOf(type)) {
+    case ValueKind::Bool:
+      return kBool;
+    case ValueKind::SignedInteger:
+    case ValueKind::UnsignedInteger:
+    case ValueKind::WideInteger:
+    case ValueKind::Real:
+      return kNumber;
+    case ValueKind::Text:
+      return kText;
+    case ValueKind::DateTime:
+      return kDateTime;
+    default:
+      return static_cast<std::uint8_t>(kOther + static_cast<std::uint32_t>(type));
+  }
+}
+
+/// Whether values that are neither numbers nor dates are compared by bytes, not by address.
+bool HasText(const _VARIANT& cell) {
+  const ValueKind kind = KindOf(TypeOf(cell));
+  return kind == ValueKind::Text || kind == ValueKind::Document || kind == ValueKind::Array ||
+         TypeOf(cell) == ValueType::Uuid;
+}
+
+constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+
+/// A word for each number, in the order of numbers; 0 and -0.0 have the same.
+std::uint64_t OrderWord(std::int64_t value) { return static_cast<std::uint64_t>(value) ^ kSign; }
+std::uint64_t OrderWord(double value) {
+  if (std::isnan(value)) return UINT64_MAX;
+  const auto bits = std::bit_cast<std::uint64_t>(value == 0 ? 0.0 : value);
+  return (bits & kSign) != 0 ? ~bits : bits | kSign;
+}
+
+/// The greatest double that is not above an integer.
+double FloorDouble(const Integer& integer) {
+  if (const auto exact = integer.ExactDouble()) return *exact;
+  const bool isWide = integer.high != 0;
+  const int cut = (isWide ? 64 + static_cast<int>(std::bit_width(integer.high))
+                          : static_cast<int>(std::bit_width(integer.low))) -
+                  53;
+  Integer truncated{integer.high, 0, false};
+  if (cut < 64) {
+    truncated.low = integer.low >> cut << cut;
+  } else {
+    truncated.high = integer.high >> (cut - 64) << (cut - 64);
+  }
+  const double magnitude = truncated.NearestDouble();
+  if (!integer.isNegative) return magnitude;
+  return std::nextafter(-magnitude, -std::numeric_limits<double>::infinity());
+}
+
+int Order(std::uint64_t left, std::uint64_t right) {
+  return left < right ? -1 : left > right ? 1 : 0;
+}
+
+/// Compares numbers between the same two neighbouring doubles.
+int CompareNeighbours(const _VARIANT& left, const _VARIANT& right) {
+  const auto a = Integer::Of(left), b = Integer::Of(right);
+  const bool isExactA = !a || a->ExactDouble(), isExactB = !b || b->ExactDouble();
+  if (isExactA || isExactB) return isExactA == isExactB ? 0 : isExactA ? -1 : 1;
+  const int order = a->high != b->high ? Order(a->high, b->high) : Order(a->low, b->low);
+  return a->isNegative ? -order : order;
+}
+
+/// The first 7 bytes of a text, and its length or 8. Words order texts, but not those of 8 and more
+/// bytes that begin with the same 7.
+std::uint64_t OrderWord(std::string_view text) {
+  std::uint64_t word = 0;
+  for (std::size_t i = 0; i < 7; ++i)
+    word = word << 8 | (i < text.size() ? static_cast<std::uint8_t>(text[i]) : 0U);
+  return word << 8 | std::min<std::size_t>(text.size(), 8);
+}
+
+}  // namespace
+
+std::string_view KeyTexts::Of(const _VARIANT& cell) {
+  if (TypeOf(cell) == ValueType::String) {
+    if (HasForm(cell, Core::StorageForm::Value)) return Core::InlineText(cell);
+    auto* const own = Core::ExactCast<impl::MultiByteStringImpl>(Core::ReferencedObject(cell));
+    if (own) return Core::Utf8View(*own);
+  } else if (TypeOf(cell) == ValueType::Array) {
+    const auto array = Core::GetObject<Interfaces::IArray>(cell);
+    if (const auto bytes = BytesOf(*array)) return Keep(std::string(*bytes));
+  }
+  return Keep(Core::ToText(cell));
+}
+
+// -- Order --
+
+OrderKeys::OrderKeys(const RowSource& source, std::size_t column, bool isDescending,
+                     bool areNullsFirst)
+    : source_(source), column_(column), isDescending_(isDescending) {
+  const std::size_t rowCount = source.RowCount();
+  bool hasReals = false, hasIntegers = false, hasLarge = false;
+  for (std::size_t row = 0; row < rowCount; ++row) {
+    const _VARIANT& cell = source.Cell(row, column);
+    if (RankOf(cell) != kNumber) continue;
+    const bool isReal = KindOf(TypeOf(cell)) == ValueKind::Real;
+    (isReal ? hasReals : hasIntegers) = true;
+    hasLarge = hasLarge || (!isReal && !ExactInt64(cell));
+  }
+  areNumbersMixed_ = hasIntegers && (hasReals || hasLarge);
+  keys_.reserve(rowCount);
+  for (std::size_t row = 0; row < rowCount; ++row) {
+    Key key = KeyOf(source.Cell(row, column), row);
+    if (key.rank == kNone) {
+      key.rank = areNullsFirst ? kNullsFirst : kNullsLast;
+    } else if (isDescending) {
+      key.rank = static_cast<std::uint8_t>(kNullsLast - key.rank);
+    }
+    keys_.push_back(key);
+  }
+}
+
+OrderKeys::Key OrderKeys::KeyOf(const _VARIANT& cell, std::size_t row) {
+  const std::uint8_t rank = RankOf(cell);
+  switch (rank) {
+    case kNone:
+      return {0, rank};
+    case kBool:
+      return {Core::ToBool(cell) ? 1U : 0U, rank};
+    case kNumber: {
+      const auto integer = Integer::Of(cell);
+      if (areNumbersMixed_) mayTie_ = true;
+      if (!integer) return {OrderWord(Core::ToDouble(cell)), rank};
+      return {
+          areNumbersMixed_ ? OrderWord(FloorDouble(*integer)) : OrderWord(*integer->ExactInt64()),
+          rank};
+    }
+    case kDateTime:
+      return {OrderWord(static_cast<std::int64_t>(TicksOf(cell))), rank};
+    default:
+      break;
+  }
+  if (!HasText(cell)) return {cell.value[0], rank};
+  if (texts_.empty()) texts_.resize(source_.RowCount());
+  texts_[row] = reader_.Of(cell);
+  mayTie_ = mayTie_ || texts_[row].size() >= 8;
+  return {OrderWord(texts_[row]), rank};
+}
+
+int OrderKeys::CompareValues(std::size_t left, std::size_t right) const {
+  const _VARIANT& cell = source_.Cell(left, column_);
+  int order = 0;
+  if (RankOf(cell) == kNumber) {
+    order = CompareNeighbours(cell, source_.Cell(right, column_));
+  } else if (!texts_.empty()) {
+    order = texts_[left].compare(texts_[right]);
+  }
+  return isDescending_ ? -order : order;
+}
+
+// -- Equality --
+
+EqualKeys::EqualKeys(const RowSource& source, std::size_t column) : rowCount_(source.RowCount()) {
+  keys_.reserve(rowCount_);
+  for (std::size_t row = 0; row < rowCount_; ++row)
+    keys_.push_back(KeyOf(source.Cell(row, column), row));
+}
+
+EqualKeys::Key EqualKeys::KeyOf(const _VARIANT& cell, std::size_t row) {
+  constexpr std::uint8_t kReal = 254, kLarge = 255;  // numbers that are no Int64
+  const std::uint8_t rank = RankOf(cell);
+  const auto withText = [&](std::uint8_t kind, std::string_view text) {
+    if (texts_.empty()) texts_.resize(rowCount_);
+    texts_[row] = text;
+    return Key{std::hash<std::string_view>()(text), kind};
+  };
+  switch (rank) {
+    case kNone:
+      return {0, rank};
+    case kBool:
+      return {Core::ToBool(cell) ? 1U : 0U, rank};
+    case kNumber:
+      if (const auto integer = ExactInt64(cell))
+        return {static_cast<std::uint64_t>(*integer), rank};
+      if (const auto real = ExactDouble(cell)) {
+        if (*real == 0) return {0, rank};  // -0.0
+        return {OrderWord(*real), kReal};
+      }
+      return withText(kLarge, reader_.Keep(Integer::Of(cell)->Text()));
+    case kDateTime:
+      return {TicksOf(cell), rank};
+    default:
+      return HasText(cell) ? withText(rank, reader_.Of(cell)) : Key{cell.value[0], rank};
+  }
+}
+
+RowKeys::RowKeys(const RowSource& source, const std::vector<std::size_t>& columns)
+    : rowCount_(source.RowCount()) {
+  columns_.reserve(columns.size());
+  for (const std::size_t column : columns) columns_.emplace_back(source, column);
+}
+
+bool RowKeys::HasNull(std::size_t row) const {
+  return std::ranges::any_of(columns_, [&](const EqualKeys& keys) { return keys.IsNull(row); });
+}
+
+std::uint64_t RowKeys::Hash(std::size_t row) const {
+  std::uint64_t hash = 0;
+  for (const EqualKeys& keys : columns_) {
+    hash = (std::rotl(hash, 5) ^ keys.Hash(row)) * 0x9E3779B97F4A7C15;
+    hash ^= hash >> 32;
+  }
+  return hash * 0x9E3779B97F4A7C15;
+}
+
+bool RowKeys::AreEqual(std::size_t row, const RowKeys& other, std::size_t otherRow) const {
+  for (std::size_t i = 0; i < columns_.size(); ++i)
+    if (!columns_[i].AreEqual(row, other.columns_[i], otherRow)) return false;
+  return true;
+}
+
+RowLookup::RowLookup(const RowKeys& keys)
+    : keys_(keys),
+      heads_(std::bit_ceil(keys.RowCount() + 2), kEnd),
+      shift_(64 - std::countr_zero(heads_.size())),
+      entries_(keys.RowCount()) {}
+
+}  // namespace Data::c
