@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -99,13 +100,28 @@ struct PrintedColumn {
   }
 };
 
+/// Whether all values in the first rows of a column are dates at noon, which is how a date without
+/// a time is read. They are printed without it.
+inline bool HoldsDays(const Column& column, std::int64_t rows) {
+  constexpr DateTime::Ticks kNoon = std::chrono::hours(12);
+  for (std::int64_t row = 0; row < rows; ++row) {
+    const Cell cell = column[row];
+    if (cell.IsNull()) continue;
+    if (cell.Type() != LD_VALUE_TYPE_DATE_TIME) return false;
+    if (cell.As<DateTime>().TimeOfDay().to_duration() != kNoon) return false;
+  }
+  return true;
+}
+
 inline PrintedColumn MakePrinted(const Column& column, std::int64_t rows, std::size_t cellWidth) {
   PrintedColumn printed;
   printed.Add(column.Name(), cellWidth);
+  const bool holdsDays = HoldsDays(column, rows);
   for (std::int64_t row = 0; row < rows; ++row) {
     const Cell cell = column[row];
     printed.isNumeric &= cell.IsNull() || cell.IsNumber();
-    printed.Add(cell.ToText(), cellWidth);
+    const std::string text = cell.ToText();
+    printed.Add(holdsDays ? text.substr(0, text.find('T')) : text, cellWidth);
   }
   return printed;
 }

@@ -12,8 +12,10 @@
 #include <vector>
 
 #include "LayerData/Column.h"
+#include "LayerData/Csv.h"
 #include "LayerData/Handle.h"
 #include "LayerData/Json.h"
+#include "LayerData/JsonTables.h"
 #include "LayerData/Row.h"
 #include "LayerData/Text.h"
 #include "LayerData/Value.h"
@@ -56,6 +58,68 @@ using Rows = detail::TableRange<detail::RowsOfTable, ld_table_get_row_count>;
 /// A random-access view of the columns of a table.
 using Columns = detail::TableRange<detail::ColumnsOfTable, ld_table_get_column_count>;
 
+enum class Order : std::uint32_t {
+  Ascending = LD_SORT_ORDER_ASCENDING,    ///< Null last
+  Descending = LD_SORT_ORDER_DESCENDING,  ///< Null last, too
+  AscendingNullsFirst = LD_SORT_ORDER_ASCENDING_NULLS_FIRST,
+  DescendingNullsFirst = LD_SORT_ORDER_DESCENDING_NULLS_FIRST,
+};
+
+/// A column to sort by: `"name"`, or `{"name", Order::Descending}`.
+struct SortKey {
+  SortKey(std::string name, Order by = Order::Ascending) : column(std::move(name)), order(by) {}
+  SortKey(const char* name, Order by = Order::Ascending) : column(name), order(by) {}
+
+  std::string column;
+  Order order;
+};
+
+/// Which rows without a partner a join keeps.
+enum class JoinKind : std::uint32_t {
+  Inner = LD_JOIN_KIND_INNER,  ///< none
+  Left = LD_JOIN_KIND_LEFT,    ///< those of the left table
+  Right = LD_JOIN_KIND_RIGHT,  ///< those of the right table
+  Full = LD_JOIN_KIND_FULL,    ///< those of both
+};
+
+/// A pair of columns to join on: `"id"`, or `{"id", "station"}` if the names differ. So
+/// `Join(other, {"year", "id"})` joins on two columns, `Join(other, {{"id", "station"}})` on one.
+struct JoinKey {
+  JoinKey(const char* name) : left(name), right(name) {}
+  JoinKey(const std::string& name) : left(name), right(name) {}
+  JoinKey(std::string leftName, std::string rightName)
+      : left(std::move(leftName)), right(std::move(rightName)) {}
+
+  std::string left, right;
+};
+
+/// A column of the result of grouping; made by `Count`, `Sum` and their like.
+struct Aggregate {
+  ld_aggregate_function function;
+  std::string column;
+  std::string name;
+};
+/// The number of rows.
+inline Aggregate Count(std::string name = "count") {
+  return {LD_AGGREGATE_FUNCTION_COUNT, {}, std::move(name)};
+}
+/// The number of values that are not Null.
+inline Aggregate CountValues(const std::string& column, std::string name = {}) {
+  return {LD_AGGREGATE_FUNCTION_COUNT_VALUES, column, name.empty() ? column + "_count" : name};
+}
+inline Aggregate Sum(const std::string& column, std::string name = {}) {
+  return {LD_AGGREGATE_FUNCTION_SUM, column, name.empty() ? column + "_sum" : name};
+}
+inline Aggregate Mean(const std::string& column, std::string name = {}) {
+  return {LD_AGGREGATE_FUNCTION_MEAN, column, name.empty() ? column + "_mean" : name};
+}
+inline Aggregate Min(const std::string& column, std::string name = {}) {
+  return {LD_AGGREGATE_FUNCTION_MIN, column, name.empty() ? column + "_min" : name};
+}
+inline Aggregate Max(const std::string& column, std::string name = {}) {
+  return {LD_AGGREGATE_FUNCTION_MAX, column, name.empty() ? column + "_max" : name};
+}
+
 /// Named columns and rows of cells. Copying a table refers to the same one; operations that select,
 /// sort or join make new tables, which share texts and other objects with the old ones.
 ///
@@ -70,6 +134,23 @@ class Table {
   /// Shares a table of the C interface.
   explicit Table(detail::Handle<ld_table> table) noexcept : table_(std::move(table)) {}
 
+  /// Reads a file of delimited text.
+  /// @param path    UTF-8
+  /// @param report  receives what was found and lost; null if it is not wanted, which is faster
+  /// @throws Error `Cannot read "PATH": ` and the reason, and as `ld_csv_read_file` fails
+  static Table ReadCsv(const std::string& path, const CsvOptions& options = {},
+                       ReadReport* report = nullptr) {
+    return Table(detail::ReadCsv(options, report, [&](auto... arguments) {
+      return ld_csv_read_file(path.c_str(), arguments...);
+    }));
+  }
+  /// Reads delimited text.
+  static Table ParseCsv(std::string_view text, const CsvOptions& options = {},
+                        ReadReport* report = nullptr) {
+    return Table(detail::ReadCsv(options, report, [&](auto... arguments) {
+      return ld_csv_read(text.data(), text.size(), arguments...);
+    }));
+  }
   /// A table of a JSON array of objects, of one object, or of one value.
   /// @throws Error as `ld_json_to_table` fails
   static Table FromJson(const Json& json) {
@@ -137,6 +218,64 @@ class Table {
   /// Removes a row. The positions of the rows after it decrease by one.
   void RemoveRow(std::int64_t index) { detail::Call(ld_table_remove_row, Get(), index); }
 
+  // -- New tables --
+
+  /// The rows for which a function answers true: `Filter([](Row row) { return ...; })`.
+  template <std::predicate<Row> Keep>
+  Table Filter(Keep&& keep) const;
+  /// The first rows.
+  Table Head(std::int64_t count = 10) const;
+  /// These columns, in this order.
+  Table Select(const std::vector<std::string>& columns) const;
+  /// The rows sorted by the first key, equal ones by the second, and so on; stable. The order of
+  /// values of different types is stated in layerdata_rows.h.
+  Table SortBy(const std::vector<SortKey>& keys) const;
+  Table SortBy(SortKey key) const { return SortBy(std::vector{std::move(key)}); }
+  /// Every row with every row of another table whose keys are equal. The other's columns follow
+  /// without its keys; "_right" is appended to a name that this table has, too.
+  Table Join(const Table& right, const std::vector<JoinKey>& keys,
+             JoinKind kind = JoinKind::Inner) const;
+  Table Join(const Table& right, const char* key, JoinKind kind = JoinKind::Inner) const {
+    return Join(right, std::vector{JoinKey(key)}, kind);
+  }
+  /// A row for each group of rows with equal keys: `GroupBy({"state"}, {Count(), Sum("area")})`.
+  Table GroupBy(const std::vector<std::string>& keys,
+                const std::vector<Aggregate>& aggregates) const;
+  /// A row for each column: its type, the number of its values, Nulls and different values, their
+  /// minimum, quartiles, maximum and mean.
+  Table Describe() const;
+
+  // -- Writing --
+
+  /// The table as delimited text.
+  Text ToCsv(const CsvWriteOptions& options = {}) const {
+    ld_string* text = nullptr;
+    detail::WriteCsv(
+        options, [&](auto... arguments) { return ld_csv_write(Get(), arguments...); }, &text);
+    return Text(detail::Handle(text));
+  }
+  /// Writes a file of delimited text, which replaces an existing one when it is complete.
+  /// @param path  UTF-8
+  /// @throws Error `Cannot write "PATH": ` and the reason
+  void WriteCsv(const std::string& path, const CsvWriteOptions& options = {}) const {
+    detail::WriteCsv(options, [&](auto... arguments) {
+      return ld_csv_write_file(Get(), path.c_str(), arguments...);
+    });
+  }
+  /// The table as a JSON array of objects.
+  Text ToJson(const JsonWriteOptions& options = {}) const {
+    ld_string* text = nullptr;
+    detail::WriteJson(
+        options, [&](auto... arguments) { return ld_json_write(Get(), arguments...); }, &text);
+    return Text(detail::Handle(text));
+  }
+  /// Writes a JSON file, which replaces an existing one when it is complete.
+  void WriteJson(const std::string& path, const JsonWriteOptions& options = {}) const {
+    detail::WriteJson(options, [&](auto... arguments) {
+      return ld_json_write_file(Get(), path.c_str(), arguments...);
+    });
+  }
+
   auto begin() const { return Rows().begin(); }
   auto end() const { return Rows().end(); }
 
@@ -147,3 +286,7 @@ class Table {
 };
 
 }  // namespace layerdata
+
+// The definitions of what is declared above.
+#include "LayerData/Operations.h"
+#include "LayerData/Statistics.h"

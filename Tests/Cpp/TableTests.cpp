@@ -96,6 +96,95 @@ TEST(Table, IsPrintedForATerminal) {
   EXPECT_EQ(Print(Table()), "");
 }
 
+TEST(Table, IsReadFromDelimitedText) {
+  ReadReport report;
+  const Table table = Table::ParseCsv("preamble\nzip;day;n\n00501;2024-01-31;1\n;;2.50\n",
+                                      {.textColumns = {"zip"}}, &report);
+  EXPECT_EQ(Print(table),
+            "zip    day           n\n"
+            "00501  2024-01-31    1\n"
+            "                   2.5\n");
+  EXPECT_EQ(report.Separator(), ";");
+  EXPECT_TRUE(report.HasHeader());
+  EXPECT_EQ(report.CodePage(), 65001u);
+  EXPECT_EQ(report.LineCount(), 4u);
+  EXPECT_EQ(report.Problems().size(), 3u);
+  EXPECT_EQ(Print(report).substr(0, 28), "Line 0 was dropped: preamble");
+  EXPECT_EQ(Table::ParseCsv("a,b\n1,2,3\n4,5\n",
+                            {.header = HeaderLine::Yes, .longLines = LongLines::Keep})
+                .RowCount(),
+            2);
+  EXPECT_EQ(Table::ParseCsv("a\tb\n1\t2\n", {.allText = true})[0][0], "1");
+  EXPECT_EQ(Table::ParseCsv("1\n2\n3\n", {.maxRows = 2}).RowCount(), 2);
+  EXPECT_EQ(Table::ParseCsv("n\n\xE9\n", {.codePage = 1252})[0][0], "\u00E9");
+  EXPECT_EQ(Message([] { Table::ParseCsv(""); }).substr(0, 17), "Size cannot be 0.");
+  EXPECT_EQ(Message([] { Table::ReadCsv("no such file"); }),
+            "Cannot read \"no such file\": No such file or directory");
+  const auto cancel = [](std::uint64_t, std::uint64_t) { return false; };
+  EXPECT_EQ(Message([&] { Table::ParseCsv("a\n1\n", {.progress = cancel}); }),
+            "The operation was cancelled!");
+  const auto fail = [](std::uint64_t, std::uint64_t) -> bool { throw std::logic_error("mine"); };
+  EXPECT_THROW(Table::ParseCsv("a\n1\n", {.progress = fail}), std::logic_error);
+}
+
+TEST(Table, MakesNewTables) {
+  const Table sales = Table::ParseCsv("shop,item,n\na,x,2\nb,x,1\na,y,5\nb,z,\n");
+  const Table shops = Table::ParseCsv("id,city,n\na,Bern,1\nc,Chur,2\n");
+  const std::pair<Table, const char*> cases[] = {
+      {sales.Filter([](const Row& row) { return row["n"].Or(0) > 1; }), "ax2 ay5 "},
+      {sales.Head(1), "ax2 "},
+      {sales.Head(99).Head(-1), ""},
+      {sales.Select({"n", "shop"}), "2a 1b 5a b "},
+      {sales.SortBy("n"), "bx1 ax2 ay5 bz "},
+      {sales.SortBy({{"shop", Order::Descending}, {"n", Order::DescendingNullsFirst}}),
+       "bz bx1 ay5 ax2 "},
+      {sales.Join(shops, {{"shop", "id"}}), "ax2Bern1 ay5Bern1 "},
+      {sales.Join(shops, {{"shop", "id"}}, JoinKind::Full), "ax2Bern1 bx1 ay5Bern1 bz cChur2 "},
+      {sales.Join(sales, {"shop", "item"}), "ax22 bx11 ay55 bz "},
+      {sales.Head(1).Join(sales, "shop"), "ax2x2 ax2y5 "},
+      {sales.GroupBy({"shop"}, {Count(), CountValues("n"), Sum("n"), Mean("n", "avg"), Min("item"),
+                                Max("n")}),
+       "a2273.5x5 b2111x1 "},
+  };
+  for (const auto& [table, expected] : cases) {
+    std::string cells;
+    for (const Row row : table) {
+      for (const Cell cell : row) cells += cell.ToText();
+      cells += " ";
+    }
+    EXPECT_EQ(cells, expected);
+  }
+  EXPECT_EQ(sales.GroupBy({"shop"}, {Sum("n"), Mean("n", "avg")}).Columns()[1].Name(), "n_sum");
+  EXPECT_EQ(Message([&] { sales.SortBy("size"); }), "Column size does not exists");
+}
+
+TEST(Table, DescribesItsColumns) {
+  Table table{"whole", "real", "day", "truth", "text", "nothing"};
+  table.AddRow({4, 0.5, DateTime::Parse("2024-01-01"), true, "b"});
+  table.AddRow({1, NAN, DateTime::Parse("2024-01-02"), true, "a"});
+  table.AddRow({1, 1, DateTime::Parse("2024-01-04"), false, "a"});
+  table.AddRow({2, {}, {}, {}, {}});
+  std::ostringstream text;
+  Print(text, table.Describe().Select({"column", "type", "count", "nulls", "distinct"}));
+  Print(text, table.Describe().Select({"min", "q1", "median", "q3", "max", "mean"}),
+        {.width = 200});
+  EXPECT_EQ(text.str(), R"(column   type     count  nulls  distinct
+whole    integer      4      0         3
+real     number       3      1         2
+day      date         3      1         3
+truth    truth        3      1         2
+text     text         3      1         2
+nothing  text         0      4         0
+min                   q1                    median                q3                    max                   mean
+1                     1                     1.5                   2.5                   4                     2
+0.5                   0.75                  nan                   nan                   nan                   nan
+2024-01-01T12:00:00Z  2024-01-02T00:00:00Z  2024-01-02T12:00:00Z  2024-01-03T12:00:00Z  2024-01-04T12:00:00Z  2024-01-02T20:00:00Z
+false                                                                                   true
+a                                                                                       b
+
+)");
+}
+
 TEST(Table, SaysWhatIsWrong) {
   Table table = Peaks();
   const std::function<void()> calls[] = {

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "LayerData/Column.h"
+#include "LayerData/Handle.h"
+
+namespace layerdata {
+
+/// The cells of a column copied into arrays, which is how a program looks at a million of them. The
+/// formats and their rules are those of `ld_table_get_column_data`.
+class ColumnData {
+ public:
+  /// @param format  LD_COLUMN_FORMAT_AUTOMATIC for the one that holds all values
+  /// @throws Error for a value that the format cannot hold
+  explicit ColumnData(const Column& column, ld_column_format format = LD_COLUMN_FORMAT_AUTOMATIC) {
+    ld_column_options options{};
+    options.size = sizeof options;
+    options.format = format;
+    ld_object* owner = nullptr;
+    detail::Call(ld_table_get_column_data, column.GetTable(), column.Index(), std::int64_t{0},
+                 std::int64_t{-1}, &options, &data_, &owner);
+    owner_ = detail::Handle(owner);
+  }
+
+  ld_column_format Format() const noexcept { return data_->format; }
+  std::size_t Size() const noexcept { return static_cast<std::size_t>(data_->length); }
+  std::size_t NullCount() const noexcept { return static_cast<std::size_t>(data_->null_count); }
+  bool IsNull(std::size_t index) const noexcept {
+    return data_->validity && (data_->validity[index / 8] >> index % 8 & 1) == 0;
+  }
+
+  /// The values of LD_COLUMN_FORMAT_INT64, and the microseconds of LD_COLUMN_FORMAT_DATE_TIME.
+  std::span<const std::int64_t> Integers() const noexcept { return Values<std::int64_t>(); }
+  /// The values of LD_COLUMN_FORMAT_DOUBLE.
+  std::span<const double> Doubles() const noexcept { return Values<double>(); }
+  /// The values of LD_COLUMN_FORMAT_BOOL, 0 or 1.
+  std::span<const std::uint8_t> Bools() const noexcept { return Values<std::uint8_t>(); }
+  /// A value of LD_COLUMN_FORMAT_TEXT or LD_COLUMN_FORMAT_BINARY.
+  std::string_view Bytes(std::size_t index) const noexcept {
+    const std::int64_t begin = data_->offsets[index], end = data_->offsets[index + 1];
+    return {data_->bytes + begin, static_cast<std::size_t>(end - begin)};
+  }
+
+  const ld_column_data& Get() const noexcept { return *data_; }
+
+ private:
+  template <class T>
+  std::span<const T> Values() const noexcept {
+    return {static_cast<const T*>(data_->values), Size()};
+  }
+
+  const ld_column_data* data_ = nullptr;
+  detail::Handle<ld_object> owner_;
+};
+
+}  // namespace layerdata
