@@ -298,23 +298,29 @@ bool IsBlank(std::string_view text) {
   return text.find_first_not_of(" \t\r") == std::string_view::npos;
 }
 
+/// Reads a line that is not blank.
+void ReadLine(std::string_view text, std::size_t begin, std::size_t end,
+              TableBuilder::Parser& parser, const TableBuilder& builder) {
+  parser.SkipTo(begin);
+  const bool isRead = parser.ParseNext() || builder.IsFull();
+  if (isRead && parser.Position() <= end &&
+      (builder.IsFull() || IsBlank(text.substr(parser.Position(), end - parser.Position()))))
+    return;
+  // This line is wrong, even if its value ends on a later one.
+  parser.SkipTo(std::min(parser.Position(), end));
+  throw NotJson();
+}
+
 /// Reads the lines of a part of a text.
 /// @param text  from the part to the end of the whole text
 /// @param size  of the part
 void ReadLines(std::string_view text, std::size_t size, std::size_t offset, TableBuilder& builder) {
   TableBuilder::Parser parser(text, builder);
   builder.Follow(parser, text);
-  const auto read = [&](std::size_t begin, std::size_t end) {
-    parser.SkipTo(begin);
-    const bool isValue = parser.ParseNext() && parser.Position() <= end;
-    if (builder.IsFull()) return;
-    if (!isValue || !IsBlank(text.substr(parser.Position(), end - parser.Position())))
-      throw NotJson();
-  };
   WithPosition(parser, offset, [&] {
     for (std::size_t begin = 0, end = 0; begin < size && !builder.IsFull(); begin = end + 1) {
       end = std::min(text.substr(0, size).find('\n', begin), size);
-      if (!IsBlank(text.substr(begin, end - begin))) read(begin, end);
+      if (!IsBlank(text.substr(begin, end - begin))) ReadLine(text, begin, end, parser, builder);
     }
   });
 }
