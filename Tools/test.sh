@@ -78,8 +78,12 @@ readme_example() {
 # The C example from several compilers, also one for the Microsoft ABI.
 callers() { build release && build windows && Tools/check-callers.sh build/release build/windows; }
 
-# The code of the guides and of the README runs and prints what they say.
-docs() { build release && Tools/check-docs.py; }
+# The documentation site has no warnings; the code of the guides and of the README prints what they say.
+docs() {
+  local status=0
+  one Docs.SiteHasNoWarnings Tools/docs.sh || status=1
+  build release && Tools/check-docs.py && return "$status"
+}
 
 asan() { build_and_test asan; }
 
@@ -154,7 +158,7 @@ logs=build/logs
 passed=0
 failed=0
 mkdir -p "$logs"
-packages="$BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES"
+packages="$BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES $DOCS_PACKAGES"
 case ${1:-} in
   "") set -- $STAGES ;;
   quick) set -- release; packages=$BUILD_PACKAGES ;;

@@ -56,8 +56,8 @@ enum {
 
 /// A column by which rows are sorted. This record never grows.
 typedef struct ld_sort_key {
-  const char* column;
-  ld_sort_order order;
+  const char* column;   ///< its name
+  ld_sort_order order;  ///< in which direction, and where Null stands
 } ld_sort_key;
 
 /// All rows, sorted by the first key; rows that are equal there by the second, and so on. Rows with
@@ -116,9 +116,9 @@ enum {
 
 /// A column of the result of grouping. This record never grows.
 typedef struct ld_aggregate {
-  ld_aggregate_function function;
-  const char* column;  ///< name of the column that is read
-  const char* name;    ///< name of the new column
+  ld_aggregate_function function;  ///< what is computed
+  const char* column;              ///< name of the column that is read
+  const char* name;                ///< name of the new column
 } ld_aggregate;
 
 /// A row for each group of rows with equal keys, in the order of their first rows. Null equals Null

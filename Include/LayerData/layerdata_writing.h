@@ -124,7 +124,7 @@ enum {
 
 /// How to write JSON.
 typedef struct ld_json_write_options {
-  uint64_t size;  ///< of this record
+  uint64_t size;          ///< of this record
   ld_json_layout layout;  ///< what surrounds the rows
   /// Spaces for each level of an array, at most 16; 0 for no white space. Must be 0 for JSON lines.
   uint32_t indentation;
@@ -145,8 +145,8 @@ typedef struct ld_json_write_options {
 /// Bool, DateTime, String and JsonDocument as the type that their JSON has, and decimals of a
 /// second as `ld_csv_write` says.
 /// @param options  null for the defaults
-/// @fails with "The indentation is too large!", "JSON lines cannot be indented!", "Column %s holds a
-///        number that JSON cannot represent!" for NaN and infinities
+/// @fails with "The indentation is too large!", "JSON lines cannot be indented!",
+///        "Column %s holds a number that JSON cannot represent!" for NaN and infinities
 LD_API bool ld_json_write(ld_table* table, const ld_json_write_options* options, ld_string** result,
                           ld_error** error);
 
