@@ -27,9 +27,13 @@ class ColumnData {
     owner_ = detail::Handle(owner);
   }
 
+  /// The format of the values.
   ld_column_format Format() const noexcept { return data_->format; }
+  /// The number of cells.
   std::size_t Size() const noexcept { return static_cast<std::size_t>(data_->length); }
+  /// The number of cells without a value.
   std::size_t NullCount() const noexcept { return static_cast<std::size_t>(data_->null_count); }
+  /// Whether a cell has no value; what the arrays hold there has no meaning.
   bool IsNull(std::size_t index) const noexcept {
     return data_->validity && (data_->validity[index / 8] >> index % 8 & 1) == 0;
   }
@@ -46,6 +50,7 @@ class ColumnData {
     return {data_->bytes + begin, static_cast<std::size_t>(end - begin)};
   }
 
+  /// The record of the C interface.
   const ld_column_data& Get() const noexcept { return *data_; }
 
  private:

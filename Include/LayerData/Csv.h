@@ -28,28 +28,28 @@ enum class LongLines : std::uint32_t {
 
 /// How delimited text is read; see `ld_csv_read_options`. The defaults detect everything.
 struct CsvOptions {
-  std::string separator{};     ///< empty to detect it
-  std::uint32_t codePage = 0;  ///< 0: by the byte-order mark, UTF-8 without one
-  HeaderLine header = HeaderLine::Detect;
-  LongLines longLines = LongLines::Fail;
+  std::string separator{};                 ///< empty to detect it
+  std::uint32_t codePage = 0;              ///< 0: by the byte-order mark, UTF-8 without one
+  HeaderLine header = HeaderLine::Detect;  ///< which line names the columns
+  LongLines longLines = LongLines::Fail;   ///< what becomes of lines with too many values
   std::vector<std::string> textColumns{};  ///< whose cells stay text: "00501" keeps its zeros
-  bool allText = false;
-  bool unquoteNames = false;
-  std::uint64_t maxRows = 0;  ///< 0: no limit
-  std::uint32_t threads = 0;  ///< 0: as many as the process may use, for large texts
-  Progress progress{};
+  bool allText = false;                    ///< as if all columns were in `textColumns`
+  bool unquoteNames = false;               ///< names lose the quotes around them, as values do
+  std::uint64_t maxRows = 0;               ///< 0: no limit
+  std::uint32_t threads = 0;               ///< 0: as many as the process may use, for large texts
+  Progress progress{};                     ///< counts bytes
 };
 
 /// How delimited text is written; see `ld_csv_write_options`.
 struct CsvWriteOptions {
-  std::string separator{};  ///< empty for a comma
-  ValueForm form = ValueForm::Exact;
-  bool quoteTexts = false;  ///< all of them; otherwise those that need it
-  bool quoteNames = false;
-  bool header = true;
-  bool windowsLineEnds = false;
-  std::uint32_t threads = 0;  ///< 0: as many as the process may use, for large tables
-  Progress progress{};        ///< counts rows
+  std::string separator{};            ///< empty for a comma
+  ValueForm form = ValueForm::Exact;  ///< of the values
+  bool quoteTexts = false;            ///< all of them; otherwise those that need it
+  bool quoteNames = false;       ///< also names that contain quotes, for readers that remove them
+  bool header = true;            ///< whether the first line names the columns
+  bool windowsLineEnds = false;  ///< carriage return and line feed
+  std::uint32_t threads = 0;     ///< 0: as many as the process may use, for large tables
+  Progress progress{};           ///< counts rows
 };
 
 /// What reading a text found, and what the text lost.
@@ -60,13 +60,17 @@ class ReadReport {
   explicit ReadReport(detail::Handle<ld_read_report> report) noexcept
       : report_(std::move(report)) {}
 
+  /// The separator of the values.
   std::string Separator() const {
     return detail::Ask<const char*>(ld_read_report_get_separator, Get());
   }
+  /// Whether a line names the columns.
   bool HasHeader() const { return detail::Ask<bool>(ld_read_report_has_header, Get()); }
+  /// The code page that was used: 65001 for UTF-8, 1200 and 1201 for UTF-16.
   std::uint32_t CodePage() const {
     return detail::Ask<std::uint32_t>(ld_read_report_get_code_page, Get());
   }
+  /// The number of lines that were read, without empty ones.
   std::uint64_t LineCount() const {
     return detail::Ask<std::uint64_t>(ld_read_report_get_line_count, Get());
   }

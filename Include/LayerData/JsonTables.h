@@ -10,11 +10,11 @@ namespace layerdata {
 
 /// How a table is written as JSON; see `ld_json_write_options`.
 struct JsonWriteOptions {
-  bool lines = false;             ///< JSON lines: an object on each line
-  std::uint32_t indentation = 0;  ///< spaces for each level of an array
-  ValueForm form = ValueForm::Exact;
-  std::uint32_t threads = 0;  ///< 0: as many as the process may use, for large tables
-  Progress progress{};        ///< counts rows
+  bool lines = false;                 ///< JSON lines: an object on each line
+  std::uint32_t indentation = 0;      ///< spaces for each level of an array
+  ValueForm form = ValueForm::Exact;  ///< of the values
+  std::uint32_t threads = 0;          ///< 0: as many as the process may use, for large tables
+  Progress progress{};                ///< counts rows
 };
 
 namespace detail {

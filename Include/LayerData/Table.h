@@ -58,6 +58,7 @@ using Rows = detail::TableRange<detail::RowsOfTable, ld_table_get_row_count>;
 /// A random-access view of the columns of a table.
 using Columns = detail::TableRange<detail::ColumnsOfTable, ld_table_get_column_count>;
 
+/// The direction of sorting, and where Null stands.
 enum class Order : std::uint32_t {
   Ascending = LD_SORT_ORDER_ASCENDING,    ///< Null last
   Descending = LD_SORT_ORDER_DESCENDING,  ///< Null last, too
@@ -67,11 +68,12 @@ enum class Order : std::uint32_t {
 
 /// A column to sort by: `"name"`, or `{"name", Order::Descending}`.
 struct SortKey {
+  /// A column by its name.
   SortKey(std::string name, Order by = Order::Ascending) : column(std::move(name)), order(by) {}
   SortKey(const char* name, Order by = Order::Ascending) : column(name), order(by) {}
 
-  std::string column;
-  Order order;
+  std::string column;  ///< its name
+  Order order;         ///< in which direction
 };
 
 /// Which rows without a partner a join keeps.
@@ -85,19 +87,22 @@ enum class JoinKind : std::uint32_t {
 /// A pair of columns to join on: `"id"`, or `{"id", "station"}` if the names differ. So
 /// `Join(other, {"year", "id"})` joins on two columns, `Join(other, {{"id", "station"}})` on one.
 struct JoinKey {
+  /// A column with the same name in both tables.
   JoinKey(const char* name) : left(name), right(name) {}
   JoinKey(const std::string& name) : left(name), right(name) {}
+  /// A column of each table.
   JoinKey(std::string leftName, std::string rightName)
       : left(std::move(leftName)), right(std::move(rightName)) {}
 
-  std::string left, right;
+  std::string left;   ///< of this table
+  std::string right;  ///< of the other table
 };
 
 /// A column of the result of grouping; made by `Count`, `Sum` and their like.
 struct Aggregate {
-  ld_aggregate_function function;
-  std::string column;
-  std::string name;
+  ld_aggregate_function function;  ///< what is computed
+  std::string column;              ///< of which column; empty for the number of rows
+  std::string name;                ///< of the new column
 };
 /// The number of rows.
 inline Aggregate Count(std::string name = "count") {
@@ -107,15 +112,19 @@ inline Aggregate Count(std::string name = "count") {
 inline Aggregate CountValues(const std::string& column, std::string name = {}) {
   return {LD_AGGREGATE_FUNCTION_COUNT_VALUES, column, name.empty() ? column + "_count" : name};
 }
+/// The sum of the numbers; see `LD_AGGREGATE_FUNCTION_SUM`.
 inline Aggregate Sum(const std::string& column, std::string name = {}) {
   return {LD_AGGREGATE_FUNCTION_SUM, column, name.empty() ? column + "_sum" : name};
 }
+/// The mean of the numbers; see `LD_AGGREGATE_FUNCTION_MEAN`.
 inline Aggregate Mean(const std::string& column, std::string name = {}) {
   return {LD_AGGREGATE_FUNCTION_MEAN, column, name.empty() ? column + "_mean" : name};
 }
+/// The first of the least values; Null without any.
 inline Aggregate Min(const std::string& column, std::string name = {}) {
   return {LD_AGGREGATE_FUNCTION_MIN, column, name.empty() ? column + "_min" : name};
 }
+/// The first of the greatest values; Null without any.
 inline Aggregate Max(const std::string& column, std::string name = {}) {
   return {LD_AGGREGATE_FUNCTION_MAX, column, name.empty() ? column + "_max" : name};
 }
