@@ -155,7 +155,7 @@ void ExactCsvRows::AppendDateTime(std::string_view value, TextBuffer& text) cons
   }
 }
 
-void AppendNumber(const _VARIANT& cell, TextBuffer& text) {
+void AppendReal(const _VARIANT& cell, TextBuffer& text) {
   const auto real = RealOf(cell);
   if (!real || !impl::AppendJsonDouble(text, *real)) text.Append(ExactText(cell));
 }
@@ -169,6 +169,9 @@ bool ExactCsvRows::AppendCell(Row& row, const _VARIANT& cell, std::size_t column
       if (Core::TypeOf(cell) != ValueType::Int64) break;
       impl::AppendJsonInteger(text, static_cast<std::int64_t>(cell.value[0]));
       return true;
+    case Core::ValueKind::Real:
+      AppendReal(cell, text);
+      return true;
     case Core::ValueKind::DateTime:
       if (dates_.Append(cell, column, text)) return true;
       return row.UseText(cell, [&](std::string_view value) { AppendDateTime(value, text); });
@@ -177,7 +180,7 @@ bool ExactCsvRows::AppendCell(Row& row, const _VARIANT& cell, std::size_t column
     default:
       break;
   }
-  if (Core::IsPrimitive(Core::TypeOf(cell))) return AppendNumber(cell, text), true;
+  if (Core::IsPrimitive(Core::TypeOf(cell))) return text.Append(ExactText(cell)), true;
   return row.UseText(cell, [&](std::string_view value) { AppendText(value, text); });
 }
 
@@ -187,7 +190,7 @@ void WriteExactCsv(Interfaces::ITable& table, const impl::CsvForm& form, bool qu
   const ExactCsvRows rows(cursor, form, parts);
   TextBuffer header;
   if (form.hasHeader) rows.AppendHeader(cursor, quoteNames, header);
-  output.Take(header);
+  output.Append(header.View());
   impl::WriteRows(cursor, rows, parts, output);
 }
 

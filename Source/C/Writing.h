@@ -6,7 +6,7 @@
 #include "Data/Interfaces/ITable.h"
 #include "LayerData/layerdata_writing.h"
 #include "Platform/OutputFile.h"
-#include "Text/TextPieces.h"
+#include "Text/TextOutput.h"
 
 /// What the functions that write tables share.
 namespace Data::c {
@@ -15,10 +15,7 @@ namespace Data::c {
 class FileText final : public impl::TextOutput {
  public:
   explicit FileText(const char* path) : file_(path) {}
-  void Take(impl::TextBuffer& piece) override {
-    file_.Write(piece.View());
-    piece.Clear();
-  }
+  void Append(std::string_view piece) override { file_.Write(piece); }
   void Commit() { file_.Commit(); }
 
  private:
@@ -37,11 +34,11 @@ void WriteText(ld_table* table, const Options& options, ld_string** result, Writ
   auto& rows = Self<Interfaces::ITable>(table);
   Threads threads(options.thread_count, {options.progress, options.progress_context});
   threads.Start(static_cast<std::uint64_t>(rows.GetRowCount()));
-  impl::TextPieces text;
+  impl::MemoryText text;
   write(rows, threads, text);
-  const auto joined = text.Join(threads);
+  const auto string = text.Take();
   threads.Finish();
-  GiveObject(result, joined.Get());
+  GiveObject(result, string.Get());
 }
 
 /// Calls `write(table, parts, output)` for a text in a file.

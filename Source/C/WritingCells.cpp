@@ -43,12 +43,22 @@ DateTimeImpl* OwnDateTime(const _VARIANT& cell) {
 /// Clears the marks of columns that have a date-time with a time in these rows.
 void CheckRows(const impl::TableImpl& table, const impl::TableCursor& columns, std::size_t next,
                std::size_t end, std::vector<char>& areDates) {
-  for (; next != end; ++next) {
-    const impl::PlainRow row(columns, *table.Rows()[next]);
-    for (std::size_t i = 0; i < areDates.size(); ++i) {
-      if (!areDates[i]) continue;
-      DateTimeImpl* const dateTime = OwnDateTime(row.Cell(i));
-      if (dateTime && !ExactDateTime(*dateTime).IsDate()) areDates[i] = 0;
+  struct Column {
+    std::size_t number;
+    std::int32_t index;
+  };
+  std::vector<Column> unchecked;
+  for (std::size_t i = 0; i < areDates.size(); ++i)
+    unchecked.push_back({i, columns.ColumnIndex(i)});
+  for (; next != end && !unchecked.empty(); ++next) {
+    const impl::RowImpl& row = *table.Rows()[next];
+    for (std::size_t i = 0; i < unchecked.size(); ++i) {
+      const _VARIANT* const cell = row.CellOrNull(unchecked[i].index);
+      if (!cell || Core::TypeOf(*cell) != ValueType::DateTime) continue;
+      DateTimeImpl* const dateTime = OwnDateTime(*cell);
+      if (!dateTime || ExactDateTime(*dateTime).IsDate()) continue;
+      areDates[unchecked[i].number] = 0;
+      unchecked.erase(unchecked.begin() + static_cast<std::ptrdiff_t>(i--));
     }
   }
 }
@@ -62,7 +72,8 @@ ExactDateTime::ExactDateTime(DateTimeImpl& value) : fields_(value.Fields()) {
     if (!IsReadable(normal)) return;  // beyond the calendar
     fields_ = normal;
   }
-  ticks_ = static_cast<std::uint32_t>(ticks - impl::ToTicks(fields_));
+  const std::int64_t rest = static_cast<std::int64_t>(ticks) % impl::kTicksPerMillisecond;
+  ticks_ = static_cast<std::uint32_t>(rest < 0 ? rest + impl::kTicksPerMillisecond : rest);
 }
 
 bool ExactDateTime::IsDate() const {

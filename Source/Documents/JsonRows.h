@@ -57,14 +57,9 @@ template <class Cells>
 void WriteJson(TableCursor& table, const JsonLayout& layout, const Cells& cells, Core::Parts& parts,
                TextOutput& output) {
   const JsonPunctuation punctuation(table, layout);
-  const auto take = [&](std::string_view text) {
-    TextBuffer piece;
-    piece.Append(text);
-    output.Take(piece);
-  };
-  take(punctuation.begin);
+  output.Append(punctuation.begin);
   const bool hasRow = WriteRows(table, JsonRows<Cells>(punctuation, cells), parts, output);
-  take(hasRow ? punctuation.end : punctuation.endWithoutRow);
+  output.Append(hasRow ? punctuation.end : punctuation.endWithoutRow);
 }
 
 }  // namespace Data::impl

@@ -6,7 +6,7 @@
 #include "Data/Interfaces/ITable.h"
 #include "Documents/JsonDocumentImpl.h"
 #include "Documents/JsonRows.h"
-#include "Text/TextPieces.h"
+#include "Text/TextOutput.h"
 
 namespace Data::impl {
 

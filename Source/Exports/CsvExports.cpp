@@ -5,7 +5,7 @@
 #include "Tables/Csv/CsvReader.h"
 #include "Tables/Csv/CsvWriter.h"
 #include "Tables/ValueTypeDetection.h"
-#include "Text/TextPieces.h"
+#include "Text/TextOutput.h"
 
 using namespace Data::Interfaces;
 using namespace Data::impl;
@@ -83,9 +83,9 @@ bool Data_ConvertTableToCsv(ITable* table, const char* separator, IString** text
     Core::CheckOutPointer(text);
     Core::CheckArgument(table);
     Core::Parts parts;
-    TextPieces csv;
+    MemoryText csv;
     WriteCsv(*table, {CheckedSeparator(separator), alwaysQuote}, parts, csv);
-    *text = csv.Join(parts).Detach();
+    *text = csv.Take().Detach();
   });
 }
 

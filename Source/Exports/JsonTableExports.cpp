@@ -27,9 +27,9 @@ bool Data_TableToJson(ITable* table, IJsonDocument** out, Core::IErrorCode** err
     Core::CheckArgument(table);
     Core::CheckOutPointer(out);
     Core::Parts parts;
-    TextPieces json;
+    MemoryText json;
     WriteJsonTable(*table, {}, parts, json);
-    *out = JsonDocumentImpl::FromJson(json.Join(parts)).Detach();
+    *out = JsonDocumentImpl::FromJson(json.Take()).Detach();
   });
 }
 

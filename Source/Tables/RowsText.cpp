@@ -10,8 +10,10 @@ namespace Data::impl {
 namespace {
 
 /// Rows that one part of the job writes: enough to make the cost of a part negligible, few enough
-/// that the texts of a wave take little memory.
-constexpr std::size_t kCellsPerChunk = std::size_t{1} << 16;
+/// that their text stays in the cache until it is copied.
+constexpr std::size_t kCellsPerChunk = std::size_t{1} << 14;
+/// More chunks than parts make a wave longer, so that it matters less that threads wait at its end.
+constexpr std::size_t kChunksPerPart = 2;
 /// What a cell typically takes as text.
 constexpr std::size_t kBytesPerCell = 8;
 
@@ -24,14 +26,22 @@ struct Chunk {
 };
 
 void Chunk::Write(const TableImpl& table, const TableCursor& columns, const RowFormat& format) {
-  for (; next != end; ++next) {
-    const std::size_t size = text.Size();
-    PlainRow row(columns, *table.Rows()[next]);
-    if (next != 0) text.Append(format.Between());
-    if (format.Append(row, text)) continue;
-    text.CutTo(size);
-    return;
+  // Chunks of other threads are in the same cache line.
+  Chunk chunk = std::move(*this);
+  for (; chunk.next != chunk.end; ++chunk.next) {
+    const std::size_t size = chunk.text.Size();
+    PlainRow row(columns, *table.Rows()[chunk.next]);
+    if (chunk.next != 0) chunk.text.Append(format.Between());
+    if (format.Append(row, chunk.text)) continue;
+    chunk.text.CutTo(size);
+    break;
   }
+  *this = std::move(chunk);
+}
+
+std::size_t RowsPerChunk(std::size_t rowCount, std::size_t width, std::size_t partCount) {
+  const std::size_t most = std::max<std::size_t>(kCellsPerChunk / width, 1);
+  return std::clamp<std::size_t>((rowCount + partCount - 1) / partCount, 1, most);
 }
 
 /// Chunks that are written at the same time. Between two waves only the calling thread runs.
@@ -50,6 +60,7 @@ class Wave {
   /// Drops the chunks after the first incomplete one.
   /// @return the first row that was not written
   std::size_t DropAfterIncomplete();
+  std::size_t TextSize() const;
   void MoveTo(TextOutput& output);
 
  private:
@@ -73,9 +84,15 @@ std::size_t Wave::DropAfterIncomplete() {
   return chunks_[count_ - 1].next;
 }
 
+std::size_t Wave::TextSize() const {
+  std::size_t size = 0;
+  for (std::size_t i = 0; i < count_; ++i) size += chunks_[i].text.Size();
+  return size;
+}
+
 void Wave::MoveTo(TextOutput& output) {
   for (std::size_t i = 0; i < count_; ++i) {
-    output.Take(chunks_[i].text);
+    output.Append(chunks_[i].text.View());
     chunks_[i].text.Clear();
   }
   count_ = 0;
@@ -87,15 +104,14 @@ void Wave::MoveTo(TextOutput& output) {
 std::size_t WritePlainRows(const TableImpl& table, const TableCursor& columns,
                            const RowFormat& format, Core::Parts& parts, TextOutput& output) {
   const std::size_t width = std::max<std::size_t>(columns.ColumnCount(), 1);
-  const std::size_t chunks = parts.CountFor(table.RowCount() * width * kBytesPerCell);
-  const std::size_t rowsPerChunk =
-      std::clamp<std::size_t>((table.RowCount() + chunks - 1) / chunks, 1,
-                              std::max<std::size_t>(kCellsPerChunk / width, 1));
-  Wave wave(chunks), previous(chunks);
+  const std::size_t partCount = parts.CountFor(table.RowCount() * width * kBytesPerCell);
+  const std::size_t rowsPerChunk = RowsPerChunk(table.RowCount(), width, partCount);
+  const std::size_t chunkCount = partCount == 1 ? 1 : kChunksPerPart * partCount;
+  Wave wave(chunkCount), previous(chunkCount);
   std::size_t done = 0;
   for (bool isStopped = false; !isStopped;) {
     const std::size_t first = done;
-    const std::size_t cut = wave.Cut(done, table.RowCount(), rowsPerChunk);
+    const std::size_t cut = wave.Cut(first, table.RowCount(), rowsPerChunk);
     const std::size_t outputs = previous.IsEmpty() ? 0 : 1;
     parts.Run(outputs + wave.Count(), [&](std::size_t i) {
       if (i < outputs) {
@@ -107,6 +123,7 @@ std::size_t WritePlainRows(const TableImpl& table, const TableCursor& columns,
     if (wave.IsEmpty()) break;
     done = wave.DropAfterIncomplete();
     isStopped = done != cut;
+    if (first == 0 && done != 0) output.Expect(wave.TextSize() * table.RowCount() / done);
     std::swap(wave, previous);
     parts.Advance(done - first);
   }
@@ -121,7 +138,7 @@ bool WriteRowsInTurn(TableCursor& table, bool isFirst, const RowFormat& format, 
   TextBuffer text;
   std::size_t rows = 0;
   const auto pass = [&] {
-    output.Take(text);
+    output.Append(text.View());
     text.Clear();
     parts.Advance(std::exchange(rows, 0));
   };

@@ -13,7 +13,7 @@
 #include "Tables/TableCursor.h"
 #include "Text/MultiByteStringImpl.h"
 #include "Text/TextBuffer.h"
-#include "Text/TextPieces.h"
+#include "Text/TextOutput.h"
 
 /// Writes the rows of tables as text, in parts if the table allows it.
 namespace Data::impl {

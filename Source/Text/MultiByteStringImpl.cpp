@@ -53,6 +53,15 @@ Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8(std::string_view te
   return FromUtf8(text.size(), copy, pool);
 }
 
+Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::FromUtf8Buffer(std::unique_ptr<char[]> text,
+                                                                   std::size_t size,
+                                                                   std::size_t capacity) {
+  auto string = Core::MakePtr<MultiByteStringImpl>();
+  string->Adopt(std::move(text), capacity);
+  string->Finish<char>(size, Kind::Utf8);
+  return string;
+}
+
 Core::Ptr<MultiByteStringImpl> MultiByteStringImpl::AsUtf8() {
   if (kind_ == Kind::Empty || kind_ == Kind::Utf8) return this;
   auto copy = Core::MakePtr<MultiByteStringImpl>();

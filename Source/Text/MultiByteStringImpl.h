@@ -35,6 +35,11 @@ struct MultiByteStringImpl final : Core::ObjectBase<Interfaces::IString> {
   template <class Fill>
   static Core::Ptr<MultiByteStringImpl> FromUtf8(std::size_t capacity, Fill&& fill,
                                                  Core::ObjectPool* pool = nullptr);
+  /// A new UTF-8 text in a buffer that it takes over.
+  /// @param size      of the text, without the terminator, which is written here
+  /// @param capacity  of the buffer, above the size
+  static Core::Ptr<MultiByteStringImpl> FromUtf8Buffer(std::unique_ptr<char[]> text,
+                                                       std::size_t size, std::size_t capacity);
   /// Like `FromUtf8`, for a secret: the string overwrites all memory that held its text before it
   /// frees or reuses it.
   template <class Fill>

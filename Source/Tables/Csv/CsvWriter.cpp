@@ -85,7 +85,7 @@ void WriteCsv(Interfaces::ITable& table, const CsvForm& form, Core::Parts& parts
   TableCursor cursor(table);
   TextBuffer header;
   if (form.hasHeader) AppendHeader(cursor, form, header);
-  output.Take(header);
+  output.Append(header.View());
   WriteRows(cursor, CsvRows(cursor.ColumnCount(), form), parts, output);
 }
 

@@ -4,7 +4,7 @@
 
 #include "Core/Parts.h"
 #include "Data/Interfaces/ITable.h"
-#include "Text/TextPieces.h"
+#include "Text/TextOutput.h"
 
 namespace Data::impl {
 
