@@ -219,8 +219,8 @@ def describe_c(root, target):
         elif node["kind"] == "FunctionDecl":
             blocks.setdefault("functions", []).append(function(node))
         previous = name
-    for name in ("functions", "types"):
-        blocks[name].sort(key=lambda line: line.split("(")[0].split()[-1])
+    blocks["functions"].sort(key=lambda line: line.split("(")[0].split()[-1])
+    blocks["types"].sort()
     return {name: lines for name, lines in sorted(blocks.items()) if lines}
 
 
@@ -434,7 +434,7 @@ CHANGES = [
     ("ArgumentRetyped", True, [("Include/Data/Interfaces/IVariantList.h",
                                 replace(r"GetAt\(uint64_t", "GetAt(int64_t"))], False),
     ("FieldsSwapped", True, [("Include/Data/Structures/Uuid.h",
-                              replace(r"data2;(\s*uint16_t) data3;", r"data3;\1 data2;"))], False),
+                              replace(r"data2;(.*?uint16_t) data3;", r"data3;\1 data2;"))], False),
     ("FieldRetyped", True, [("Include/Data/Structures/Variant.h",
                              replace(r"uint32_t type;", "int32_t type;"))], False),
     ("EnumeratorsSwapped", True, [("Include/Data/Structures/MergeMode.h",
@@ -454,11 +454,11 @@ CHANGES = [
     ("CFunctionRetyped", True, [(C_HEADER, replace(r"(ld_table_get_row\(ld_table\* self, )int64_t", r"\1int32_t"))],
      False),
     ("CFunctionRemoved", True, [(C_HEADER, replace(r"LD_API uint32_t ld_version\(void\);", ""))], False),
-    ("CFieldsSwapped", True, [(C_HEADER, replace(r"data2;(\s*uint16_t) data3;", r"data3;\1 data2;"))], False),
+    ("CFieldsSwapped", True, [(C_HEADER, replace(r"data2;(.*?uint16_t) data3;", r"data3;\1 data2;"))], False),
     ("CFieldRetyped", True, [(C_HEADER, replace(r"uint32_t type;", "int32_t type;"))], False),
     ("CEnumeratorsSwapped", True, [(C_HEADER, replace(r"(_ALL_LEFT = )1(.*_ALL = )2", r"\g<1>2\g<2>1"))], False),
     ("CEnumerationNarrowed", True, [(C_HEADER, replace(r"uint32_t ld_value_type;", "uint8_t ld_value_type;"))], False),
-    ("CCallbackRetyped", True, [(C_READING, replace(r"uint64_t total\);", "int64_t total);"))], False),
+    ("CCallbackRetyped", True, [(C_HEADER, replace(r"uint64_t total\);", "int64_t total);"))], False),
     ("COptionsGrowWithoutAVersion", True, [LONGER_OPTIONS], False),
     ("COptionsGrowAtTheEnd", False, [LONGER_OPTIONS, RAISE_MINOR], True),
     ("COptionsGrowInFront", True, [(C_READING, replace(r"  const char\* separator;", r"  uint64_t zeroth;\n\g<0>")),

@@ -12,8 +12,9 @@
 ///
 /// Failures. A function that fails returns false and stores an error object in `error`, which the
 /// caller releases with `ld_release`. It stores none if `error` is null or already points to an
-/// error object. Code 2 is a failure, also a lack of memory ("std::bad_alloc"); code 0 means that
-/// there is nothing to return, such as a value that does not exist.
+/// error object. Code 2 is a failure, also a lack of memory ("std::bad_alloc"); code 1 that a
+/// callback threw something that is no std::exception; code 0 that there is nothing to return, such
+/// as a value that does not exist.
 ///
 /// Objects. A handle (`ld_table*` and so on) refers to a reference-counted object. What you receive
 /// you release: each handle that a function stores carries one reference. The functions add
@@ -93,6 +94,13 @@ LD_API void ld_release(void* object);
 LD_API const char* ld_error_message(const ld_error* error);
 /// The code of a failure; 0 for null.
 LD_API uint32_t ld_error_code(const ld_error* error);
+
+/// Called now and then during a long call, on the thread of the caller, and once at its end with
+/// `done` equal to `total`. May call the library.
+/// @param context  the pointer that the options give
+/// @param done     how much has been done, in the unit that the options name
+/// @return false to cancel: the call fails with "The operation was cancelled!"
+typedef bool (*ld_progress)(void* context, uint64_t done, uint64_t total);
 
 /// How an application compares a cell with an allowed value. The library stores it but never
 /// evaluates it.

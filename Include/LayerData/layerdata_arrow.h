@@ -11,7 +11,6 @@
 /// or not.
 
 #include "layerdata.h"
-#include "layerdata_reading.h"
 
 #ifdef __cplusplus
 extern "C" {

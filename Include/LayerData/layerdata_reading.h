@@ -16,13 +16,6 @@
 extern "C" {
 #endif
 
-/// Called now and then during a long call, on the thread of the caller, and once at its end with
-/// `done` equal to `total`. May call the library.
-/// @param context  the pointer that the options give
-/// @param done     how much has been done, in the unit that the options name
-/// @return false to cancel: the call fails with "The operation was cancelled!"
-typedef bool (*ld_progress)(void* context, uint64_t done, uint64_t total);
-
 /// Which line of a delimited text names the columns.
 typedef uint32_t ld_header_line;
 enum {

@@ -28,7 +28,6 @@
 /// not stored as UTF-8, are written by the calling thread.
 
 #include "layerdata.h"
-#include "layerdata_reading.h"
 
 #ifdef __cplusplus
 extern "C" {
