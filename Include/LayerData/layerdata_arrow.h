@@ -71,11 +71,62 @@ struct ArrowArrayStream {
 /// How tables are written to and read from Arrow structures.
 typedef struct ld_arrow_options {
   uint64_t size;  ///< of this record
-  /// Null for none. Counts rows. While a stream is read, `total` is the number of rows in the
-  /// batches that have been received.
+  /// Writing a stream: the most rows of a batch. 0: 65,536.
+  uint64_t batch_rows;
+  /// Writing: the formats of columns, which the fields of this struct name. Columns that it does
+  /// not name have the format that fits their values. Null for none. The caller keeps the schema.
+  /// The formats: b, c, C, s, S, i, I, l, L, f, g, u, U, z, Z, tdD, and tss:, tsm:, tsu: and tsn:
+  /// with any time zone.
+  const struct ArrowSchema* schema;
+  /// Null for none. Counts rows; writing counts each twice. While a stream is read, `total` is the
+  /// number of rows in the batches that have been received.
   ld_progress progress;
   void* progress_context;
+  /// Writing: whether to round, instead of failing, what a format does not hold exactly: numbers to
+  /// the nearest, times down; and to replace what is not UTF-8 by U+FFFD.
+  bool lossy;
 } ld_arrow_options;
+
+/// Writes a table as a stream of batches.
+///
+/// The table is read in this call, and the stream has copies of all values. So the table may change
+/// or end before the stream is read, any thread may read the stream, and reading it fails only for
+/// lack of memory (get_next returns ENOMEM). A batch gives its memory to whoever receives it.
+///
+/// The format of a column is the first of these that holds all its values. Null values do not
+/// count; the declared type decides if there are no others.
+///
+///   - integers of one type: int8, uint8 ... uint64
+///   - integers of several types that 64 bits hold: int64
+///   - nothing but Float: float32
+///   - real numbers, also mixed with integers that a double holds exactly: float64
+///   - nothing but Bool: bool
+///   - nothing but DateTime: date32 if all stand at noon, as dates that were read without a time;
+///     otherwise timestamps of microseconds in UTC, or of nanoseconds if there are fractions of
+///     microseconds
+///   - nothing but Array: binary
+///   - anything else: utf8. Numbers are exact, with the fewest digits that read back as the same
+///     double. Dates are ISO 8601, UUIDs as "00000001-0002-0003-0400-000000000000", and documents
+///     are their content. large_utf8 (64-bit offsets) for documents, and if the texts may take more
+///     than 2 GB.
+///
+/// All columns are nullable, and no row is null. A column of a text and a number with a format of
+/// the options instead must hold nothing but values that this format holds.
+/// @param options  may be null
+/// @param out      overwritten; released by the caller
+/// @fails with "Column %s, row %d: %s cannot be stored as %s without loss!" or "... cannot be
+///        stored in the Arrow format "%s" without loss!", also for a text that is not UTF-8; "The
+///        Arrow schema names a column that the table does not have!"; "The table has changed while
+///        it was read!" if an object of the caller's own class in a cell does that
+LD_API bool ld_table_to_arrow_stream(ld_table* table, const ld_arrow_options* options,
+                                     struct ArrowArrayStream* out, ld_error** error);
+
+/// Writes a table as one batch. See `ld_table_to_arrow_stream`.
+/// @param schema  overwritten; released by the caller
+/// @param array   likewise
+LD_API bool ld_table_to_arrow_array(ld_table* table, const ld_arrow_options* options,
+                                    struct ArrowSchema* schema, struct ArrowArray* array,
+                                    ld_error** error);
 
 /// Reads a table from a stream of batches. The values become cells of these types:
 ///

@@ -75,6 +75,8 @@ class ArrowOwned {
 
   /// Null for a structure that was released before.
   Structure* Get() { return structure_.release ? &structure_ : nullptr; }
+  /// Passes the structure to the caller.
+  Structure Detach() { return std::exchange(structure_, Structure{}); }
   /// Where a producer stores one.
   Structure* Receive() { return &structure_; }
 

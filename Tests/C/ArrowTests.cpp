@@ -463,3 +463,524 @@ TEST(Arrow, RefusesInconsistentStructures) {
     EXPECT_EQ(unreleased, 0) << c.failure;
   }
 }
+
+// -- Writing --
+
+namespace {
+
+using Stream = ArrowArrayStream;
+
+/// Releases a structure that a test has received.
+template <class Structure>
+struct Own : Structure {
+  Own() : Structure{} {}
+  Own(const Own&) = delete;
+  Own& operator=(const Own&) = delete;
+  ~Own() {
+    if (this->release) this->release(this);
+  }
+};
+
+void Export(ld_table* table, const ld_arrow_options* options, Stream* out) {
+  ld_error* error = nullptr;
+  EXPECT_TRUE(ld_table_to_arrow_stream(table, options, out, &error)) << ld_error_message(error);
+  ld_release(error);
+}
+
+Held<ld_table> Imported(Stream& stream) {
+  return Received<ld_table>([&](ld_table** out, ld_error** error) {
+    return ld_table_from_arrow_stream(&stream, nullptr, out, error);
+  });
+}
+
+/// The formats of a stream's columns.
+std::string Formats(Stream& stream) {
+  Own<ArrowSchema> schema;
+  EXPECT_EQ(stream.get_schema(&stream, &schema), 0);
+  std::string formats;
+  for (std::int64_t i = 0; i < schema.n_children; ++i)
+    formats.append(i > 0 ? " " : "").append(schema.children[i]->format);
+  return formats;
+}
+
+ld_arrow_options Options() {
+  ld_arrow_options options{};
+  options.size = sizeof options;
+  return options;
+}
+
+/// Pseudo-random numbers, the same on every system.
+struct Random {
+  std::uint64_t state = 1;
+  std::uint64_t Below(std::uint64_t limit) {
+    state = state * 6364136223846793005 + 1442695040888963407;
+    return (state >> 33) % limit;
+  }
+};
+
+ld_variant Plain(ld_value_type type, std::uint64_t word) {
+  ld_variant value{};
+  value.type = type;
+  value.value[0] = word;
+  return value;
+}
+
+ld_variant Text(const std::string& text) {
+  ld_variant value{};
+  EXPECT_TRUE(ld_variant_from_text(text.data(), text.size(), &value, nullptr));
+  return value;
+}
+
+template <class Handle>
+ld_variant OfObject(const Held<Handle>& object) {
+  ld_variant value{};
+  EXPECT_TRUE(ld_variant_from_object(object.get(), &value, nullptr));
+  return value;
+}
+
+ld_variant Date(std::uint64_t ticks) {
+  return OfObject(Received<ld_date_time>([&](ld_date_time** out, ld_error** error) {
+    return ld_create_date_time_from_file_time(ticks, out, error);
+  }));
+}
+
+ld_variant BytesOf(const std::string& bytes) {
+  const auto array = Received<ld_array>(ld_create_array);
+  EXPECT_TRUE(ld_array_set_data(array.get(), bytes.data(), 1, bytes.size(), nullptr));
+  return OfObject(array);
+}
+
+ld_variant Json(const std::string& text) {
+  const auto document = Received<ld_json_document>(ld_create_json_document);
+  EXPECT_TRUE(ld_json_document_set_content(document.get(), text.data(), text.size(), nullptr));
+  return OfObject(document);
+}
+
+ld_variant Real(double number) {
+  ld_variant value{};
+  EXPECT_TRUE(ld_variant_from_double(number, &value, nullptr));
+  return value;
+}
+
+constexpr std::uint64_t kTicksPerDay = 864'000'000'000, kEpoch = 116'444'736'000'000'000;
+
+/// A kind of column: its cells, and what becomes of them on the way.
+struct Kind {
+  const char* format;
+  ld_variant (*make)(Random& random);
+  /// Null: the cell stays as it is.
+  std::string (*expected)(const ld_variant& cell) = nullptr;
+};
+
+const Kind kKinds[] = {
+    {"b", [](Random& r) { return Plain(LD_VALUE_TYPE_BOOL, r.Below(2)); }},
+    {"c",
+     [](Random& r) {
+       return Plain(LD_VALUE_TYPE_SBYTE, static_cast<std::uint64_t>(-1) - r.Below(128));
+     }},
+    {"C", [](Random& r) { return Plain(LD_VALUE_TYPE_BYTE, r.Below(256)); }},
+    {"s",
+     [](Random& r) {
+       return Plain(LD_VALUE_TYPE_INT16, static_cast<std::uint64_t>(-1) - r.Below(32768));
+     }},
+    {"S", [](Random& r) { return Plain(LD_VALUE_TYPE_UINT16, r.Below(65536)); }},
+    {"i", [](Random& r) { return Plain(LD_VALUE_TYPE_INT32, r.Below(INT32_MAX)); }},
+    {"I", [](Random& r) { return Plain(LD_VALUE_TYPE_UINT32, r.Below(UINT32_MAX)); }},
+    {"l", [](Random& r) { return Plain(LD_VALUE_TYPE_INT64, r.Below(INT32_MAX) << 33); }},
+    {"L", [](Random& r) { return Plain(LD_VALUE_TYPE_UINT64, UINT64_MAX - r.Below(9)); }},
+    {"f", [](Random& r) { return Plain(LD_VALUE_TYPE_FLOAT, 0x3F800000 + r.Below(99)); }},
+    {"g", [](Random& r) { return Real(static_cast<double>(r.Below(99)) / 8); }},
+    {"g", [](Random& r) { return r.Below(2) ? Plain(LD_VALUE_TYPE_INT64, r.Below(9)) : Real(0.5); },
+     [](const ld_variant& cell) {
+       double number = 0;
+       EXPECT_TRUE(ld_variant_to_double(&cell, &number, nullptr));
+       return "Double " + std::to_string(number);
+     }},
+    {"u",
+     [](Random& r) {
+       const auto size = static_cast<std::size_t>(r.Below(40));
+       return Text(std::string(size, "ab"[r.Below(2)]) + (r.Below(2) ? "\xC3\xA9" : ""));
+     }},
+    {"u",
+     [](Random& r) {
+       const ld_uuid uuid{static_cast<std::uint32_t>(r.Below(UINT32_MAX)), 1, 2, {3}};
+       ld_variant value{};
+       EXPECT_TRUE(ld_variant_from_uuid(&uuid, &value, nullptr));
+       return value;
+     },
+     [](const ld_variant& cell) { return "String " + TextOf(cell); }},
+    {"u",
+     [](Random& r) { return r.Below(2) ? Text("text") : Plain(LD_VALUE_TYPE_BYTE, r.Below(256)); },
+     [](const ld_variant& cell) { return "String " + TextOf(cell); }},
+    {"tdD",
+     [](Random& r) { return Date(kEpoch - kTicksPerDay / 2 - kTicksPerDay * r.Below(99'999)); }},
+    {"tsu:UTC", [](Random& r) { return Date(kEpoch - 10 * r.Below(INT32_MAX) - 20); }},
+    {"tsn:UTC", [](Random& r) { return Date(kEpoch + 2 * r.Below(INT32_MAX) - 1); }},
+    {"z", [](Random& r) { return BytesOf(std::string(r.Below(20), '\xFF')); }},
+    {"U", [](Random& r) { return Json("[" + std::to_string(r.Below(9)) + "]"); },
+     [](const ld_variant& cell) { return "String " + TextOf(cell); }},
+    {"u", [](Random&) { return Plain(LD_VALUE_TYPE_NULL, 0); }},
+};
+constexpr std::size_t kKindCount = std::size(kKinds);
+
+/// A table with a column of each kind, and what is expected of its cells.
+struct Sample {
+  Sample(std::int64_t rows, std::uint64_t seed) {
+    Random random{seed};
+    for (std::size_t i = 0; i < kKindCount; ++i)
+      Received<ld_column>([&](ld_column** out, ld_error** error) {
+        return ld_table_add_column(table.get(), std::to_string(i).c_str(), out, error);
+      });
+    for (std::int64_t row = 0; row < rows; ++row) AddRow(random, row);
+  }
+
+  void AddRow(Random& random, std::int64_t row) {
+    std::vector<ld_variant> cells;
+    for (std::size_t i = 0; i < kKindCount; ++i) {
+      // The first row has no nulls, so that every column has its type.
+      const bool isNull = row > 0 && random.Below(4) == 0;
+      cells.push_back(isNull ? Plain(LD_VALUE_TYPE_NULL, 0) : kKinds[i].make(random));
+      const bool isChanged = !isNull && kKinds[i].expected;
+      expected[i]
+          .append(row > 0 ? " | " : "")
+          .append(isChanged ? kKinds[i].expected(cells[i]) : Describe(cells[i]));
+    }
+    Received<ld_row>([&](ld_row** out, ld_error** error) {
+      return ld_table_add_row(table.get(), cells.data(), cells.size(), out, error);
+    });
+    for (ld_variant& cell : cells) ld_variant_clear(&cell);
+  }
+
+  Held<ld_table> table = Received<ld_table>(ld_create_table);
+  std::string expected[kKindCount];
+};
+
+}  // namespace
+
+TEST(Arrow, TablesComeBackFromStreams) {
+  for (const std::int64_t rows : {0, 9, 64, 65, 200}) {
+    const Sample sample(rows, static_cast<std::uint64_t>(rows));
+    for (const std::uint64_t batch : {0, 1, 7, 8, 64, 1000}) {
+      ld_arrow_options options = Options();
+      options.batch_rows = batch;
+      Stream stream{};
+      Export(sample.table.get(), &options, &stream);
+      std::string formats;
+      for (const Kind& kind : kKinds)
+        formats.append(&kind == kKinds ? "" : " ").append(kind.format);
+      if (rows > 8) {
+        EXPECT_EQ(Formats(stream), formats);
+      }
+      const auto back = Imported(stream);
+      for (std::size_t i = 0; i < kKindCount; ++i)
+        EXPECT_EQ(Describe(back.get(), static_cast<std::int32_t>(i)), sample.expected[i])
+            << rows << " rows, " << batch << " in a batch, column " << i;
+    }
+    Own<ArrowSchema> schema;
+    Own<ArrowArray> array;
+    ASSERT_TRUE(ld_table_to_arrow_array(sample.table.get(), nullptr, &schema, &array, nullptr));
+    EXPECT_EQ(array.length, rows);
+    const auto back = Received<ld_table>([&](ld_table** out, ld_error** error) {
+      return ld_table_from_arrow_array(&schema, &array, nullptr, out, error);
+    });
+    for (std::size_t i = 0; i < kKindCount; ++i)
+      EXPECT_EQ(Describe(back.get(), static_cast<std::int32_t>(i)), sample.expected[i]);
+  }
+}
+
+TEST(Arrow, BatchesHaveTheWantedSize) {
+  const Sample sample(200, 5);
+  ld_arrow_options options = Options();
+  options.batch_rows = 64;
+  Own<Stream> stream;
+  Export(sample.table.get(), &options, &stream);
+  std::string lengths;
+  for (bool more = true; more;) {
+    Own<ArrowArray> batch;
+    ASSERT_EQ(stream.get_next(&stream, &batch), 0);
+    more = batch.release != nullptr;
+    if (more) lengths += std::to_string(batch.length) + " ";
+  }
+  EXPECT_EQ(lengths, "64 64 64 8 ");
+  EXPECT_EQ(stream.get_last_error(&stream), nullptr);
+}
+
+/// Each format for the cells of a CSV column, and what the cells are when they are read back.
+TEST(Arrow, WritesTheFormatThatFitsOrIsRequested) {
+  const struct {
+    const char* cells;
+    const char* requested;  ///< null: none
+    const char* result;     ///< the format and the cells, or the failure
+    bool lossy = false;
+  } cases[] = {
+      {"1\n-2", nullptr, "l: Int64 1 | Int64 -2"},
+      {"1\n0.5\n\n3", nullptr, "g: Double 1.000000 | Double 0.500000 | Null | Double 3.000000"},
+      {"9007199254740993\n0.1", nullptr, "u: String 9007199254740993 | String 0.1"},
+      {"1\nx\n2024-11-14", nullptr,
+       "u: String 1 | String x | String 2024-11-14T12:00:00.000000000Z"},
+      {"2024-11-14\n1969-01-01", nullptr,
+       "tdD: DateTime 2024-11-14T12:00:00.000000000Z | DateTime 1969-01-01T12:00:00.000000000Z"},
+      {"2024-11-14\n1969-01-01T10:00:00Z", nullptr,
+       "tsu:UTC: DateTime 2024-11-14T12:00:00.000000000Z | "
+       "DateTime 1969-01-01T10:00:00.000000000Z"},
+      {"1\n-2", "c", "c: SByte 1 | SByte -2"},
+      {"1\n2", "C", "C: Byte 1 | Byte 2"},
+      {"1\n2", "s", "s: Int16 1 | Int16 2"},
+      {"1\n2", "S", "S: UInt16 1 | UInt16 2"},
+      {"1\n2", "i", "i: Int32 1 | Int32 2"},
+      {"1\n2", "I", "I: UInt32 1 | UInt32 2"},
+      {"1\n2.0", "L", "L: UInt64 1 | UInt64 2"},
+      {"1\n-2", "g", "g: Double 1.000000 | Double -2.000000"},
+      {"1\n-2", "f", "f: Float 1.000000 | Float -2.000000"},
+      {"1\n-2", "u", "u: String 1 | String -2"},
+      {"1\n-2", "U", "U: String 1 | String -2"},
+      {"ab\n\nc", "z", "z: Array 6162 | Null | Array 63"},
+      {"ab\nc", "Z", "Z: Array 6162 | Array 63"},
+      {"1969-12-31T23:59:59Z\n\n1970-01-01", "tss:",
+       "tss:: DateTime 1969-12-31T23:59:59.000000000Z"
+       " | Null | DateTime 1970-01-01T12:00:00.000000000Z"},
+      {"1969-12-31T23:59:59Z", "tsm:X", "tsm:X: DateTime 1969-12-31T23:59:59.000000000Z"},
+      {"1969-12-31", "tsn:", "tsn:: DateTime 1969-12-31T12:00:00.000000000Z"},
+      {"1969-12-31T00:00:00Z", "tdD", "tdD: DateTime 1969-12-31T12:00:00.000000000Z"},
+      {"1\n-129", "c", "row 1: -129 cannot be stored in the Arrow format \"c\" without loss!"},
+      {"1\n256", "C", "row 1: 256 cannot be stored in the Arrow format \"C\" without loss!"},
+      {"1\n-1", "L", "row 1: Int64 cannot be stored in the Arrow format \"L\" without loss!"},
+      {"1\n0.5", "l", "row 1: Double cannot be stored as Int64 without loss!"},
+      {"1\nx", "g", "row 1: String cannot be stored as Double without loss!"},
+      {"1\n0.1", "f", "row 1: 0.100000 cannot be stored in the Arrow format \"f\" without loss!"},
+      {"1\n0.1", "f", "f: Float 1.000000 | Float 0.100000", true},
+      {"1\nx", "tdD", "row 0: Int64 cannot be stored in the Arrow format \"tdD\" without loss!"},
+      {"1970-01-01T10:00:00Z", "tdD",
+       "row 0: DateTime cannot be stored in the Arrow format \"tdD\" without loss!"},
+      {"1970-01-01T10:00:00.5Z",
+       "tss:", "row 0: DateTime cannot be stored in the Arrow format \"tss:\" without loss!"},
+      {"1969-12-31T10:00:00.5Z", "tss:", "tss:: DateTime 1969-12-31T10:00:00.000000000Z", true},
+      {"3000-01-01",
+       "tsn:", "row 0: DateTime cannot be stored in the Arrow format \"tsn:\" without loss!"},
+      {"caf\xE9", nullptr, "row 0: String cannot be stored as Text without loss!"},
+      {"caf\xE9", nullptr, "u: String caf\xEF\xBF\xBD", true},
+      {"1", "e", "Column \"x\" of Arrow format \"e\": the format cannot be written!"},
+      {"1", "tdm", "Column \"x\" of Arrow format \"tdm\": the format cannot be written!"},
+      {"1", "d:5,2", "Column \"x\" of Arrow format \"d:5,2\": the format cannot be written!"},
+  };
+  for (const auto& c : cases) {
+    const auto table =
+        Table((std::string("x,end\n") +
+               [&] {
+                 std::string rows = c.cells;
+                 for (std::size_t at = 0; (at = rows.find('\n', at)) != rows.npos; at += 3)
+                   rows.replace(at, 1, ",e\n");
+                 return rows;
+               }() +
+               ",e\n")
+                  .c_str());
+    ld_arrow_options options = Options();
+    options.lossy = c.lossy;
+    Own<ArrowSchema> requested;
+    static_cast<ArrowSchema&>(requested) = SchemaOf(Batch({Arrow{c.requested ? c.requested : ""}}));
+    if (c.requested) options.schema = &requested;
+    Stream stream{};
+    ld_error* error = nullptr;
+    std::string result;
+    if (ld_table_to_arrow_stream(table.get(), &options, &stream, &error)) {
+      const std::string formats = Formats(stream);
+      const auto back = Imported(stream);
+      result = formats.substr(0, formats.rfind(' ')) + ": " + Describe(back.get(), 0);
+    } else {
+      result = ld_error_message(error);
+      if (result.starts_with("Column x, ")) result.erase(0, 10);
+    }
+    ld_release(error);
+    EXPECT_EQ(result, c.result) << c.cells;
+  }
+  EXPECT_EQ(unreleased, 0);
+}
+
+TEST(Arrow, RefusesAWrongRequest) {
+  const auto table = Table("x\n1\n");
+  const auto failure = [&](const Arrow& schema) {
+    Own<ArrowSchema> requested;
+    static_cast<ArrowSchema&>(requested) = SchemaOf(schema);
+    ld_arrow_options options = Options();
+    options.schema = &requested;
+    Stream stream{};
+    return Failure([&](ld_error** error) {
+      return ld_table_to_arrow_stream(table.get(), &options, &stream, error);
+    });
+  };
+  EXPECT_EQ(failure(Batch({Arrow{"l"}.Named("y")})),
+            "The Arrow schema names a column that the table does not have! 2");
+  EXPECT_EQ(failure({"l"}), "The Arrow schema is not that of a table, a struct of columns! 2");
+}
+
+TEST(Arrow, PartsAreReleasedOnTheirOwn) {
+  const Sample sample(10, 3);
+  Own<ArrowArray> first, second, child;
+  Own<ArrowSchema> schema, field;
+  {
+    ld_arrow_options options = Options();
+    options.batch_rows = 5;
+    Own<Stream> original, stream;
+    Export(sample.table.get(), &options, &original);
+    static_cast<Stream&>(stream) = original;  // moved
+    original.release = nullptr;
+    ASSERT_EQ(stream.get_next(&stream, &first), 0);
+    ASSERT_EQ(stream.get_next(&stream, &second), 0);
+    ASSERT_EQ(stream.get_schema(&stream, &schema), 0);
+    const auto release = stream.release;
+    release(&stream);
+    EXPECT_EQ(stream.release, nullptr);
+    release(&stream);
+  }
+  ASSERT_EQ(first.length, 5);
+  static_cast<ArrowArray&>(child) = *first.children[7];
+  first.children[7]->release = nullptr;
+  static_cast<ArrowSchema&>(field) = *schema.children[7];
+  schema.children[7]->release = nullptr;
+  second.children[3]->release(second.children[3]);
+  for (ArrowArray* array : {static_cast<ArrowArray*>(&first), static_cast<ArrowArray*>(&second)})
+    array->release(array);
+  schema.release(&schema);
+  EXPECT_STREQ(field.format, "l");
+  EXPECT_STREQ(field.name, "7");
+  std::int64_t value = 0;
+  std::memcpy(&value, child.buffers[1], sizeof value);
+  EXPECT_EQ("Int64 " + std::to_string(value),
+            sample.expected[7].substr(0, sample.expected[7].find(" |")));
+}
+
+TEST(Arrow, StreamsOutliveTheirTables) {
+  auto table = Table("x\n1\n2\n");
+  Stream stream{};
+  Export(table.get(), nullptr, &stream);
+  table.reset();
+  EXPECT_EQ(Describe(Imported(stream).get(), 0), "Int64 1 | Int64 2");
+}
+
+// -- Streams that fail --
+
+namespace {
+
+/// A stream of batches that fails or ends after some.
+struct Source {
+  std::vector<Arrow> batches;
+  int schemaCode = 0, nextCode = 0;
+  const char* message = nullptr;
+  std::size_t next = 0;
+  int releases = 0;
+
+  Stream Make() {
+    Stream stream{};
+    stream.private_data = this;
+    stream.get_schema = [](Stream* self, ArrowSchema* out) {
+      Source& source = Of(self);
+      if (source.schemaCode == 0) *out = SchemaOf(source.batches[0]);
+      return source.schemaCode;
+    };
+    stream.get_next = [](Stream* self, ArrowArray* out) {
+      Source& source = Of(self);
+      const bool isEnd = source.next == source.batches.size();
+      *out = isEnd ? ArrowArray{} : ArrayOf(source.batches[source.next++]);
+      return isEnd ? source.nextCode : 0;
+    };
+    stream.get_last_error = [](Stream* self) { return Of(self).message; };
+    stream.release = [](Stream* self) {
+      ++Of(self).releases;
+      self->release = nullptr;
+    };
+    return stream;
+  }
+  static Source& Of(Stream* stream) { return *static_cast<Source*>(stream->private_data); }
+};
+
+}  // namespace
+
+TEST(Arrow, TellsWhyAStreamFails) {
+  const struct {
+    const char* failure;
+    Source source;
+  } cases[] = {
+      {"The Arrow stream failed: no disk 2", {{}, 5, 0, "no disk"}},
+      {"The Arrow stream failed with code 5! 2", {{}, 5}},
+      {"The Arrow stream failed with code 7! 2", {{Batch({Integers({1})})}, 0, 7}},
+      {"Column \"x\" of Arrow format \"i\": the array has a wrong number of buffers! 2",
+       {{Batch({Integers({1})}), Batch({Texts("u")})}}},
+  };
+  for (auto c : cases) {
+    Stream stream = c.source.Make();
+    ld_table* table = nullptr;
+    EXPECT_EQ(Failure([&](ld_error** error) {
+                return ld_table_from_arrow_stream(&stream, nullptr, &table, error);
+              }),
+              c.failure);
+    EXPECT_EQ(stream.release, nullptr);
+    EXPECT_EQ(c.source.releases, 1);
+    EXPECT_EQ(unreleased, 0);
+  }
+  Stream released{};
+  ld_table* table = nullptr;
+  EXPECT_EQ(Failure([&](ld_error** error) {
+              return ld_table_from_arrow_stream(&released, nullptr, &table, error);
+            }),
+            "The Arrow stream has been released! 2");
+  Source source{{Batch({Integers({1})})}};
+  Stream stream = source.Make();
+  EXPECT_EQ(Failure([&](ld_error** error) {
+              return ld_table_from_arrow_stream(&stream, nullptr, nullptr, error);
+            }),
+            "The address of the result must not be null! 2");
+  EXPECT_EQ(source.releases, 1) << "also if the result cannot be given";
+}
+
+TEST(Arrow, ReadsTheBatchesOfAStream) {
+  Source source{{Batch({Integers({1, 2})}), Batch({Integers({})}), Batch({Integers({3})})}};
+  Stream stream = source.Make();
+  EXPECT_EQ(Describe(Imported(stream).get(), 0), "Int32 1 | Int32 2 | Int32 3");
+  EXPECT_EQ(source.releases, 1);
+  EXPECT_EQ(unreleased, 0);
+}
+
+TEST(Arrow, CanBeCancelled) {
+  struct Calls {
+    int left = 0;
+    std::vector<std::uint64_t> done, total;
+    static bool Count(void* context, std::uint64_t done, std::uint64_t total) {
+      auto& calls = *static_cast<Calls*>(context);
+      calls.done.push_back(done);
+      calls.total.push_back(total);
+      return calls.left-- > 0;
+    }
+  };
+  const Sample sample(1000, 9);
+  int cancelledCount = 0;
+  const auto call = [&](int left, auto&& function) {
+    Calls calls{left, {}, {}};
+    ld_arrow_options options = Options();
+    options.progress = Calls::Count;
+    options.progress_context = &calls;
+    ld_error* error = nullptr;
+    if (function(&options, &error)) {
+      EXPECT_EQ(calls.done.back(), calls.total.back());
+    } else {
+      EXPECT_STREQ(ld_error_message(error), "The operation was cancelled!");
+      ++cancelledCount;
+    }
+    ld_release(error);
+  };
+  const auto write = [&](const ld_arrow_options* options, ld_error** error) {
+    Own<Stream> stream;
+    return ld_table_to_arrow_stream(sample.table.get(), options, &stream, error);
+  };
+  const auto read = [&](const ld_arrow_options* options, ld_error** error) {
+    Stream stream{};
+    Export(sample.table.get(), nullptr, &stream);
+    ld_table* table = nullptr;
+    const bool isRead = ld_table_from_arrow_stream(&stream, options, &table, error);
+    ld_release(table);
+    return isRead;
+  };
+  for (int left = 0; left < 100; ++left) call(left, write);
+  EXPECT_GT(std::exchange(cancelledCount, 0), 10);
+  for (int left = 0; left < 10; ++left) call(left, read);
+  EXPECT_EQ(cancelledCount, 5) << "at the beginning, after 256, 512 and 768 rows, at the end";
+}
