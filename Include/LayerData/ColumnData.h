@@ -15,12 +15,15 @@ namespace layerdata {
 /// formats and their rules are those of `ld_table_get_column_data`.
 class ColumnData {
  public:
-  /// @param format  LD_COLUMN_FORMAT_AUTOMATIC for the one that holds all values
+  /// @param format   LD_COLUMN_FORMAT_AUTOMATIC for the one that holds all values
+  /// @param isLossy  whether to round, and to replace what is not UTF-8, instead of failing
   /// @throws Error for a value that the format cannot hold
-  explicit ColumnData(const Column& column, ld_column_format format = LD_COLUMN_FORMAT_AUTOMATIC) {
+  explicit ColumnData(const Column& column, ld_column_format format = LD_COLUMN_FORMAT_AUTOMATIC,
+                      bool isLossy = false) {
     ld_column_options options{};
     options.size = sizeof options;
     options.format = format;
+    options.lossy = isLossy;
     ld_object* owner = nullptr;
     detail::Call(ld_table_get_column_data, column.GetTable(), column.Index(), std::int64_t{0},
                  std::int64_t{-1}, &options, &data_, &owner);
@@ -30,6 +33,11 @@ class ColumnData {
   /// The format of the values.
   ld_column_format Format() const noexcept { return data_->format; }
   /// The number of cells.
+  /// The format in a word: "integer", "number", "truth", "date", "text" or "binary".
+  const char* TypeName() const noexcept {
+    constexpr const char* kNames[] = {"", "integer", "number", "truth", "date", "text", "binary"};
+    return kNames[data_->format];
+  }
   std::size_t Size() const noexcept { return static_cast<std::size_t>(data_->length); }
   /// The number of cells without a value.
   std::size_t NullCount() const noexcept { return static_cast<std::size_t>(data_->null_count); }

@@ -1,12 +1,33 @@
 #pragma once
 
 #include <cstdint>
-#include <utility>
+#include <string>
+#include <vector>
 
 #include "LayerData/Handle.h"
 #include "LayerData/Progress.h"
+#include "LayerData/ReadReport.h"
 
 namespace layerdata {
+
+/// How JSON is read into a table; see `ld_json_read_options`. The defaults detect whether the text
+/// is one document or JSON lines.
+struct JsonOptions {
+  /// The form of a JSON text.
+  enum class Form : std::uint32_t {
+    Detect = LD_JSON_FORM_DETECT,
+    Document = LD_JSON_FORM_DOCUMENT,  ///< one value
+    Lines = LD_JSON_FORM_LINES         ///< an object on each line
+  };
+
+  std::uint32_t codePage = 0;              ///< 0: by the byte-order mark, UTF-8 without one
+  Form form = Form::Detect;                ///< of the text
+  std::vector<std::string> textColumns{};  ///< whose cells stay text
+  bool allText = false;                    ///< whether all columns are text columns
+  std::uint64_t maxRows = 0;               ///< 0: no limit
+  std::uint32_t threads = 0;               ///< for JSON lines; 0: as many as the process may use
+  Progress progress{};                     ///< counts bytes
+};
 
 /// How a table is written as JSON; see `ld_json_write_options`.
 struct JsonWriteOptions {
@@ -18,6 +39,26 @@ struct JsonWriteOptions {
 };
 
 namespace detail {
+
+/// Reads with the function `read(options, &table, &report, &error)`.
+template <class Read>
+Handle<ld_table> ReadJson(const JsonOptions& options, ReadReport* report, Read&& read) {
+  std::vector<const char*> textColumns;
+  for (const std::string& name : options.textColumns) textColumns.push_back(name.c_str());
+  ProgressCall progress(options.progress);
+  ld_json_read_options record{};
+  record.size = sizeof record;
+  record.code_page = options.codePage;
+  record.form = static_cast<ld_json_form>(options.form);
+  record.text_columns = textColumns.data();
+  record.text_column_count = textColumns.size();
+  record.max_rows = options.maxRows;
+  record.progress = progress.Function();
+  record.progress_context = &progress;
+  record.thread_count = options.threads;
+  record.all_text = options.allText;
+  return progress.ReadTable(record, report, read);
+}
 
 /// Writes with the function `write(options, &error)` or `write(options, &text, &error)`.
 template <class... Result, class Write>

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "LayerData/ColumnData.h"
 #include "LayerData/Table.h"
 
 namespace layerdata {
@@ -19,6 +20,7 @@ struct PrintOptions {
   std::int64_t rows = 20;      ///< at most; of a longer table the first ones
   std::size_t width = 80;      ///< of the terminal; columns that do not fit are left out
   std::size_t cellWidth = 32;  ///< of one column; longer texts end with "…"
+  bool types = false;          ///< whether a line under the names says what each column holds
 };
 
 namespace detail {
@@ -113,9 +115,12 @@ inline bool HoldsDays(const Column& column, std::int64_t rows) {
   return true;
 }
 
-inline PrintedColumn MakePrinted(const Column& column, std::int64_t rows, std::size_t cellWidth) {
+inline PrintedColumn MakePrinted(const Column& column, std::int64_t rows, bool withType,
+                                 std::size_t cellWidth) {
   PrintedColumn printed;
   printed.Add(column.Name(), cellWidth);
+  if (withType)
+    printed.Add(ColumnData(column, LD_COLUMN_FORMAT_AUTOMATIC, true).TypeName(), cellWidth);
   const bool holdsDays = HoldsDays(column, rows);
   for (std::int64_t row = 0; row < rows; ++row) {
     const Cell cell = column[row];
@@ -136,14 +141,15 @@ inline void Print(std::ostream& out, const Table& table, const PrintOptions& opt
   std::vector<detail::PrintedColumn> columns;
   std::size_t width = 0;
   for (const Column column : table.Columns()) {
-    columns.push_back(detail::MakePrinted(column, rows, cellWidth));
+    columns.push_back(detail::MakePrinted(column, rows, options.types, cellWidth));
     width += (columns.size() > 1 ? 2 : 0) + columns.back().width;
     if (width <= options.width || columns.size() == 1) continue;
     columns.pop_back();
     break;
   }
   const auto shown = static_cast<std::int64_t>(columns.size());
-  for (std::size_t i = 0; i <= static_cast<std::size_t>(rows) && shown != 0; ++i) {
+  const std::size_t lines = columns.empty() ? 0 : columns.front().lines.size();
+  for (std::size_t i = 0; i < lines; ++i) {
     std::string line;
     for (const detail::PrintedColumn& column : columns) {
       if (!line.empty()) line += "  ";

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "LayerData/Handle.h"
+#include "LayerData/ReadReport.h"
 
 namespace layerdata {
 
@@ -35,6 +36,15 @@ class ProgressCall {
       if (thrown_) std::rethrow_exception(thrown_);
       throw;
     }
+  }
+  /// Runs the job `read(&options, &table, &report, &error)`.
+  template <class Options, class Read>
+  Handle<ld_table> ReadTable(const Options& options, ReadReport* report, Read&& read) {
+    ld_table* table = nullptr;
+    ld_read_report* found = nullptr;
+    Run([&] { Call(read, &options, &table, report ? &found : nullptr); });
+    if (report) *report = ReadReport(Handle(found));
+    return Handle(table);
   }
 
  private:

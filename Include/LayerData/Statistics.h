@@ -61,7 +61,6 @@ double Mean(const std::vector<Number>& values) {
 
 /// What `Table::Describe` says of one column.
 struct Description {
-  std::string type;
   std::int64_t distinct = 0;
   Value min, q1, median, q3, max, mean;
 
@@ -95,29 +94,24 @@ inline Description Describe(const ColumnData& data) {
   const auto asItIs = [](const auto& value) { return Value(value); };
   switch (data.Format()) {
     case LD_COLUMN_FORMAT_INT64:
-      description.type = "integer";
       description.AddNumbers(
           Sorted<std::int64_t>(data, [&](std::size_t i) { return data.Integers()[i]; }), asItIs);
       break;
     case LD_COLUMN_FORMAT_DOUBLE:
-      description.type = "number";
       description.AddNumbers(Sorted<double>(data, [&](std::size_t i) { return data.Doubles()[i]; }),
                              asItIs);
       break;
     case LD_COLUMN_FORMAT_BOOL:
-      description.type = "truth";
       description.AddRange(
           Sorted<std::uint8_t>(data, [&](std::size_t i) { return data.Bools()[i]; }),
           [](std::uint8_t truth) { return Value(truth != 0); });
       break;
     case LD_COLUMN_FORMAT_DATE_TIME:
-      description.type = "date";
       description.AddNumbers(
           Sorted<std::int64_t>(data, [&](std::size_t i) { return data.Integers()[i]; }),
           [](auto value) { return MicrosecondsToValue(value); });
       break;
     default:
-      description.type = data.Format() == LD_COLUMN_FORMAT_TEXT ? "text" : "binary";
       description.AddRange(
           Sorted<std::string_view>(data, [&](std::size_t i) { return data.Bytes(i); }), asItIs);
   }
@@ -130,10 +124,10 @@ inline Table Table::Describe() const {
   Table described{"column", "type",   "count", "nulls", "distinct", "min",
                   "q1",     "median", "q3",    "max",   "mean"};
   for (const Column column : Columns()) {
-    const ColumnData data(column);
+    const ColumnData data(column, LD_COLUMN_FORMAT_AUTOMATIC, true);
     const detail::Description d = detail::Describe(data);
-    described.AddRow({column.Name(), d.type, data.Size() - data.NullCount(), data.NullCount(),
-                      d.distinct, d.min, d.q1, d.median, d.q3, d.max, d.mean});
+    described.AddRow({column.Name(), data.TypeName(), data.Size() - data.NullCount(),
+                      data.NullCount(), d.distinct, d.min, d.q1, d.median, d.q3, d.max, d.mean});
   }
   return described;
 }

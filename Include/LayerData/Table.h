@@ -160,6 +160,23 @@ class Table {
       return ld_csv_read(text.data(), text.size(), arguments...);
     }));
   }
+  /// Reads a file of JSON: an array of objects, one object, one value, or JSON lines.
+  /// @param path    UTF-8
+  /// @param report  receives what was found and lost; null if it is not wanted
+  /// @throws Error `Cannot read "PATH": ` and the reason, and as `ld_json_read` fails
+  static Table ReadJson(const std::string& path, const JsonOptions& options = {},
+                        ReadReport* report = nullptr) {
+    return Table(detail::ReadJson(options, report, [&](auto... arguments) {
+      return ld_json_read_file(path.c_str(), arguments...);
+    }));
+  }
+  /// Reads a text of JSON.
+  static Table ParseJson(std::string_view text, const JsonOptions& options = {},
+                         ReadReport* report = nullptr) {
+    return Table(detail::ReadJson(options, report, [&](auto... arguments) {
+      return ld_json_read(text.data(), text.size(), arguments...);
+    }));
+  }
   /// A table of a JSON array of objects, of one object, or of one value.
   /// @throws Error as `ld_json_to_table` fails
   static Table FromJson(const Json& json) {

@@ -87,9 +87,10 @@ TEST(Table, IsPrintedForATerminal) {
             "Unnamed\n"
             "日本 \uFFFD       -1  true\n");
   std::ostringstream narrow;
-  Print(narrow, table, {.rows = 2, .width = 14, .cellWidth = 4});
+  Print(narrow, table, {.rows = 2, .width = 14, .cellWidth = 4, .types = true});
   EXPECT_EQ(narrow.str(),
             "name  hei…\n"
+            "text  num…\n"
             "Eig…  3967\n"
             "Mön…  411…\n"
             "[2 of 4 rows, 2 of 3 columns]\n");
@@ -125,6 +126,32 @@ TEST(Table, IsReadFromDelimitedText) {
             "The operation was cancelled!");
   const auto fail = [](std::uint64_t, std::uint64_t) -> bool { throw std::logic_error("mine"); };
   EXPECT_THROW(Table::ParseCsv("a\n1\n", {.progress = fail}), std::logic_error);
+}
+
+TEST(Table, IsReadFromAndWrittenAsText) {
+  const auto cells = [](const Table& table) { return Print(table[0]) + "; " + Print(table[1]); };
+  const char* const json = R"([{"a":1.0,"b":"x,\"y"},{"a":null,"b":"01"}])";
+  const Table table = Table::ParseJson(json);
+  EXPECT_EQ(table.ToJson(), Text(json));
+  EXPECT_EQ(table.ToCsv(), Text("a,b\n1.0,\"x,\"\"y\"\n,\"01\"\n"));
+  EXPECT_EQ(table.ToCsv({.separator = "|", .header = false, .windowsLineEnds = true}),
+            Text("1.0|\"x,\"\"y\"\r\n|\"01\"\r\n"));
+  EXPECT_EQ(table.ToJson({.lines = true}),
+            Text("{\"a\":1.0,\"b\":\"x,\\\"y\"}\n{\"a\":null,\"b\":\"01\"}\n"));
+  ReadReport report;
+  EXPECT_EQ(cells(Table::ParseJson("{\"a\":1}\n{\"a\":2.5}\n", {.textColumns = {"a"}}, &report)),
+            "1; 2.5");
+  EXPECT_EQ(report.Separator(), "");
+  const std::string csv = testing::TempDir() + "CppTests.csv",
+                    lines = testing::TempDir() + "CppTests.json";
+  table.WriteCsv(csv);
+  table.WriteJson(lines, {.lines = true});
+  EXPECT_EQ(cells(Table::ReadCsv(csv, {.textColumns = {"b"}})), cells(table));
+  EXPECT_EQ(cells(Table::ReadJson(lines)), cells(table));
+  EXPECT_EQ(Message([&] { table.WriteCsv("no such folder/file.csv"); }).substr(0, 37),
+            "Cannot write \"no such folder/file.csv");
+  std::remove(csv.c_str());
+  std::remove(lines.c_str());
 }
 
 TEST(Table, MakesNewTables) {
