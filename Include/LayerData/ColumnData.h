@@ -32,12 +32,12 @@ class ColumnData {
 
   /// The format of the values.
   ld_column_format Format() const noexcept { return data_->format; }
-  /// The number of cells.
   /// The format in a word: "integer", "number", "truth", "date", "text" or "binary".
   const char* TypeName() const noexcept {
     constexpr const char* kNames[] = {"", "integer", "number", "truth", "date", "text", "binary"};
     return kNames[data_->format];
   }
+  /// The number of cells.
   std::size_t Size() const noexcept { return static_cast<std::size_t>(data_->length); }
   /// The number of cells without a value.
   std::size_t NullCount() const noexcept { return static_cast<std::size_t>(data_->null_count); }
