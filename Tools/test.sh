@@ -72,7 +72,7 @@ unknown_component() {
 }
 readme_example() {
   sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
-    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include/LayerData -x c++ -
+    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include -Ibuild/package/include/LayerData -x c++ -
 }
 
 # The C example from several compilers, also one for the Microsoft ABI.
