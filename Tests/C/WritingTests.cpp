@@ -78,10 +78,12 @@ Held<ld_table> Read(const std::string& text, const ld_csv_read_options& options)
   });
 }
 
-Held<ld_table> Read(const std::string& text, const char* separator) {
+Held<ld_table> Read(const std::string& text, const char* separator,
+                    ld_header_line header = LD_HEADER_LINE_DETECT) {
   ld_csv_read_options options{};
   options.size = sizeof options;
   options.separator = separator;
+  options.header = header;
   return Read(text, options);
 }
 
@@ -155,7 +157,7 @@ Held<ld_table> TableOf(const std::vector<std::string>& names,
 }
 
 /// A text that a program might have written, well-formed but in every way that is allowed.
-std::string MessyText(Random& random, const std::string& separator) {
+std::string MessyText(Random& random, const std::string& separator, const char* anyName = "n1") {
   const std::vector<std::string> names = {"a",
                                           "b c",
                                           "\"x" + separator + "y\"",
@@ -354,13 +356,16 @@ TEST(CWriting, ReadsBackWhatWasRead) {
   Random random(11);
   for (int round = 0; round < 400; ++round) {
     const std::string separator = Pick(random, {",", ";", "\t", "|", "~", "||", "\xC2\xA6", "_/_"});
-    const std::string text = MessyText(random, separator);
-    const auto table = Read(text, separator.c_str());
+    const ld_header_line header = Below(random, 2);  // detected, or the first line
+    const bool isDetected = header == LD_HEADER_LINE_DETECT;
+    const std::string text = MessyText(random, separator, isDetected ? "n1" : "2019");
+    const auto table = Read(text, separator.c_str(), header);
     auto options = Csv(separator.c_str(), 1 + Below(random, 4));
     options.quoting = Below(random, 2);
     options.line_end = Below(random, 2);
+    options.quote_names = !isDetected;
     const std::string written = Written(table.get(), options);
-    const auto again = Read(written, separator.c_str());
+    const auto again = Read(written, separator.c_str(), header);
     ASSERT_EQ(Contents(again.get()), Contents(table.get())) << text << "\n---\n" << written;
     ASSERT_EQ(Written(again.get(), options), written);
     const auto json = ReadJson(Written(table.get(), Json(LD_JSON_LAYOUT_ARRAY, Below(random, 3))));
