@@ -52,6 +52,21 @@ std::vector<std::size_t> RowSource::ColumnsOf(const ColumnNames& names) const {
   return columns;
 }
 
+void RowSource::FetchRow(std::size_t row) const {
+  constexpr std::size_t kLine = 64;
+  const char* const begin = reinterpret_cast<const char*>(table_->Rows()[row].Get());
+  const std::size_t size = sizeof(impl::RowImpl) + ColumnCount() * sizeof(_VARIANT);
+  // The cells usually follow the row. Wide rows are fetched by the processor once it reads them.
+  for (std::size_t i = 0; i < std::min(size, 8 * kLine); i += kLine) __builtin_prefetch(begin + i);
+}
+
+void RowSource::FetchObjects(std::size_t row) const {
+  const impl::RowImpl& from = *table_->Rows()[row];
+  for (std::size_t i = 0; i < std::min<std::size_t>(from.CellCount(), 32); ++i)
+    if (const Core::IObject* object = Core::ReferencedObject(CellOf(from, i)))
+      __builtin_prefetch(object, 1);
+}
+
 std::vector<std::size_t> AllColumns(const RowSource& source) {
   std::vector<std::size_t> columns(source.ColumnCount());
   std::iota(columns.begin(), columns.end(), std::size_t{0});
