@@ -5,6 +5,7 @@
 
 #include "C/Call.h"
 #include "C/ExactValues.h"
+#include "C/Options.h"
 #include "C/RowCopy.h"
 #include "C/RowKeys.h"
 
@@ -141,18 +142,24 @@ class Aggregation {
 
   std::vector<Core::Variant> Extremes(bool isGreatest) const {
     constexpr std::size_t kNoRow = SIZE_MAX;
+    struct Best {
+      std::size_t row = kNoRow;
+      OrderKeys::Word word{};
+    };
     const OrderKeys keys(source_, column_);
-    std::vector<std::size_t> rows(groups_.count, kNoRow);
+    std::vector<Best> all(groups_.count);
     ForEachValue([&](std::size_t group, std::size_t row, const _VARIANT&) {
-      std::size_t& best = rows[group];
-      if (best == kNoRow || (isGreatest ? keys.Compare(best, row) : keys.Compare(row, best)) < 0)
-        best = row;
+      Best& best = all[group];
+      const OrderKeys::Word word = keys.WordAt(row, 0);
+      int order = word.Compare(best.word);
+      if (order == 0 && !word.isLast && best.row != kNoRow) order = keys.Compare(row, best.row, 1);
+      if (best.row == kNoRow || (isGreatest ? order > 0 : order < 0)) best = {row, word};
     });
     std::vector<Core::Variant> values;
-    values.reserve(rows.size());
-    for (const std::size_t row : rows)
-      values.push_back(row == kNoRow ? Core::Variant(Core::Null)
-                                     : Core::Variant(source_.Cell(row, column_)));
+    values.reserve(all.size());
+    for (const Best& best : all)
+      values.push_back(best.row == kNoRow ? Core::Variant(Core::Null)
+                                          : Core::Variant(source_.Cell(best.row, column_)));
     return values;
   }
 

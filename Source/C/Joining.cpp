@@ -3,6 +3,7 @@
 #include <string>
 
 #include "C/Call.h"
+#include "C/Options.h"
 #include "C/RowCopy.h"
 #include "C/RowKeys.h"
 

@@ -16,11 +16,7 @@
 /// Copying rows of tables into a new one.
 namespace Data::c {
 
-using ColumnNames = std::vector<const char*>;
-
-/// Names that a caller gives as an array.
-/// @throws std::runtime_error "Pointer of char must not be null!" for a null array or name
-ColumnNames NamesOf(const char* const* names, std::uint64_t count);
+using ColumnNames = std::vector<std::string_view>;
 
 /// A table whose cells can be read without running the caller's code. It is the table itself, or a
 /// copy of one that the caller implements or of whose cells some may call back.
@@ -35,7 +31,7 @@ class RowSource {
   std::size_t RowCount() const { return table_->RowCount(); }
   std::size_t ColumnCount() const { return table_->ColumnCount(); }
   /// @throws std::runtime_error "Column " + name + " does not exists"
-  std::size_t ColumnOf(const char* name) const { return ColumnOf(*table_, name); }
+  std::size_t ColumnOf(std::string_view name) const { return ColumnOf(*table_, name); }
   std::vector<std::size_t> ColumnsOf(const ColumnNames& names) const;
   const Structures::_VARIANT& Cell(std::size_t row, std::size_t column) const {
     return CellOf(*table_->Rows()[row], column);
@@ -52,7 +48,7 @@ class RowSource {
  private:
   static constexpr Structures::_VARIANT kNull = Core::MakeNull();
 
-  static std::size_t ColumnOf(const impl::TableImpl& table, const char* name);
+  static std::size_t ColumnOf(const impl::TableImpl& table, std::string_view name);
 
   Core::Ptr<impl::TableImpl> table_;
 };

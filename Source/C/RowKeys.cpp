@@ -178,12 +178,11 @@ OrderKeys::Word OrderKeys::NumberAt(const _VARIANT& cell, std::size_t depth) con
   return {words[depth], kNumber, depth == 2};
 }
 
-int OrderKeys::Compare(std::size_t left, std::size_t right) const {
-  for (std::size_t depth = 0;; ++depth) {
-    const Word a = WordAt(left, depth), b = WordAt(right, depth);
-    if (a.rank != b.rank) return a.rank < b.rank ? -1 : 1;
-    if (a.value != b.value) return a.value < b.value ? -1 : 1;
-    if (a.isLast) return 0;
+int OrderKeys::Compare(std::size_t left, std::size_t right, std::size_t depth) const {
+  for (;; ++depth) {
+    const Word word = WordAt(left, depth);
+    const int order = word.Compare(WordAt(right, depth));
+    if (order != 0 || word.isLast) return order;
   }
 }
 

@@ -42,12 +42,19 @@ class OrderKeys {
     std::uint64_t value;
     std::uint8_t rank;  ///< by kind; compared before the value
     bool isLast;        ///< of the cell, and of all cells whose words have been equal so far
+
+    /// Negative if this is less than the other, 0 if they are equal.
+    int Compare(const Word& other) const {
+      if (rank != other.rank) return rank < other.rank ? -1 : 1;
+      return value < other.value ? -1 : value > other.value ? 1 : 0;
+    }
   };
   /// @param depth  up to the first word that is the last
   Word WordAt(std::size_t row, std::size_t depth) const;
 
   /// Negative if the left row comes first, 0 if neither does.
-  int Compare(std::size_t left, std::size_t right) const;
+  /// @param depth  of the first words that may differ
+  int Compare(std::size_t left, std::size_t right, std::size_t depth) const;
 
  private:
   static constexpr std::uint8_t kNullsFirst = 0, kNullsLast = UINT8_MAX;

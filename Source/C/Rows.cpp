@@ -2,6 +2,7 @@
 #include <string>
 
 #include "C/Call.h"
+#include "C/Options.h"
 #include "C/RowCopy.h"
 
 using namespace Data;
