@@ -35,8 +35,6 @@ PARAGRAPHS = """Ownership Threads Failures Callbacks Memory Encodings Results Ob
 
 
 def comment(text):
-    text = text.replace("%", r"\%")
-    text = re.sub(r"(\w)<([^>`]*)>", r"\1\\<\2\\>", text)  # unordered_map<K, T> is no markup
     # A short description is the first sentence, and a number alone is none.
     text = re.sub(r"(///<? ?)(Slots? [\d, ]+(?:(?:to|and) \d+)?)\. ?", r"\1\2: ", text)
     text = text.replace("@throws", "@fails")  # the same list for both languages
@@ -73,6 +71,7 @@ def header(path, lines):
         stripped = line.strip()
         code, slashes, text = line.partition("///")
         section = re.match(r"// ---- (\w+) ----", line)
+        enumeration = re.match(r"typedef (u?int32_t) (ld_\w+);", line)
         handle = re.match(r"typedef struct (ld_\w+) \1;", line)
         if stripped == "#pragma once":
             line = "/** @file */"
@@ -99,6 +98,11 @@ def header(path, lines):
             line = code + comment(slashes + text)
             if not code.strip():
                 block = [*block, line] if previous.startswith("///") else [line]
+        elif enumeration and following == "enum {":
+            yield from ["///", f"/// It is a `{enumeration[1]}` in every signature and record."]
+            line = ""
+        elif stripped == "enum {" and (named := re.match(r"typedef u?int32_t (ld_\w+);", lines[number - 1])):
+            line = f"enum {named[1]} {{"
         elif stripped == "template <>" and following.startswith("struct std::"):
             line, in_std = "/** @cond */ " + line, True
         elif in_std and stripped == "};":
@@ -137,14 +141,22 @@ def write_input():
 
 
 def write_search_index():
-    kinds = {"page": "guide", "enumvalue": "enumerator", "slot": "operation"}
+    kinds = {"page": "guide", "enumvalue": "enumerator", "group": "C object"}
+    titles = {path.stem: path.read_text().splitlines()[0].removeprefix("# ")
+              for path in (ROOT / "Docs/Guides").glob("*.md")}
     entries = {}
     for found in xml.etree.ElementTree.parse(ROOT / "build/docs/searchdata.xml").iter("doc"):
         field = {f.get("name"): f.text or "" for f in found.iter("field")}
         kind = kinds.get(field["type"], field["type"])
-        entries[field["url"]] = [field["name"], kind, field["url"], " ".join(field["text"].lower().split())]
+        name = field["name"].removeprefix("group_")
+        if kind == "guide":
+            name = titles.get(name, name)
+        entries[field["url"]] = [name, kind, field["url"], " ".join(field["text"].lower().split())]
     index = json.dumps(list(entries.values()), ensure_ascii=False, separators=(",", ":"))
     (SITE / "search-index.js").write_text(f"window.searchIndex={index};\n")
+    modules = SITE / "modules.html"
+    modules.write_text(modules.read_text().replace("Modules", "C objects").replace(
+        "Here is a list of all modules:", "A page for each kind of object:"))
     for pattern in ("*.png", "search*.html", "*.svg", "jquery.js", "dynsections.js", "tabs.css", "doxygen.css", "search/*"):
         for path in SITE.glob(pattern):
             path.unlink()
