@@ -238,7 +238,7 @@ bool ld_table_group(ld_table* self, const char* const* keys, uint64_t key_count,
     const std::span<const ld_aggregate> wanted(aggregates,
                                                static_cast<std::size_t>(aggregate_count));
     CheckAggregates(wanted);
-    const ColumnNames keyNames = NamesOf(keys, key_count);
+    const ColumnNames keyNames = ListedNames(keys, key_count);
     ColumnNames read = keyNames;
     for (const ld_aggregate& each : wanted)
       if (each.function != LD_AGGREGATE_FUNCTION_COUNT) read.push_back(each.column);

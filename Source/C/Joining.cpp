@@ -126,8 +126,8 @@ bool ld_table_join(ld_table* left, ld_table* right, const char* const* left_keys
     auto &leftTable = Self<ITable>(left), &rightTable = Self<ITable>(right);
     Enumerator<ld_join_kind>(kind, LD_JOIN_KIND_FULL, "ld_join_kind");
     if (key_count == 0) throw std::runtime_error("A join needs at least one key!");
-    const ColumnNames leftNames = NamesOf(left_keys, key_count);
-    const ColumnNames rightNames = right_keys ? NamesOf(right_keys, key_count) : leftNames;
+    const ColumnNames leftNames = ListedNames(left_keys, key_count);
+    const ColumnNames rightNames = right_keys ? ListedNames(right_keys, key_count) : leftNames;
     // The caller's code, run by one table, may change the other.
     const RowSource leftSource(leftTable), rightSource(rightTable);
     const Side leftSide(leftSource, leftNames), rightSide(rightSource, rightNames);
