@@ -1,0 +1,67 @@
+#include "Commands.h"
+#include "Input.h"
+#include "Names.h"
+#include "Output.h"
+
+namespace program {
+
+namespace {
+
+using layerdata::Table;
+
+struct Options {
+  std::string input;
+  InputOptions reading;
+  OutputOptions writing;
+  std::vector<std::string> columns, renames;
+};
+
+/// Gives columns new names, also to each other's.
+void Rename(Table& table, const std::vector<std::string>& renames, const std::string& source) {
+  std::vector<std::pair<std::string, std::string>> pairs;
+  for (const std::string& rename : renames)
+    pairs.push_back(SplitPair(rename, [&](const auto& name) { return table.HasColumn(name); }));
+  for (const auto& [old, name] : pairs) {
+    RequireColumns(table, {old.substr(0, old.find('='))}, source);
+    table[old].SetName("\x01" + name);
+  }
+  for (const auto& [old, name] : pairs) table["\x01" + name].SetName(name);
+}
+
+ExitCode Convert(const Options& options) {
+  const Output output(options.writing);
+  Table table = ReadTable(options.input, options.reading);
+  if (const auto columns = SplitLists(options.columns); !columns.empty()) {
+    RequireColumns(table, columns, options.input);
+    table = table.Select(columns);
+  }
+  Rename(table, options.renames, options.input);
+  output.Write(table);
+  return ExitCode::Success;
+}
+
+void AddOptions(CLI::App& command, Options& options) {
+  command.add_option("input", options.input, "CSV, TSV or JSON file, or - for standard input")
+      ->required();
+  command
+      .add_option("-c,--columns", options.columns,
+                  "Only these columns, in this order; separated by commas")
+      ->allow_extra_args(false);
+  command.add_option("--rename", options.renames, "OLD=NEW; may be repeated")
+      ->allow_extra_args(false);
+  AddInputOptions(command, options.reading);
+  AddOutputOptions(command, options.writing);
+}
+
+}  // namespace
+
+void AddConvert(CLI::App& app, Job& job) {
+  AddCommand<Options>(
+      app, job, "convert", "Convert a table to another format",
+      "  layerdata convert stations.csv -o stations.json\n"
+      "  layerdata convert survey.txt -s '\\t' -e latin1 --text zip -t csv > survey.csv\n"
+      "  layerdata convert stations.csv -c name,lon,lat --rename name=title -o s.geojson\n",
+      AddOptions, Convert);
+}
+
+}  // namespace program

@@ -1,0 +1,157 @@
+#include "Warnings.h"
+
+#include <LayerData/ColumnData.h>
+
+#include <algorithm>
+
+#include "Console.h"
+
+namespace program {
+
+namespace {
+
+constexpr std::uint64_t kMostLines = 5;
+
+/// Finds the lines of a delimited text, which the library numbers from 0 and without empty ones.
+class Lines {
+ public:
+  explicit Lines(std::string_view text) : text_(text) {}
+
+  /// The line as an editor numbers it. Fast for ascending lines.
+  std::uint64_t InEditor(std::uint64_t line) {
+    if (line < next_) *this = Lines(text_);
+    while (at_ < text_.size()) {
+      const std::uint64_t first = editorLine_;
+      const bool isEmpty = SkipLine();
+      if (isEmpty) continue;
+      if (next_++ == line) return first;
+    }
+    return line + 1;
+  }
+
+ private:
+  /// @return whether there was nothing but white space
+  bool SkipLine() {
+    bool isInQuotes = false, isEmpty = true;
+    while (at_ < text_.size()) {
+      const char c = text_[at_++];
+      if (c == '\n') ++editorLine_;
+      if (c == '\n' && !isInQuotes) break;
+      if (c == '"') isInQuotes = !isInQuotes;
+      isEmpty &= c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0';
+    }
+    return isEmpty;
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  std::uint64_t next_ = 0, editorLine_ = 1;
+};
+
+std::string Counted(std::uint64_t count, const char* what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string Place(const std::string& source, std::uint64_t line) {
+  return source + ", line " + std::to_string(line) + ": ";
+}
+
+struct Change {
+  const char *column = "", *text = "";
+  ld_text_change kind = 0;
+  std::uint64_t count = 0, line = 0;
+};
+
+const char* Describe(ld_text_change kind) {
+  switch (kind) {
+    case LD_TEXT_CHANGE_LEADING_ZEROS:
+      return "read as a number without its leading zeros";
+    case LD_TEXT_CHANGE_NUMBER_FORM:
+      return "read as a number that is written in another form";
+    case LD_TEXT_CHANGE_QUOTES:
+      return "read without quotes that belong to it";
+    case LD_TEXT_CHANGE_DATE_WITHOUT_TIME:
+      return "read as noon of that day";
+    default:
+      return "read as a date-time";
+  }
+}
+
+/// Whether all dates of a column have no time: they are written again as they were.
+bool HoldsDaysOnly(const layerdata::Column& column) {
+  constexpr std::int64_t kHour = 3'600'000'000, kDay = 24 * kHour, kNoon = 12 * kHour;
+  const layerdata::ColumnData data(column, LD_COLUMN_FORMAT_AUTOMATIC);
+  if (data.Format() != LD_COLUMN_FORMAT_DATE_TIME) return false;
+  for (std::size_t i = 0; i < data.Size(); ++i)
+    if (!data.IsNull(i) && ((data.Integers()[i] % kDay) + kDay) % kDay != kNoon) return false;
+  return true;
+}
+
+/// The table stands for the text: its columns may have been changed since by nobody.
+bool IsLoss(const layerdata::Table& table, const Change& change) {
+  return change.kind != LD_TEXT_CHANGE_DATE_WITHOUT_TIME || !table.HasColumn(change.column) ||
+         !HoldsDaysOnly(table[change.column]);
+}
+
+void WarnOfChange(const Change& change, std::uint64_t line, const std::string& source) {
+  Warn(Place(source, line) + "column " + change.column + ": '" + change.text + "' was " +
+       Describe(change.kind) +
+       (change.count == 1 ? std::string()
+                          : ", and " + Counted(change.count - 1, "value") + " more like it") +
+       " (--text keeps a column as it is written)");
+}
+
+template <class Warning>
+void WarnOfLines(std::uint64_t count, const std::string& source, const char* what,
+                 Warning&& warning) {
+  for (std::uint64_t i = 0; i < std::min(count, kMostLines); ++i) warning(i);
+  if (count > kMostLines)
+    Warn(source + ": " + Counted(count - kMostLines, "more line") + " " + what);
+}
+
+}  // namespace
+
+void WarnOfLosses(const layerdata::Table& table, const layerdata::ReadReport& report,
+                  std::string_view text, const std::string& source) {
+  using layerdata::detail::Ask;
+  using layerdata::detail::Call;
+  ld_read_report* const found = report.Get();
+  const bool isJson = report.Separator().empty();
+  Lines lines(text);
+  const auto place = [&](std::uint64_t line) {
+    return Place(source, isJson ? line : lines.InEditor(line));
+  };
+  WarnOfLines(Ask<std::uint64_t>(ld_read_report_get_dropped_line_count, found), source,
+              "before the header dropped", [&](std::uint64_t i) {
+                std::uint64_t line = 0;
+                const char* dropped = "";
+                Call(ld_read_report_get_dropped_line, found, i, &line, &dropped);
+                Warn(place(line) + "dropped, because it stands before the header: " + dropped);
+              });
+  WarnOfLines(Ask<std::uint64_t>(ld_read_report_get_long_line_count, found), source,
+              "with too many values", [&](std::uint64_t i) {
+                std::uint64_t line = 0, values = 0;
+                Call(ld_read_report_get_long_line, found, i, &line, &values);
+                Warn(place(line) + Counted(values, "value") + " for " +
+                     Counted(static_cast<std::uint64_t>(table.ColumnCount()), "column"));
+              });
+  const auto changes = Ask<std::uint64_t>(ld_read_report_get_change_count, found);
+  for (std::uint64_t i = 0; i < changes; ++i) {
+    Change change;
+    Call(ld_read_report_get_change, found, i, &change.column, &change.kind, &change.count,
+         &change.line, &change.text);
+    if (IsLoss(table, change))
+      WarnOfChange(change, isJson ? change.line : lines.InEditor(change.line), source);
+  }
+}
+
+layerdata::Error LongLineError(std::string_view text, const std::string& source,
+                               const layerdata::Table& table, std::uint64_t line,
+                               std::uint64_t valueCount) {
+  return layerdata::Error(Place(source, Lines(text).InEditor(line)) + Counted(valueCount, "value") +
+                          " for " +
+                          Counted(static_cast<std::uint64_t>(table.ColumnCount()), "column") +
+                          " (--long-lines skip or keep reads such a file)");
+}
+
+}  // namespace program
