@@ -124,8 +124,11 @@ def indent(line):
 
 
 def guide(lines, name):
-    anchor = "" if name == "index" else f" {{#{name}}}"
-    return [lines[0] + anchor, *lines[1:]]
+    """Gives the page its name, and a long one a list of its sections."""
+    if name == "index":
+        return lines
+    contents = ["", "[TOC]"] * (sum(line.startswith("## ") for line in lines) > 4)
+    return [f"{lines[0]} {{#{name}}}", *contents, *lines[1:]]
 
 
 def write_input():
