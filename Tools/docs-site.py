@@ -2,8 +2,8 @@
 """What surrounds Doxygen in the making of the documentation site.
 
     Tools/docs-site.py input     writes the public headers and the guides to build/docs/input as Doxygen reads them
-    Tools/docs-site.py search    writes what Doxygen has found as the index of Docs/Site/site.js, and removes the
-                                 files that the site does not use
+    Tools/docs-site.py finish    writes what Doxygen has found as the index of Docs/Site/site.js, mends what Doxygen
+                                 cannot be told, and removes the files that the site does not use
 
 The comments of the headers are plain text, written to be read in the headers. A comment holds for all
 declarations that follow it without an empty line; Doxygen wants one for each.
@@ -35,8 +35,6 @@ PARAGRAPHS = """Ownership Threads Failures Callbacks Memory Encodings Results Ob
 
 
 def comment(text):
-    text = text.replace("%", r"\%")
-    text = re.sub(r"(\w)<([^>`]*)>", r"\1\\<\2\\>", text)  # unordered_map<K, T> is no markup
     # A short description is the first sentence, and a number alone is none.
     text = re.sub(r"(///<? ?)(Slots? [\d, ]+(?:(?:to|and) \d+)?)\. ?", r"\1\2: ", text)
     text = text.replace("@throws", "@fails")  # the same list for both languages
@@ -73,6 +71,7 @@ def header(path, lines):
         stripped = line.strip()
         code, slashes, text = line.partition("///")
         section = re.match(r"// ---- (\w+) ----", line)
+        enumeration = re.match(r"typedef (u?int32_t) (ld_\w+);", line)
         handle = re.match(r"typedef struct (ld_\w+) \1;", line)
         if stripped == "#pragma once":
             line = "/** @file */"
@@ -99,6 +98,11 @@ def header(path, lines):
             line = code + comment(slashes + text)
             if not code.strip():
                 block = [*block, line] if previous.startswith("///") else [line]
+        elif enumeration and following == "enum {":
+            yield from ["///", f"/// It is a `{enumeration[1]}` in every signature and record."]
+            line = ""
+        elif stripped == "enum {" and (named := re.match(r"typedef u?int32_t (ld_\w+);", lines[number - 1])):
+            line = f"enum {named[1]} {{"
         elif stripped == "template <>" and following.startswith("struct std::"):
             line, in_std = "/** @cond */ " + line, True
         elif in_std and stripped == "};":
@@ -132,26 +136,52 @@ def guide(lines, name):
 
 
 def write_input():
-    for path in [*(ROOT / "Include").rglob("*.h"), *(ROOT / "Docs/Guides").glob("*.md")]:
+    for path in [*(ROOT / "Include").rglob("*.h"), *(ROOT / "Docs/Guides").glob("*.md"), *(ROOT / "Docs/Site").glob("*.dox")]:
         lines = path.read_text().splitlines()
         target = INPUT / path.relative_to(ROOT)
         target.parent.mkdir(parents=True, exist_ok=True)
-        target.write_text("\n".join(header(path, lines) if path.suffix == ".h" else guide(lines, path.stem)) + "\n")
+        if path.suffix == ".h":
+            lines = header(path, lines)
+        elif path.suffix == ".md":
+            lines = guide(lines, path.stem)
+        target.write_text("\n".join(lines) + "\n")
 
 
-def write_search_index():
-    kinds = {"page": "guide", "enumvalue": "enumerator", "slot": "operation"}
+def without_strings(code):
+    """Doxygen does not see where a raw string ends; such code goes without the color of strings."""
+    if 'R<span class="stringliteral">' not in code[0]:
+        return code[0]
+    return re.sub(r'<span class="stringliteral">(.*?)</span>', r"\1", code[0])
+
+
+def finish_site():
+    kinds = {"page": "guide", "enumvalue": "enumerator", "group": "C object"}
+    titles = {path.stem: path.read_text().splitlines()[0].removeprefix("# ")
+              for path in (ROOT / "Docs/Guides").glob("*.md")}
     entries = {}
     for found in xml.etree.ElementTree.parse(ROOT / "build/docs/searchdata.xml").iter("doc"):
         field = {f.get("name"): f.text or "" for f in found.iter("field")}
         kind = kinds.get(field["type"], field["type"])
-        entries[field["url"]] = [field["name"], kind, field["url"], " ".join(field["text"].lower().split())]
+        name = field["name"].removeprefix("group_")
+        if kind == "guide":
+            name = titles.get(name, name)
+        entries[field["url"]] = [name, kind, field["url"], " ".join(field["text"].lower().split())]
     index = json.dumps(list(entries.values()), ensure_ascii=False, separators=(",", ":"))
     (SITE / "search-index.js").write_text(f"window.searchIndex={index};\n")
+    for page in SITE.glob("*.html"):
+        text = re.sub(r'<div class="fragment">.*?</div><!-- fragment -->', without_strings, page.read_text(), flags=re.DOTALL)
+        page.write_text(re.sub(r' onclick="[^"]*"><img src="closed.png"[^>]*>(&#160;)?', ">", text))
+    modules = SITE / "modules.html"
+    modules.write_text(modules.read_text().replace("Modules", "C objects").replace(
+        "Here is a list of all modules:", "A page for each kind of object:"))
     for pattern in ("*.png", "search*.html", "*.svg", "jquery.js", "dynsections.js", "tabs.css", "doxygen.css", "search/*"):
         for path in SITE.glob(pattern):
             path.unlink()
     (SITE / "search").rmdir()
+    missing = {f"{page.name}: {link}" for page in SITE.glob("*.html")
+               for link in re.findall(r'(?:href|src)="([^":#]+)', page.read_text()) if not (SITE / link).exists()}
+    if missing:
+        sys.exit("Links to nothing:\n" + "\n".join(sorted(missing)))
 
 
-{"input": write_input, "search": write_search_index}[sys.argv[1]]()
+{"input": write_input, "finish": finish_site}[sys.argv[1]]()

@@ -9,5 +9,5 @@ rm -rf build/docs/input build/docs/html
 mkdir -p build/docs
 Tools/docs-site.py input
 doxygen Docs/Doxyfile || { cat build/docs/warnings.txt; exit 1; }
-Tools/docs-site.py search
+Tools/docs-site.py finish
 echo "The documentation is in build/docs/html/index.html."

@@ -12,7 +12,7 @@ cd "$(dirname "$0")/.." || exit 1
 export LC_ALL=C.UTF-8
 . Tools/packages.sh
 
-STAGES="formatting contract release windows code-pages exports hardening package callers docs asan tsan clang coverage abi lint"
+STAGES="formatting contract release windows code-pages exports hardening package callers duckdb docs asan tsan clang coverage abi lint"
 LIBRARIES="build/release/lib/liblayerdata.so build/release/lib/liblayerdata-c.so
   build/windows/bin/layerdata.dll build/windows/bin/layerdata-c.dll"
 
@@ -72,11 +72,14 @@ unknown_component() {
 }
 readme_example() {
   sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
-    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include/LayerData -x c++ -
+    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include -Ibuild/package/include/LayerData -x c++ -
 }
 
 # The C example from several compilers, also one for the Microsoft ABI.
 callers() { build release && build windows && Tools/check-callers.sh build/release build/windows; }
+
+# Exchanges tables with DuckDB, which npm installs.
+duckdb() { build release && Tools/check-duckdb.sh build/release; }
 
 # The documentation site has no warnings; the code of the guides and of the README prints what they say.
 docs() {
@@ -159,6 +162,8 @@ passed=0
 failed=0
 mkdir -p "$logs"
 packages="$BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES $DOCS_PACKAGES"
+# Other packages of node.js than Debian's bring npm along, and exclude Debian's.
+command -v npm >/dev/null || packages="$packages $DUCKDB_PACKAGES"
 case ${1:-} in
   "") set -- $STAGES ;;
   quick) set -- release; packages=$BUILD_PACKAGES ;;

@@ -10,7 +10,7 @@ function rank([name, kind, , text], words) {
   const lower = name.toLowerCase();
   if (!words.every(word => lower.includes(word) || text.includes(word))) return 0;
   const last = lower.split('::').pop();
-  const bonus = kind === 'guide' ? 2 : 0;
+  const bonus = kind === 'guide' ? 1 : 0;
   if (words.length === 1 && (lower === words[0] || last === words[0])) return 6 + bonus;
   if (words.length === 1 && (lower.startsWith(words[0]) || last.startsWith(words[0]))) return 4 + bonus;
   return (words.every(word => lower.includes(word)) ? 3 : 1) + bonus;

@@ -169,7 +169,7 @@ LD_API bool ld_read_report_get_separator(ld_read_report* self, const char** resu
 LD_API bool ld_read_report_has_header(ld_read_report* self, bool* result, ld_error** error);
 /// The code page that was used: 65001 for UTF-8, 1200 and 1201 for UTF-16.
 LD_API bool ld_read_report_get_code_page(ld_read_report* self, uint32_t* result, ld_error** error);
-/// The number of lines that were read, without empty ones.
+/// The number of lines that were read, without empty ones; of JSON, those of the whole text.
 LD_API bool ld_read_report_get_line_count(ld_read_report* self, uint64_t* result, ld_error** error);
 /// The number of rows that the table received.
 LD_API bool ld_read_report_get_row_count(ld_read_report* self, uint64_t* result, ld_error** error);

@@ -22,10 +22,11 @@
 ///   6. The others by the number of their type; Array and documents by their bytes, all others by
 ///      address
 ///
-/// Failures. "Column " + name + " does not exists" for a missing column, "Pointer of char must not
-/// be null!" for a null name, "Column with name [%s] already exists!" for a name that the result
-/// would have twice. A table that the caller implements, or with an object in one of the cells that
-/// are read that may call back, is copied first.
+/// Failures. "Column " + name + " does not exists" for a missing column, "The names of columns must
+/// not be null!" for a null name ("Pointer of char must not be null!" in a record), "Column with
+/// name [%s] already exists!" for a name that the result would have twice. A table that the caller
+/// implements, or with an object in one of the cells that are read that may call back, is copied
+/// first.
 
 #include "layerdata.h"
 

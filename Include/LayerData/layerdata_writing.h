@@ -50,6 +50,7 @@ enum {
 };
 
 /// How a line ends.
+/// What ends a line.
 typedef uint32_t ld_line_end;
 enum {
   LD_LINE_END_LF = 0,    ///< "\n"
@@ -63,19 +64,19 @@ typedef struct ld_csv_write_options {
   /// line breaks, ASCII letters and digits, "-", "." and ":", nor begin or end with white space if
   /// it has several bytes: "The separator cannot be told from the values!".
   const char* separator;
-  ld_value_form form;
-  ld_quoting quoting;
-  ld_line_end line_end;
+  ld_value_form form;    ///< of the values
+  ld_quoting quoting;    ///< which of them stand in quotes
+  ld_line_end line_end;  ///< after each line
   /// The number of threads, the calling one included; more than 256 count as 256. 1: only the
   /// calling thread. 0: as many as the process may use, at most 16, for a table that makes some
   /// 4 MB of text and more, and 1 below.
   uint32_t thread_count;
   /// Null for none. Counts rows. Must not change the table.
   ld_progress progress;
-  void* progress_context;
-  /// Whether the exact form also quotes names that contain quotes, as it does texts: for readers
-  /// that remove the quotes of names (`unquote_names`). Otherwise a name such as "a,b", with the
-  /// quotes that reading left it, is written as it is.
+  void* progress_context;  ///< passed to `progress`
+  /// Whether the exact form quotes names as it does texts, for readers that remove the quotes of
+  /// names (`unquote_names` and `LD_HEADER_LINE_YES`). Otherwise a name such as "a,b", with the
+  /// quotes that detection leaves it, is written as it is.
   bool quote_names;
   /// Whether the line with the names of the columns is left out.
   bool without_header;
@@ -86,14 +87,15 @@ typedef struct ld_csv_write_options {
 /// In the exact form every line ends with a line end. A text stands in quotes, and the quotes in it
 /// are doubled, if it contains quotes, line breaks or the separator, begins or ends with white
 /// space, is empty, or would be read as a number or date. Null is nothing at all. A name stands in
-/// quotes if it would otherwise not be read as one name.
+/// quotes if it would otherwise not be read as one name, or not as text, as a line must be to be
+/// detected as a header.
 ///
 /// What `ld_csv_read` and `ld_parse_csv_with_separator` read from a well-formed text, they read
 /// again from what this function writes with the same separator: the same names and the same cells.
 /// Of a table that has other contents, the following does not come back as it was:
 ///   - without further options, texts that begin or end with a quote lose it, and names gain the
-///     quotes in which they had to be written. `text_columns` (or `all_text`) and `unquote_names`
-///     of `ld_csv_read` bring both back;
+///     quotes in which they had to be written. The options `text_columns` (or `all_text`) of
+///     `ld_csv_read` bring the former back, `quote_names` together with `unquote_names` the latter;
 ///   - Bool, Uuid, documents and all other types but Int64, Double, DateTime and String come back
 ///     as texts, integers of other types as Int64 if they fit, Float as Double, NaN and infinities
 ///     as the texts "nan", "inf" and "-inf";
@@ -127,11 +129,11 @@ typedef struct ld_json_write_options {
   ld_json_layout layout;  ///< what surrounds the rows
   /// Spaces for each level of an array, at most 16; 0 for no white space. Must be 0 for JSON lines.
   uint32_t indentation;
-  ld_value_form form;
-  /// As in `ld_csv_write_options`.
-  uint32_t thread_count;
+  ld_value_form form;     ///< of the values
+  uint32_t thread_count;  ///< as in `ld_csv_write_options`
+  /// Null for none. Counts rows. Must not change the table.
   ld_progress progress;
-  void* progress_context;
+  void* progress_context;  ///< passed to `progress`
 } ld_json_write_options;
 
 /// Writes a table as JSON: an object for each row, with a member for each column.

@@ -22,7 +22,7 @@ impl::CsvOptions OptionsOf(const ld_csv_read_options& options, bool findsChanges
   read.extraValues = ExtraValuesOf(options.long_lines);
   read.header = Enumerator<impl::CsvHeader>(options.header, LD_HEADER_LINE_NO, "ld_header_line");
   read.unquotesNames = options.unquote_names || options.header == LD_HEADER_LINE_YES;
-  read.textColumns = NamesOf(options.text_columns, options.text_column_count);
+  read.textColumns = ListedNames(options.text_columns, options.text_column_count);
   read.isAllText = options.all_text;
   if (options.max_rows != 0) read.maxRows = static_cast<std::size_t>(options.max_rows);
   read.findsChanges = findsChanges;

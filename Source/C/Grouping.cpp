@@ -5,6 +5,7 @@
 
 #include "C/Call.h"
 #include "C/ExactValues.h"
+#include "C/Options.h"
 #include "C/RowCopy.h"
 #include "C/RowKeys.h"
 
@@ -141,18 +142,24 @@ class Aggregation {
 
   std::vector<Core::Variant> Extremes(bool isGreatest) const {
     constexpr std::size_t kNoRow = SIZE_MAX;
+    struct Best {
+      std::size_t row = kNoRow;
+      OrderKeys::Word word{};
+    };
     const OrderKeys keys(source_, column_);
-    std::vector<std::size_t> rows(groups_.count, kNoRow);
+    std::vector<Best> all(groups_.count);
     ForEachValue([&](std::size_t group, std::size_t row, const _VARIANT&) {
-      std::size_t& best = rows[group];
-      if (best == kNoRow || (isGreatest ? keys.Compare(best, row) : keys.Compare(row, best)) < 0)
-        best = row;
+      Best& best = all[group];
+      const OrderKeys::Word word = keys.WordAt(row, 0);
+      int order = word.Compare(best.word);
+      if (order == 0 && !word.isLast && best.row != kNoRow) order = keys.Compare(row, best.row, 1);
+      if (best.row == kNoRow || (isGreatest ? order > 0 : order < 0)) best = {row, word};
     });
     std::vector<Core::Variant> values;
-    values.reserve(rows.size());
-    for (const std::size_t row : rows)
-      values.push_back(row == kNoRow ? Core::Variant(Core::Null)
-                                     : Core::Variant(source_.Cell(row, column_)));
+    values.reserve(all.size());
+    for (const Best& best : all)
+      values.push_back(best.row == kNoRow ? Core::Variant(Core::Null)
+                                          : Core::Variant(source_.Cell(best.row, column_)));
     return values;
   }
 
@@ -231,7 +238,7 @@ bool ld_table_group(ld_table* self, const char* const* keys, uint64_t key_count,
     const std::span<const ld_aggregate> wanted(aggregates,
                                                static_cast<std::size_t>(aggregate_count));
     CheckAggregates(wanted);
-    const ColumnNames keyNames = NamesOf(keys, key_count);
+    const ColumnNames keyNames = ListedNames(keys, key_count);
     ColumnNames read = keyNames;
     for (const ld_aggregate& each : wanted)
       if (each.function != LD_AGGREGATE_FUNCTION_COUNT) read.push_back(each.column);

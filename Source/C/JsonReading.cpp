@@ -17,7 +17,7 @@ namespace {
 
 impl::JsonTableOptions OptionsOf(const ld_json_read_options& options, bool findsChanges) {
   impl::JsonTableOptions read;
-  read.textColumns = NamesOf(options.text_columns, options.text_column_count);
+  read.textColumns = ListedNames(options.text_columns, options.text_column_count);
   read.isAllText = options.all_text;
   if (options.max_rows != 0) read.maxRows = static_cast<std::size_t>(options.max_rows);
   read.findsChanges = findsChanges;
@@ -30,6 +30,17 @@ bool AreLines(ld_json_form form, std::string_view text) {
 
 std::size_t LineOf(std::string_view text, std::size_t position) {
   return 1 + static_cast<std::size_t>(std::ranges::count(text.substr(0, position), '\n'));
+}
+
+/// The number of lines that are not empty.
+std::size_t CountLines(std::string_view text) {
+  std::size_t count = 0;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size() - 1);
+    if (text.substr(0, end + 1).find_first_not_of(" \t\r\n") != std::string_view::npos) ++count;
+    text.remove_prefix(end + 1);
+  }
+  return count;
 }
 
 /// Where a text stops being JSON.
@@ -84,9 +95,8 @@ bool ReadJson(const ld_json_read_options* options, ld_table** table, ld_read_rep
                                              : ReadDocument(text, read, threads);
     threads.Finish();
     if (report)
-      GiveObject(
-          report,
-          Core::MakePtr<ReadReport>(result, LineOf(text, text.size()), input.CodePage()).Get());
+      GiveObject(report,
+                 Core::MakePtr<ReadReport>(result, CountLines(text), input.CodePage()).Get());
     GiveObject(table, result.table.Get());
     return true;
   });

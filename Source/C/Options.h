@@ -35,7 +35,7 @@ Options ReadOptions(const Options* options) {
 
 /// Names that options list.
 /// @throws std::runtime_error "The names of columns must not be null!"
-inline std::vector<std::string_view> NamesOf(const char* const* names, std::uint64_t count) {
+inline std::vector<std::string_view> ListedNames(const char* const* names, std::uint64_t count) {
   constexpr std::uint64_t kMostNames = std::uint64_t{1} << 32;
   if (count > kMostNames) throw std::runtime_error("The length is too large!");
   std::vector<std::string_view> list;

@@ -15,16 +15,6 @@ using impl::TableImpl;
 using Interfaces::ITable;
 using Structures::_VARIANT;
 
-ColumnNames NamesOf(const char* const* names, std::uint64_t count) {
-  if (count > 0) Core::CheckArgument(names);
-  ColumnNames all;
-  for (std::uint64_t i = 0; i < count; ++i) {
-    Core::CheckArgument(names[i]);
-    all.push_back(names[i]);
-  }
-  return all;
-}
-
 // -- Sources --
 
 RowSource::RowSource(ITable& table)
@@ -40,7 +30,7 @@ RowSource::RowSource(ITable& table, const ColumnNames& names)
   if (!table_ || std::ranges::any_of(ColumnsOf(names), callsBack)) table_ = impl::CopyOf(table);
 }
 
-std::size_t RowSource::ColumnOf(const TableImpl& table, const char* name) {
+std::size_t RowSource::ColumnOf(const TableImpl& table, std::string_view name) {
   const impl::ColumnImpl* column = table.Header().Find(name);
   if (!column) throw std::runtime_error("Column " + std::string(name) + " does not exists");
   return static_cast<std::size_t>(column->Index());
@@ -48,8 +38,23 @@ std::size_t RowSource::ColumnOf(const TableImpl& table, const char* name) {
 
 std::vector<std::size_t> RowSource::ColumnsOf(const ColumnNames& names) const {
   std::vector<std::size_t> columns;
-  for (const char* name : names) columns.push_back(ColumnOf(name));
+  for (const std::string_view name : names) columns.push_back(ColumnOf(name));
   return columns;
+}
+
+void RowSource::FetchRow(std::size_t row) const {
+  constexpr std::size_t kLine = 64;
+  const char* const begin = reinterpret_cast<const char*>(table_->Rows()[row].Get());
+  const std::size_t size = sizeof(impl::RowImpl) + ColumnCount() * sizeof(_VARIANT);
+  // The cells usually follow the row. Wide rows are fetched by the processor once it reads them.
+  for (std::size_t i = 0; i < std::min(size, 8 * kLine); i += kLine) __builtin_prefetch(begin + i);
+}
+
+void RowSource::FetchObjects(std::size_t row) const {
+  const impl::RowImpl& from = *table_->Rows()[row];
+  for (std::size_t i = 0; i < std::min<std::size_t>(from.CellCount(), 32); ++i)
+    if (const Core::IObject* object = Core::ReferencedObject(CellOf(from, i)))
+      __builtin_prefetch(object, 1);
 }
 
 std::vector<std::size_t> AllColumns(const RowSource& source) {

@@ -63,44 +63,42 @@ std::uint64_t OrderWord(double value) {
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
-/// The greatest double that is not above an integer.
-double FloorDouble(const Integer& integer) {
-  if (const auto exact = integer.ExactDouble()) return *exact;
-  const bool isWide = integer.high != 0;
-  const int cut = (isWide ? 64 + static_cast<int>(std::bit_width(integer.high))
-                          : static_cast<int>(std::bit_width(integer.low))) -
-                  53;
-  Integer truncated{integer.high, 0, false};
-  if (cut < 64) {
-    truncated.low = integer.low >> cut << cut;
-  } else {
-    truncated.high = integer.high >> (cut - 64) << (cut - 64);
+/// An integer as the greatest double that is not above it, and the rest.
+struct FlooredInteger {
+  double floor;
+  std::uint64_t restHigh, restLow;
+
+  explicit FlooredInteger(const Integer& integer) : floor(0), restHigh(0), restLow(0) {
+    if (const auto exact = integer.ExactDouble()) {
+      floor = *exact;
+      return;
+    }
+    const int width = integer.high != 0 ? 64 + static_cast<int>(std::bit_width(integer.high))
+                                        : static_cast<int>(std::bit_width(integer.low));
+    // The unit of the last place that a double has for it: it cuts off so many bits.
+    const int cut = width - 53;
+    const std::uint64_t unitHigh = cut < 64 ? 0 : std::uint64_t{1} << (cut - 64);
+    const std::uint64_t unitLow = cut < 64 ? std::uint64_t{1} << cut : 0;
+    const std::uint64_t maskHigh = cut < 64 ? 0 : unitHigh - 1;
+    const std::uint64_t maskLow = cut < 64 ? unitLow - 1 : UINT64_MAX;
+    restHigh = integer.high & maskHigh;
+    restLow = integer.low & maskLow;
+    floor = Integer{integer.high & ~maskHigh, integer.low & ~maskLow, false}.NearestDouble();
+    if (!integer.isNegative) return;
+    floor = std::nextafter(-floor, -std::numeric_limits<double>::infinity());
+    restHigh = unitHigh - restHigh - (unitLow < restLow ? 1 : 0);
+    restLow = unitLow - restLow;
   }
-  const double magnitude = truncated.NearestDouble();
-  if (!integer.isNegative) return magnitude;
-  return std::nextafter(-magnitude, -std::numeric_limits<double>::infinity());
-}
+};
 
-int Order(std::uint64_t left, std::uint64_t right) {
-  return left < right ? -1 : left > right ? 1 : 0;
-}
+constexpr std::size_t kBytesOfWord = 7;
 
-/// Compares numbers between the same two neighbouring doubles.
-int CompareNeighbours(const _VARIANT& left, const _VARIANT& right) {
-  const auto a = Integer::Of(left), b = Integer::Of(right);
-  const bool isExactA = !a || a->ExactDouble(), isExactB = !b || b->ExactDouble();
-  if (isExactA || isExactB) return isExactA == isExactB ? 0 : isExactA ? -1 : 1;
-  const int order = a->high != b->high ? Order(a->high, b->high) : Order(a->low, b->low);
-  return a->isNegative ? -order : order;
-}
-
-/// The first 7 bytes of a text, and its length or 8. Words order texts, but not those of 8 and more
-/// bytes that begin with the same 7.
+/// 7 bytes of a text from a position on, and how many are left there, or 8 for more than 7.
 std::uint64_t OrderWord(std::string_view text) {
   std::uint64_t word = 0;
-  for (std::size_t i = 0; i < 7; ++i)
+  for (std::size_t i = 0; i < kBytesOfWord; ++i)
     word = word << 8 | (i < text.size() ? static_cast<std::uint8_t>(text[i]) : 0U);
-  return word << 8 | std::min<std::size_t>(text.size(), 8);
+  return word << 8 | std::min(text.size(), kBytesOfWord + 1);
 }
 
 }  // namespace
@@ -121,65 +119,71 @@ std::string_view KeyTexts::Of(const _VARIANT& cell) {
 
 OrderKeys::OrderKeys(const RowSource& source, std::size_t column, bool isDescending,
                      bool areNullsFirst)
-    : source_(source), column_(column), isDescending_(isDescending) {
-  const std::size_t rowCount = source.RowCount();
+    : source_(source), column_(column), isDescending_(isDescending), areNullsFirst_(areNullsFirst) {
   bool hasReals = false, hasIntegers = false, hasLarge = false;
-  for (std::size_t row = 0; row < rowCount; ++row) {
+  for (std::size_t row = 0; row < source.RowCount(); ++row) {
     const _VARIANT& cell = source.Cell(row, column);
-    if (RankOf(cell) != kNumber) continue;
-    const bool isReal = KindOf(TypeOf(cell)) == ValueKind::Real;
-    (isReal ? hasReals : hasIntegers) = true;
-    hasLarge = hasLarge || (!isReal && !ExactInt64(cell));
+    const std::uint8_t rank = RankOf(cell);
+    if (rank == kNumber) {
+      const bool isReal = KindOf(TypeOf(cell)) == ValueKind::Real;
+      (isReal ? hasReals : hasIntegers) = true;
+      hasLarge = hasLarge || (!isReal && !ExactInt64(cell));
+    } else if (rank >= kText && HasText(cell)) {
+      if (texts_.empty()) texts_.resize(source.RowCount());
+      texts_[row] = reader_.Of(cell);
+    }
   }
   areNumbersMixed_ = hasIntegers && (hasReals || hasLarge);
-  keys_.reserve(rowCount);
-  for (std::size_t row = 0; row < rowCount; ++row) {
-    Key key = KeyOf(source.Cell(row, column), row);
-    if (key.rank == kNone) {
-      key.rank = areNullsFirst ? kNullsFirst : kNullsLast;
-    } else if (isDescending) {
-      key.rank = static_cast<std::uint8_t>(kNullsLast - key.rank);
-    }
-    keys_.push_back(key);
-  }
 }
 
-OrderKeys::Key OrderKeys::KeyOf(const _VARIANT& cell, std::size_t row) {
+OrderKeys::Word OrderKeys::WordAt(std::size_t row, std::size_t depth) const {
+  Word word = ValueAt(row, depth);
+  if (word.rank == kNone) {
+    word.rank = areNullsFirst_ ? kNullsFirst : kNullsLast;
+  } else if (isDescending_) {
+    word.rank = static_cast<std::uint8_t>(kNullsLast - word.rank);
+    word.value = ~word.value;
+  }
+  return word;
+}
+
+OrderKeys::Word OrderKeys::ValueAt(std::size_t row, std::size_t depth) const {
+  const _VARIANT& cell = source_.Cell(row, column_);
   const std::uint8_t rank = RankOf(cell);
   switch (rank) {
     case kNone:
-      return {0, rank};
+      return {0, rank, true};
     case kBool:
-      return {Core::ToBool(cell) ? 1U : 0U, rank};
-    case kNumber: {
-      const auto integer = Integer::Of(cell);
-      if (areNumbersMixed_) mayTie_ = true;
-      if (!integer) return {OrderWord(Core::ToDouble(cell)), rank};
-      return {
-          areNumbersMixed_ ? OrderWord(FloorDouble(*integer)) : OrderWord(*integer->ExactInt64()),
-          rank};
-    }
+      return {Core::ToBool(cell) ? 1U : 0U, rank, true};
+    case kNumber:
+      return NumberAt(cell, depth);
     case kDateTime:
-      return {OrderWord(static_cast<std::int64_t>(TicksOf(cell))), rank};
+      return {OrderWord(static_cast<std::int64_t>(TicksOf(cell))), rank, true};
     default:
       break;
   }
-  if (!HasText(cell)) return {cell.value[0], rank};
-  if (texts_.empty()) texts_.resize(source_.RowCount());
-  texts_[row] = reader_.Of(cell);
-  mayTie_ = mayTie_ || texts_[row].size() >= 8;
-  return {OrderWord(texts_[row]), rank};
+  if (!HasText(cell)) return {cell.value[0], rank, true};
+  const std::string_view rest = texts_[row].substr(depth * kBytesOfWord);
+  return {OrderWord(rest), rank, rest.size() <= kBytesOfWord};
 }
 
-int OrderKeys::CompareValues(std::size_t left, std::size_t right) const {
-  const _VARIANT& cell = source_.Cell(left, column_);
-  int order = 0;
-  if (RankOf(cell) == kNumber) {
-    order = CompareNeighbours(cell, source_.Cell(right, column_));
-  } else if (!texts_.empty()) {
-    order = texts_[left].compare(texts_[right]);
+OrderKeys::Word OrderKeys::NumberAt(const _VARIANT& cell, std::size_t depth) const {
+  const auto integer = Integer::Of(cell);
+  if (!areNumbersMixed_)
+    return {integer ? OrderWord(*integer->ExactInt64()) : OrderWord(Core::ToDouble(cell)), kNumber,
+            true};
+  if (!integer) return {depth == 0 ? OrderWord(Core::ToDouble(cell)) : 0, kNumber, depth == 2};
+  const FlooredInteger floored(*integer);
+  const std::uint64_t words[] = {OrderWord(floored.floor), floored.restHigh, floored.restLow};
+  return {words[depth], kNumber, depth == 2};
+}
+
+int OrderKeys::Compare(std::size_t left, std::size_t right, std::size_t depth) const {
+  for (;; ++depth) {
+    const Word word = WordAt(left, depth);
+    const int order = word.Compare(WordAt(right, depth));
+    if (order != 0 || word.isLast) return order;
   }
-  return isDescending_ ? -order : order;
 }
 
 // -- Equality --

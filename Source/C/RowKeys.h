@@ -31,50 +31,42 @@ class KeyTexts {
   std::deque<std::string> copies_;
 };
 
-/// The cells of a column, to be sorted. Most are told apart by one word each.
+/// The cells of a column, to be sorted. A cell is a short sequence of words; most are told apart by
+/// the first.
 class OrderKeys {
  public:
   OrderKeys(const RowSource& source, std::size_t column, bool isDescending = false,
             bool areNullsFirst = false);
 
-  struct Key {
-    std::uint64_t word;
-    std::uint8_t rank;  ///< by kind; compared first
+  struct Word {
+    std::uint64_t value;
+    std::uint8_t rank;  ///< by kind; compared before the value
+    bool isLast;        ///< of the cell, and of all cells whose words have been equal so far
+
+    /// Negative if this is less than the other, 0 if they are equal.
+    int Compare(const Word& other) const {
+      if (rank != other.rank) return rank < other.rank ? -1 : 1;
+      return value < other.value ? -1 : value > other.value ? 1 : 0;
+    }
   };
-  const Key& operator[](std::size_t row) const { return keys_[row]; }
-  bool IsNull(std::size_t row) const {
-    return keys_[row].rank == kNullsFirst || keys_[row].rank == kNullsLast;
-  }
+  /// @param depth  up to the first word that is the last
+  Word WordAt(std::size_t row, std::size_t depth) const;
 
   /// Negative if the left row comes first, 0 if neither does.
-  int Compare(std::size_t left, std::size_t right) const {
-    const Key &a = keys_[left], &b = keys_[right];
-    if (a.rank != b.rank) return a.rank < b.rank ? -1 : 1;
-    if (a.word != b.word) return (a.word < b.word) != isDescending_ ? -1 : 1;
-    return CompareTied(left, right);
-  }
-  /// As `Compare`, for keys of the same rank.
-  bool WordsAscend(std::uint64_t left, std::uint64_t right) const {
-    return (left < right) != isDescending_;
-  }
-  /// As `Compare`, for equal keys.
-  int CompareTied(std::size_t left, std::size_t right) const {
-    return mayTie_ ? CompareValues(left, right) : 0;
-  }
+  /// @param depth  of the first words that may differ
+  int Compare(std::size_t left, std::size_t right, std::size_t depth) const;
 
  private:
   static constexpr std::uint8_t kNullsFirst = 0, kNullsLast = UINT8_MAX;
 
-  Key KeyOf(const Structures::_VARIANT& cell, std::size_t row);
-  int CompareValues(std::size_t left, std::size_t right) const;
+  Word ValueAt(std::size_t row, std::size_t depth) const;
+  Word NumberAt(const Structures::_VARIANT& cell, std::size_t depth) const;
 
   const RowSource& source_;
   std::size_t column_;
-  bool isDescending_;
-  /// Whether the integers and real numbers of the column are not all told apart by a word.
+  bool isDescending_, areNullsFirst_;
+  /// Whether the numbers of the column are not all real, or all integers of 64 bits.
   bool areNumbersMixed_;
-  bool mayTie_ = false;
-  std::vector<Key> keys_;
   std::vector<std::string_view> texts_;
   KeyTexts reader_;
 };

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "C/Call.h"
+#include "C/Options.h"
 #include "C/RowCopy.h"
 
 using namespace Data;
@@ -51,7 +52,7 @@ bool ld_table_select(ld_table* self, const char* const* names, uint64_t count, l
   return Call(error, [&](Core::IErrorCode**) {
     CheckResult(out);
     auto& table = Self<ITable>(self);
-    const ColumnNames wanted = NamesOf(names, count);
+    const ColumnNames wanted = ListedNames(names, count);
     const RowSource source(table, wanted);
     RowCopy copy(source.Table().Header().GetName(), source.RowCount());
     CopyRows(source, source.ColumnsOf(wanted), copy, [](std::size_t) { return true; });

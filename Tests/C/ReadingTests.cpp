@@ -263,7 +263,8 @@ TEST(CReading, ReadsJsonAsAsked) {
 
 TEST(CReading, TellsWhichTextsDoNotComeBack) {
   for (const Case& c : Cases("Reading.txt", "csv changes")) {
-    const auto options = OptionWords("header=yes separator=;").csv;
+    const OptionWords words("header=yes separator=;");
+    const auto& options = words.csv;
     const auto result = Read("a;b\n" + std::string(c[0]) + ";x", &options);
     const std::string problem =
         c[1].empty() ? "" : "Column a: 1 " + std::string(c[1]) + ", at line 1: " + c.fields[0];
@@ -285,7 +286,8 @@ TEST(CReading, CountsChangesInEveryPart) {
 }
 
 TEST(CReading, ReportsWhatItFound) {
-  const auto options = OptionWords("long=skip page=1252").csv;
+  const OptionWords words("long=skip page=1252");
+  const auto& options = words.csv;
   const auto read = Read("\xE4\na;b\n1;007\n2;3;4\n5;6;7;8\n09;1\n", &options);
   ld_read_report* report = read.report.get();
   const char *separator = nullptr, *text = nullptr, *column = nullptr;
@@ -330,12 +332,20 @@ TEST(CReading, ReportsWhatItFound) {
   EXPECT_EQ(Failure([&](auto e) { return ld_read_report_get_problem(report, 5, &problem, e); }),
             "Index out of range [5/5]! 2");
 
-  const auto yes = OptionWords("long=keep header=yes").csv;
+  const OptionWords yesWords("long=keep header=yes");
+  const auto& yes = yesWords.csv;
   const auto kept = Read("a,b\n1,2,3\n\n4,5,6,7\n", &yes);
   EXPECT_TRUE(ld_read_report_get_long_line(kept.report.get(), 1, &line, &values, nullptr));
   EXPECT_EQ(std::pair(line, values), std::pair(std::uint64_t{2}, std::uint64_t{4}));
   EXPECT_TRUE(ld_read_report_has_header(kept.report.get(), &hasHeader, nullptr));
   EXPECT_TRUE(hasHeader);
+
+  const ld_json_read_options* const none = nullptr;
+  const auto json = Read("{\"a\":1}\n\n{\"a\":2}\n \n", none);
+  EXPECT_TRUE(ld_read_report_get_line_count(json.report.get(), &lines, nullptr));
+  EXPECT_TRUE(ld_read_report_get_row_count(json.report.get(), &rows, nullptr));
+  EXPECT_TRUE(ld_read_report_get_separator(json.report.get(), &separator, nullptr));
+  EXPECT_EQ(std::to_string(lines) + std::to_string(rows) + separator, "22");
 }
 
 TEST(CReading, ReadsAsTheExportsDo) {
@@ -556,9 +566,9 @@ TEST(CReading, TakesOptionsOfOtherVersions) {
   const std::string text = "a,b\n1,2,3\n";
   ld_csv_read_options options{};
   options.header = LD_HEADER_LINE_YES;
-  options.size = offsetof(ld_csv_read_options, header);
+  options.size = offsetof(ld_csv_read_options, code_page);
   EXPECT_EQ(Show(Read(text, &options)), "Column 1 / Column 2 / Column 3\n1 / 2 / 3")
-      << "an older version has no header";
+      << "an older version has only a separator";
   for (const std::uint64_t size : {0ull, 7ull, 5000ull, ~0ull}) {
     options.size = size;
     EXPECT_EQ(Read(text, &options).failure, "The size of the options is wrong!");

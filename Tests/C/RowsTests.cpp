@@ -347,7 +347,7 @@ TEST(Rows, RefuseWrongEnumeratorsAndMissingNames) {
             }),
             "Invalid value 4 of ld_join_kind! 2");
   EXPECT_EQ(Failure([&](ld_error** e) { return ld_table_select(table.get(), names, 2, &out, e); }),
-            "Pointer of char must not be null! 2");
+            "The names of columns must not be null! 2");
   const ld_aggregate wrong{6, "a", "n"}, column{2, nullptr, "n"}, name{0, "a", nullptr};
   const auto group = [&](const ld_aggregate* aggregate) {
     return Failure([&](ld_error** error) {

@@ -78,10 +78,12 @@ Held<ld_table> Read(const std::string& text, const ld_csv_read_options& options)
   });
 }
 
-Held<ld_table> Read(const std::string& text, const char* separator) {
+Held<ld_table> Read(const std::string& text, const char* separator,
+                    ld_header_line header = LD_HEADER_LINE_DETECT) {
   ld_csv_read_options options{};
   options.size = sizeof options;
   options.separator = separator;
+  options.header = header;
   return Read(text, options);
 }
 
@@ -155,16 +157,15 @@ Held<ld_table> TableOf(const std::vector<std::string>& names,
 }
 
 /// A text that a program might have written, well-formed but in every way that is allowed.
-std::string MessyText(Random& random, const std::string& separator) {
+std::string MessyText(Random& random, const std::string& separator, const char* oneName = "") {
   const std::vector<std::string> names = {"a",
                                           "b c",
                                           "\"x" + separator + "y\"",
                                           "\"q \"\"r\"\" s\"",
                                           "\"two\nlines\"",
-                                          "",
+                                          oneName,
                                           " padded ",
                                           "\xC3\xA9",
-                                          "n1",
                                           "-"};
   const std::vector<std::string> values = {"",
                                            "",
@@ -256,13 +257,17 @@ std::string ReadFile(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// An empty folder with a name that needs more than ASCII.
+/// An empty folder, whose name needs more than ASCII where the system allows it.
 class Folder {
  public:
-  Folder()
-      : path_(std::filesystem::temp_directory_path() /
-              (u8"layerdata \u00E9\u4E16 " + NumberOfProcess())) {
-    std::filesystem::remove_all(path_);
+  Folder() {
+    const auto parent = std::filesystem::temp_directory_path();
+    const std::string name = "layerdata " + std::to_string(std::random_device()());
+    path_ = parent / name;
+    path_ += u8" \u00E9\u4E16";
+    std::error_code failure;
+    if (std::filesystem::create_directory(path_, failure)) return;
+    path_ = parent / name;
     std::filesystem::create_directory(path_);
   }
   ~Folder() { std::filesystem::remove_all(path_); }
@@ -273,11 +278,6 @@ class Folder {
   }
 
  private:
-  static std::u8string NumberOfProcess() {
-    const std::string text = std::to_string(std::random_device()());
-    return {text.begin(), text.end()};
-  }
-
   std::filesystem::path path_;
 };
 
@@ -355,13 +355,16 @@ TEST(CWriting, ReadsBackWhatWasRead) {
   Random random(11);
   for (int round = 0; round < 400; ++round) {
     const std::string separator = Pick(random, {",", ";", "\t", "|", "~", "||", "\xC2\xA6", "_/_"});
-    const std::string text = MessyText(random, separator);
-    const auto table = Read(text, separator.c_str());
+    const ld_header_line header = Below(random, 2);  // detected, or the first line
+    const bool isDetected = header == LD_HEADER_LINE_DETECT;
+    const std::string text = MessyText(random, separator, isDetected ? "" : "2019");
+    const auto table = Read(text, separator.c_str(), header);
     auto options = Csv(separator.c_str(), 1 + Below(random, 4));
     options.quoting = Below(random, 2);
     options.line_end = Below(random, 2);
+    options.quote_names = !isDetected;
     const std::string written = Written(table.get(), options);
-    const auto again = Read(written, separator.c_str());
+    const auto again = Read(written, separator.c_str(), header);
     ASSERT_EQ(Contents(again.get()), Contents(table.get())) << text << "\n---\n" << written;
     ASSERT_EQ(Written(again.get(), options), written);
     const auto json = ReadJson(Written(table.get(), Json(LD_JSON_LAYOUT_ARRAY, Below(random, 3))));
@@ -453,7 +456,7 @@ TEST(CWriting, WritesTheSameOnAnyNumberOfThreads) {
     csv.form = json.form = form;
     const std::string oneCsv = Written(table.get(), csv), oneJson = Written(table.get(), json);
     EXPECT_GT(oneCsv.size(), 4u << 20);
-    for (std::uint32_t threads : {0, 2, 3, 4, 5, 6, 7}) {
+    for (const std::uint32_t threads : {0u, 2u, 3u, 4u, 5u, 6u, 7u}) {
       csv.thread_count = json.thread_count = threads;
       EXPECT_TRUE(Written(table.get(), csv) == oneCsv) << threads;
       EXPECT_TRUE(Written(table.get(), json) == oneJson) << threads;
@@ -465,7 +468,7 @@ TEST(CWriting, ReadsTheCallersObjectsOnTheCallingThreadOnly) {
   const auto table = Read(LargeText(), nullptr);
   const auto caller = std::this_thread::get_id();
   std::string model;
-  for (std::uint32_t threads : {1, 3}) {
+  for (const std::uint32_t threads : {1u, 3u}) {
     int reads = 0;
     const auto text = Core::MakePtr<Data::tests::CallersText>("of the, caller");
     text->onRead = [&] {
@@ -522,7 +525,7 @@ TEST(CWriting, TellsTheProgressAndCanBeCancelled) {
     std::size_t most;
   };
   const auto table = Read(LargeText(), nullptr);
-  for (std::uint32_t threads : {1, 3}) {
+  for (const std::uint32_t threads : {1u, 3u}) {
     Told told{{}, SIZE_MAX};
     auto options = Csv(nullptr, threads);
     options.progress = [](void* context, std::uint64_t done, std::uint64_t total) {
@@ -551,9 +554,9 @@ TEST(CWriting, TellsTheProgressAndCanBeCancelled) {
 
 TEST(CWriting, WritesFilesAndReplacesThem) {
   const Folder folder;
-  const auto path = folder / "t\xC3\xA9st.csv";
+  const auto path = folder / "file.csv";
   const auto table = Read(LargeText(), nullptr);
-  for (std::uint32_t threads : {1, 3}) {
+  for (const std::uint32_t threads : {1u, 3u}) {
     const auto csv = Csv(nullptr, threads);
     EXPECT_TRUE(ld_csv_write_file(table.get(), Utf8(path).c_str(), &csv, nullptr));
     EXPECT_TRUE(ReadFile(path) == Written(table.get(), Csv()));
@@ -602,7 +605,7 @@ TEST(CWriting, LeavesTheOldFileAfterAFailure) {
   cancelled.progress = [](void*, std::uint64_t done, std::uint64_t total) { return done != total; };
   EXPECT_EQ(failure(path, cancelled), "The operation was cancelled! 2");
   EXPECT_TRUE(ld_table_set_cell(table.get(), 59'999, 2, Value("nan").get(), nullptr));
-  for (std::uint32_t threads : {1, 3}) {
+  for (const std::uint32_t threads : {1u, 3u}) {
     auto options = Json();
     options.thread_count = threads;
     EXPECT_EQ(failure(path, options), "Column value holds a number that JSON cannot represent! 2");

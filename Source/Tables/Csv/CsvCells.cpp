@@ -19,7 +19,7 @@ namespace {
 
 constexpr bool IsQuote(char c) { return c == kQuote; }
 
-std::size_t CountDoubledQuotes(std::string_view text) {
+inline std::size_t CountDoubledQuotes(std::string_view text) {
   std::size_t pairs = 0;
   for (std::size_t at = text.find("\"\""); at != std::string_view::npos;
        at = text.find("\"\"", at + 2))
