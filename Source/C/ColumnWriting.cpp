@@ -224,8 +224,9 @@ struct NewCells {
 
   /// Exchanges the records with the cells of the table.
   void Exchange(TableImpl& table, const ColumnImpl& column, std::size_t first) noexcept {
+    const std::int32_t index = column.Index();
     for (std::size_t i = 0; i < records.size(); ++i)
-      std::swap(static_cast<_VARIANT&>(records[i]), table.Rows()[first + i]->Cell(column));
+      std::swap(static_cast<_VARIANT&>(records[i]), table.Rows()[first + i]->Cells()[index]);
   }
 
   std::vector<Variant> records;

@@ -65,10 +65,10 @@ std::uint64_t OrderWord(double value) {
 
 /// An integer as the greatest double that is not above it, and the rest.
 struct FlooredInteger {
-  double floor;
-  std::uint64_t restHigh, restLow;
+  double floor = 0;
+  std::uint64_t restHigh = 0, restLow = 0;
 
-  explicit FlooredInteger(const Integer& integer) : floor(0), restHigh(0), restLow(0) {
+  explicit FlooredInteger(const Integer& integer) {
     if (const auto exact = integer.ExactDouble()) {
       floor = *exact;
       return;
@@ -224,7 +224,6 @@ EqualKeys::Key EqualKeys::KeyOf(const _VARIANT& cell, std::size_t row) {
 
 RowKeys::RowKeys(const RowSource& source, const std::vector<std::size_t>& columns)
     : rowCount_(source.RowCount()) {
-  columns_.reserve(columns.size());
   for (const std::size_t column : columns) columns_.emplace_back(source, column);
 }
 

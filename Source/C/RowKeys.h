@@ -17,11 +17,8 @@ namespace Data::c {
 class KeyTexts {
  public:
   KeyTexts() = default;
-  // A moved deque keeps the addresses of its strings.
-  KeyTexts(KeyTexts&&) = default;
   KeyTexts(const KeyTexts&) = delete;
   KeyTexts& operator=(const KeyTexts&) = delete;
-  ~KeyTexts() = default;
 
   /// @throws what reading the text throws
   std::string_view Of(const Structures::_VARIANT& cell);
@@ -111,7 +108,7 @@ class RowKeys {
 
  private:
   std::size_t rowCount_;
-  std::vector<EqualKeys> columns_;
+  std::deque<EqualKeys> columns_;
 };
 
 /// Rows by the hash of their keys.
