@@ -51,10 +51,11 @@ const auto* Find(ValueType type) {
 std::size_t InlineLength(const _VARIANT& cell) {
   constexpr std::uint64_t kOnes = 0x0101010101010101, kHighBits = kOnes * 0x80;
   // The lowest bit that is set is that of the first zero byte.
-  const auto zeros = [](std::uint64_t word) { return (word - kOnes) & ~word & kHighBits; };
-  if (const std::uint64_t first = zeros(cell.value[0])) return std::countr_zero(first) / 8;
-  if (const std::uint64_t second = zeros(cell.value[1])) return 8 + std::countr_zero(second) / 8;
-  return Core::kInlineTextCapacity;
+  const auto length = [](std::uint64_t word) {
+    return static_cast<std::size_t>(std::countr_zero((word - kOnes) & ~word & kHighBits)) / 8;
+  };
+  const std::size_t first = length(cell.value[0]);
+  return first < sizeof cell.value[0] ? first : first + length(cell.value[1]);
 }
 
 bool IsAscii(std::uint64_t word) { return (word & 0x8080808080808080) == 0; }
@@ -136,8 +137,25 @@ bool PlainColumn::Add(Rows rows, std::int32_t column) {
         if (!Begin(Core::TypeOf(cell))) return false;
         break;
       }
-  if (type_ == ValueType::String) return AddTexts(rows, column);
-  return type_ == ValueType::DateTime ? AddTimes(rows, column) : AddWords(rows, column);
+  switch (type_) {
+    case ValueType::String:
+      return AddTexts(rows, column);
+    case ValueType::DateTime:
+      return AddTimes(rows, column);
+    case ValueType::Double:
+      return AddReals(rows, column);
+    default:
+      return AddWords(rows, column) || TurnToReals(rows, column);
+  }
+}
+
+/// Reads rows of a column of Int64 in which there are doubles.
+bool PlainColumn::TurnToReals(Rows rows, std::int32_t column) {
+  std::vector<std::int64_t>& words = column_.values.integers;
+  words.resize(static_cast<std::size_t>(column_.values.length));
+  if (type_ != ValueType::Int64 || !ConvertToReals(words)) return false;
+  type_ = ValueType::Double;
+  return AddReals(rows, column);
 }
 
 /// Calls `store` with each cell that has a value, and its index.
@@ -161,6 +179,31 @@ bool PlainColumn::ForEachCell(Rows rows, std::int32_t column, Store&& store) {
   values.validity.resize(at + (rows.size() + 7) / 8);
   std::memcpy(values.validity.data() + at, &bits, values.validity.size() - at);
   return true;
+}
+
+/// Integers become the bits of doubles.
+/// @return false if a double does not hold one exactly
+bool PlainColumn::ConvertToReals(std::vector<std::int64_t>& words) {
+  for (std::int64_t& word : words) {
+    if (!IsExactDouble(word)) return false;
+    word = std::bit_cast<std::int64_t>(static_cast<double>(word));
+  }
+  return true;
+}
+
+bool PlainColumn::AddReals(Rows rows, std::int32_t column) {
+  std::vector<std::int64_t>& words = column_.values.integers;
+  const std::size_t at = words.size();
+  words.resize(at + rows.size());
+  return ForEachCell(rows, column,
+                     [&, out = words.data() + at](const _VARIANT& cell, std::size_t i) {
+                       out[i] = static_cast<std::int64_t>(cell.value[0]);
+                       if (cell.type == MakeTag(ValueType::Double, StorageForm::Value)) return true;
+                       if (cell.type != MakeTag(ValueType::Int64, StorageForm::Value))
+                         return &cell == &kNull;
+                       out[i] = std::bit_cast<std::int64_t>(static_cast<double>(out[i]));
+                       return IsExactDouble(static_cast<std::int64_t>(cell.value[0]));
+                     });
 }
 
 bool PlainColumn::AddWords(Rows rows, std::int32_t column) {
@@ -235,6 +278,7 @@ ArrowColumn PlainColumn::Take() {
   lastTextBytes_ = column_.texts.Size();
   ArrowColumn column = std::exchange(column_, ArrowColumn());
   if (HasType()) Pack(column);
+  column.areIntegers = type_ == ValueType::Int64;
   return column;
 }
 
@@ -252,6 +296,8 @@ bool PlainColumn::Finish(ArrowColumn& column) const {
     Pack(column);
   }
   if (type_ == ValueType::DateTime && !FinishTimes(column)) return false;
+  if (type_ == ValueType::Double && column.areIntegers && !ConvertToReals(column.values.integers))
+    return false;
   if (!column.packed.empty()) column.values.integers = {};
   column.AddBuffer(column.packed.empty() ? static_cast<const void*>(column.values.integers.data())
                                          : column.packed.data());

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "C/ArrowStructures.h"
 #include "Core/Ptr.h"
@@ -14,8 +15,9 @@ namespace Data::c {
 /// because they mostly lie in memory like this.
 void FetchObjects(std::span<const Core::Ptr<impl::RowImpl>> rows);
 
-/// Reads a column whose values are all of one type, as they nearly always are, straight into Arrow
-/// buffers. Which type is found while reading, so that the rows are only passed through once.
+/// Reads a column whose values are all of one type, or all Int64 or Double, as they nearly always
+/// are, straight into Arrow buffers. Which type is found while reading, so that the rows are only
+/// passed through once.
 class PlainColumn {
  public:
   /// The rows that `Add` takes: a word of validity bits.
@@ -41,6 +43,9 @@ class PlainColumn {
   bool ForEachCell(std::span<const Core::Ptr<impl::RowImpl>> rows, std::int32_t column,
                    Store&& store);
   bool AddWords(std::span<const Core::Ptr<impl::RowImpl>> rows, std::int32_t column);
+  bool AddReals(std::span<const Core::Ptr<impl::RowImpl>> rows, std::int32_t column);
+  bool TurnToReals(std::span<const Core::Ptr<impl::RowImpl>> rows, std::int32_t column);
+  static bool ConvertToReals(std::vector<std::int64_t>& words);
   bool AddTimes(std::span<const Core::Ptr<impl::RowImpl>> rows, std::int32_t column);
   bool AddTexts(std::span<const Core::Ptr<impl::RowImpl>> rows, std::int32_t column);
   void Pack(ArrowColumn& column) const;

@@ -29,6 +29,7 @@ struct ArrowColumn {
   std::vector<char> packed;
   std::vector<std::int32_t> offsets;
   impl::TextBuffer texts;
+  bool areIntegers = false;  ///< of a column that has turned out to have other numbers as well
   /// The validity and one or two more, in the order of Arrow.
   std::vector<const void*> buffers;
 };

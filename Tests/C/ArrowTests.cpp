@@ -660,7 +660,7 @@ struct Sample {
 TEST(Arrow, TablesComeBackFromStreams) {
   for (const std::int64_t rows : {0, 9, 64, 65, 200}) {
     const Sample sample(rows, static_cast<std::uint64_t>(rows));
-    for (const std::uint64_t batch : {0, 1, 7, 8, 64, 1000}) {
+    for (const unsigned batch : {0u, 1u, 7u, 8u, 64u, 1000u}) {
       ld_arrow_options options = Options();
       options.batch_rows = batch;
       Stream stream{};
@@ -715,6 +715,8 @@ TEST(Arrow, WritesTheFormatThatFitsOrIsRequested) {
   } cases[] = {
       {"1\n-2", nullptr, "l: Int64 1 | Int64 -2"},
       {"1\n0.5\n\n3", nullptr, "g: Double 1.000000 | Double 0.500000 | Null | Double 3.000000"},
+      {"0.5\n1", nullptr, "g: Double 0.500000 | Double 1.000000"},
+      {"0.1\n9007199254740993", nullptr, "u: String 0.1 | String 9007199254740993"},
       {"9007199254740993\n0.1", nullptr, "u: String 9007199254740993 | String 0.1"},
       {"1\nx\n2024-11-14", nullptr,
        "u: String 1 | String x | String 2024-11-14T12:00:00.000000000Z"},
@@ -794,6 +796,22 @@ TEST(Arrow, WritesTheFormatThatFitsOrIsRequested) {
     EXPECT_EQ(result, c.result) << c.cells;
   }
   EXPECT_EQ(unreleased, 0);
+}
+
+TEST(Arrow, RefusesDatesThatNoTimestampHolds) {
+  // A fraction of a microsecond asks for nanoseconds, whose 64 bits end in 2262.
+  ld_variant cells[] = {Date(kEpoch + 1), Date(kEpoch + 365'000 * kTicksPerDay)};
+  const auto table = c_tests::Table("x\n1\n2\n");
+  for (std::int64_t row : {0, 1}) {
+    EXPECT_TRUE(ld_table_set_cell(table.get(), row, 0, &cells[row], nullptr));
+    ld_variant_clear(&cells[row]);
+  }
+  Own<Stream> stream;
+  EXPECT_EQ(Failure([&](ld_error** error) {
+              return ld_table_to_arrow_stream(table.get(), nullptr, &stream, error);
+            }),
+            "Column x, row 1: DateTime cannot be stored in the Arrow format \"tsn:UTC\" without "
+            "loss! 2");
 }
 
 TEST(Arrow, RefusesAWrongRequest) {

@@ -201,7 +201,7 @@ TEST(DuckDb, JoinsAndAggregates) {
   for (const auto& [name, total] : totals)
     expected += name + ";" + std::to_string(total.count) + ";" + std::to_string(total.amounts) +
                 ";" + std::to_string(total.sum) + "\n";
-  for (const std::uint64_t batchRows : {0, 1000, 2048, 99'999}) {
+  for (const unsigned batchRows : {0u, 1000u, 2048u, 99'999u}) {
     Database database;
     database.Take(cities.get(), "cities");
     database.Take(sales.get(), "sales", batchRows);
