@@ -100,6 +100,7 @@ bool ld_table_sort(ld_table* self, const ld_sort_key* keys, uint64_t key_count, 
     CheckResult(out);
     auto& table = Self<ITable>(self);
     if (key_count > 0) Core::CheckArgument(keys);
+    CheckLength(key_count);
     for (std::uint64_t i = 0; i < key_count; ++i) {
       Core::CheckArgument(keys[i].column);
       Enumerator<ld_sort_order>(keys[i].order, LD_SORT_ORDER_DESCENDING_NULLS_FIRST,

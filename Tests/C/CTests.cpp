@@ -215,6 +215,11 @@ TEST(C, RefusesLengthsBeyondAllMemory) {
   ld_variant value{};
   const auto json = Received<ld_json_document>(ld_create_json_document);
   const auto array = Received<ld_array>(ld_create_array);
+  const auto hashing = Received<ld_hashing>(ld_create_hashing_instance_md5);
+  const auto rows = Table("id\n1\n");
+  const ld_sort_key key{"id", LD_SORT_ORDER_ASCENDING};
+  const ld_aggregate aggregate{LD_AGGREGATE_FUNCTION_COUNT, "id", "n"};
+  ld_array* bytes = nullptr;
   std::uint64_t written = 0;
   constexpr auto negative = static_cast<std::uint64_t>(-1);
   const std::function<bool(ld_error**)> calls[] = {
@@ -223,6 +228,13 @@ TEST(C, RefusesLengthsBeyondAllMemory) {
       [&](auto e) { return ld_variant_from_text("1", negative, &value, e); },
       [&](auto e) { return ld_json_document_set_content(json.get(), "{}", negative, e); },
       [&](auto e) { return ld_array_append(array.get(), "1", negative, &written, e); },
+      [&](auto e) { return ld_hashing_hash(hashing.get(), "1", negative, &bytes, e); },
+      [&](auto e) { return ld_csv_read("a", negative, nullptr, &table, nullptr, e); },
+      [&](auto e) { return ld_table_sort(rows.get(), &key, negative, &table, e); },
+      [&](auto e) { return ld_table_select(rows.get(), &key.column, negative, &table, e); },
+      [&](auto e) {
+        return ld_table_group(rows.get(), &key.column, 1, &aggregate, negative, &table, e);
+      },
   };
   for (const auto& call : calls) EXPECT_EQ(Failure(call), "The length is too large! 2");
 }
