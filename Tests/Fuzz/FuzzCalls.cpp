@@ -76,6 +76,7 @@ class Session {
 
   /// Objects may refer to one another in circles, which always go through a container.
   ~Session() {
+    ReleaseArrow();
     for (auto& value : values_) ld_variant_clear(&value);
     for (const auto& object : objects_) Clear(object);
     for (const auto& object : objects_) ld_release(object.address);
@@ -91,8 +92,10 @@ class Session {
       return std::ranges::any_of(function.parameters,
                                  [&](const char* each) { return each && each == wanted; });
     };
+    if (name.starts_with("ld_table_to_arrow")) ReleaseArrow();
     hasLength_ = has("length") || has("size") || has("count");
-    hasData_ = has("text") || has("content") || has("source") || has("data") || has("values");
+    hasData_ = has("names") || has("text") || has("content") || has("source") || has("data") ||
+               has("values");
     length_ = 0;
     ld_error* error = nullptr;
     const bool isDone = function.call(function, *this, &error);
@@ -198,7 +201,17 @@ class Session {
     } else if constexpr (std::is_same_v<Target, const char> || std::is_same_v<T, const void*>) {
       return Text(name);
     } else if constexpr (std::is_same_v<T, const char* const*>) {
-      return kTexts;
+      length_ = std::size(names_);
+      for (const char*& each : names_) each = Name();
+      return names_;
+    } else if constexpr (std::is_same_v<Target, const ld_sort_key>) {
+      for (auto& key : sortKeys_) key = {Name(), input_.Below(5)};
+      return sortKeys_;
+    } else if constexpr (std::is_same_v<Target, const ld_aggregate>) {
+      for (auto& each : aggregates_) each = {input_.Below(7), Name(), Name()};
+      return aggregates_;
+    } else if constexpr (std::is_same_v<Target, const std::uint8_t>) {
+      return reinterpret_cast<T>(Copy(input_.Text(2) + "x"));
     } else if constexpr (std::is_same_v<T, void*>) {
       return AnyValueObject();
     } else if constexpr (std::is_pointer_v<Target> && IsHandle<Target>) {
@@ -222,11 +235,33 @@ class Session {
       csvWriteOptions_.quote_names = input_.Flag();
       csvWriteOptions_.without_header = input_.Flag();
       return CommonOptions(csvWriteOptions_);
+    } else if constexpr (std::is_same_v<Target, const ld_json_read_options>) {
+      jsonOptions_ = {};
+      jsonOptions_.size = sizeof jsonOptions_;
+      jsonOptions_.code_page = static_cast<std::uint32_t>(Number("code_page"));
+      jsonOptions_.text_columns = kTexts;
+      jsonOptions_.text_column_count = input_.Below(3);
+      jsonOptions_.max_rows = input_.Below(4);
+      jsonOptions_.thread_count = input_.Below(4);
+      jsonOptions_.all_text = input_.Flag();
+      return choice % 2 ? nullptr : &jsonOptions_;
     } else if constexpr (std::is_same_v<Target, const ld_json_write_options>) {
       jsonWriteOptions_ = {};
       jsonWriteOptions_.layout = input_.Below(3);
       jsonWriteOptions_.indentation = input_.Below(20);
       return CommonOptions(jsonWriteOptions_);
+    } else if constexpr (std::is_same_v<Target, ArrowArrayStream>) {
+      return &stream_;
+    } else if constexpr (std::is_same_v<Target, ArrowSchema>) {
+      return &schema_;
+    } else if constexpr (std::is_same_v<Target, ArrowArray>) {
+      return &array_;
+    } else if constexpr (std::is_same_v<Target, const ld_arrow_options>) {
+      arrowOptions_ = {};
+      arrowOptions_.size = sizeof arrowOptions_;
+      arrowOptions_.batch_rows = choice % 3u;
+      arrowOptions_.lossy = choice > 128;
+      return &arrowOptions_;
     } else if constexpr (std::is_same_v<Target, const ld_column_options>) {
       columnOptions_ = {sizeof columnOptions_, choice % 9u, choice > 128};
       return &columnOptions_;
@@ -291,6 +326,12 @@ class Session {
     return &data;
   }
 
+  void ReleaseArrow() {
+    if (stream_.release) stream_.release(&stream_);
+    if (schema_.release) schema_.release(&schema_);
+    if (array_.release) array_.release(&array_);
+  }
+
   /// Memory of exactly that many bytes, until the call returns.
   char* Copy(std::string_view bytes) {
     memory_.push_back(std::make_unique<char[]>(bytes.size()));
@@ -312,6 +353,11 @@ class Session {
     return Copy(text);
   }
 
+  const char* Name() {
+    const std::uint8_t choice = input_.Byte();
+    return choice < 8 ? nullptr : kTexts[choice % std::size(kTexts)];
+  }
+
   std::uint64_t Number(std::string_view name) {
     const std::uint8_t choice = input_.Byte();
     const bool isSize = name == "length" || name == "size" || name == "count";
@@ -321,7 +367,9 @@ class Session {
     }
     if (name == "stride" && hasData_) return choice % 2;
     if (name == "indent_count") return choice % 20;
-    if (name == "key_count") return choice % (std::size(kTexts) + 1) + (choice > 250 ? 17 : 0);
+    if (name == "key_count" || name == "aggregate_count")
+      return choice < 250 ? choice % (std::size(names_) + 1) : kHuge[choice % 2];
+    if (name == "bit_count") return choice < 250 ? choice % 9 : kHuge[choice % 2];
     if (choice < 200) return choice % 6;
     if (isSize || name == "offset" || name == "stride") return kHuge[choice % 2];
     constexpr std::int64_t kSpecial[] = {-1,        INT64_MIN, INT64_MAX, INT32_MAX,
@@ -362,7 +410,15 @@ class Session {
   std::uint64_t length_ = 0;
   std::vector<std::unique_ptr<char[]>> memory_;
   ld_csv_read_options csvOptions_{};
+  ArrowArrayStream stream_{};  // these three are kept
+  ArrowSchema schema_{};
+  ArrowArray array_{};
+  ld_arrow_options arrowOptions_{};
+  ld_json_read_options jsonOptions_{};
   ld_csv_write_options csvWriteOptions_{};
+  const char* names_[3]{};
+  ld_sort_key sortKeys_[3]{};
+  ld_aggregate aggregates_[3]{};
   ld_json_write_options jsonWriteOptions_{};
   ld_column_options columnOptions_{};
   ld_column_data columnData_[2];

@@ -90,11 +90,17 @@ const ld_column_data kColumnData{.size = sizeof kColumnData,
                                  .offsets = kOffsets,
                                  .bytes = kJson,
                                  .byte_count = 20};
+constexpr std::uint8_t kBitmap = 5;
+const ld_sort_key kSortKeys[] = {{kName, LD_SORT_ORDER_DESCENDING}};
+const ld_aggregate kAggregates[] = {{LD_AGGREGATE_FUNCTION_MAX, kName, "maximum"}};
 const ld_column_data* const kColumns[] = {&kColumnData};
 
 /// A file with delimited text, and one to be written.
 struct Files {
-  Files() { std::ofstream(folder / "in.csv") << kCsv; }
+  Files() {
+    std::ofstream(folder / "in.csv") << kCsv;
+    std::ofstream(folder / "in.json") << kJson;
+  }
   ~Files() { std::filesystem::remove_all(folder); }
 
   const std::filesystem::path folder = [] {
@@ -102,7 +108,8 @@ struct Files {
     std::string name = path.string();
     return std::filesystem::path(mkdtemp(name.data()));
   }();
-  const std::string in = (folder / "in.csv").string(), out = (folder / "out").string();
+  const std::string csv = (folder / "in.csv").string(), json = (folder / "in.json").string(),
+                    out = (folder / "out").string();
 } const files;
 
 /// A batch of a dictionary-encoded column and one of integers.
@@ -125,7 +132,12 @@ class SuitableArguments {
   SuitableArguments() = default;
   SuitableArguments(std::string_view function, const Objects& objects) : objects_(objects) {
     writes_ = function.find("write") != function.npos;
+    readsJson_ = function.starts_with("ld_json_read");
     if (!function.starts_with("ld_table_from_arrow")) return;
+    ld_table* table = nullptr;
+    EXPECT_TRUE(ld_parse_csv(kCsv, std::strlen(kCsv), &table, nullptr));
+    EXPECT_TRUE(ld_table_to_arrow_stream(table, nullptr, &stream_, nullptr));
+    ld_release(table);
     schema_ = c_tests::SchemaOf(kBatch);
     array_ = c_tests::ArrayOf(kBatch);
   }
@@ -215,6 +227,12 @@ class SuitableArguments {
     } else if constexpr (std::is_same_v<T, const ld_column_data* const*>) {
       length_ = std::size(kColumns);
       return kColumns;
+    } else if constexpr (std::is_same_v<Target, const std::uint8_t>) {
+      return &kBitmap;
+    } else if constexpr (std::is_same_v<Target, const ld_sort_key>) {
+      return kSortKeys;
+    } else if constexpr (std::is_same_v<Target, const ld_aggregate>) {
+      return kAggregates;
     } else if constexpr (std::is_same_v<Target, ArrowSchema>) {
       return &schema_;
     } else if constexpr (std::is_same_v<Target, ArrowArray>) {
@@ -230,14 +248,17 @@ class SuitableArguments {
   }
 
   const char* Text(std::string_view name) const {
+    if (name == "data" && readsJson_) return kJson;
     if (name == "content" || name == "data") return kCsv;
-    if (name == "path") return (writes_ ? files.out : files.in).c_str();
+    if (name == "path") return (writes_ ? files.out : readsJson_ ? files.json : files.csv).c_str();
     if (name == "separator") return ",";
     if (name == "text" || name == "source") return kJson;
     return kName;
   }
   std::uint64_t Number(std::string_view name) const {
     if (name == "length" || name == "size" || name == "count") return length_;
+    if (name == "bit_count") return 4;
+    if (name == "kind") return LD_JOIN_KIND_FULL;
     if (name == "type") return LD_VALUE_TYPE_STRING;
     if (name == "mode") return LD_MERGE_MODE_ALL;
     if (name == "code_page") return 1252;
@@ -250,7 +271,7 @@ class SuitableArguments {
 
   Objects objects_;
   Ptr<ITable> owner_;
-  bool isFirstTable_ = true, writes_ = false;
+  bool isFirstTable_ = true, writes_ = false, readsJson_ = false;
   std::size_t nextObject_ = 0, outCount_ = 0, valueCount_ = 0, scratchCount_ = 0;
   std::uint64_t length_ = 1;
   std::array<void*, 4> outs_{};

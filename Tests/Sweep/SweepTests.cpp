@@ -15,7 +15,8 @@ std::string DescribeAll(const Objects& objects) {
 /// messages.
 bool IsLackOfMemory(const std::string& outcome, bool isGuarded, bool mayLackReport) {
   if (!isGuarded) return outcome == "throws std::bad_alloc";
-  for (const auto* report : {"std::bad_alloc", "Failed to ", "SecureString: "})
+  for (const auto* report :
+       {"std::bad_alloc", "Failed to ", "SecureString: ", "The Arrow stream failed: "})
     if (outcome.starts_with("0 error 2 "s + report)) return true;
   return outcome == "0" && mayLackReport;
 }
