@@ -169,6 +169,9 @@ LD_API bool ld_read_report_get_separator(ld_read_report* self, const char** resu
 LD_API bool ld_read_report_has_header(ld_read_report* self, bool* result, ld_error** error);
 /// The code page that was used: 65001 for UTF-8, 1200 and 1201 for UTF-16.
 LD_API bool ld_read_report_get_code_page(ld_read_report* self, uint32_t* result, ld_error** error);
+/// Whether the text is well-formed UTF-8. If it is not, its bytes are in the table as they are, and
+/// another code page is probably right. True for a text in any other encoding.
+LD_API bool ld_read_report_is_well_formed(ld_read_report* self, bool* result, ld_error** error);
 /// The number of lines that were read, without empty ones; of JSON, those of the whole text.
 LD_API bool ld_read_report_get_line_count(ld_read_report* self, uint64_t* result, ld_error** error);
 /// The number of rows that the table received.
@@ -208,7 +211,8 @@ LD_API bool ld_read_report_get_change(ld_read_report* self, uint64_t index, cons
                                       ld_text_change* kind, uint64_t* count, uint64_t* first_line,
                                       const char** first_text, ld_error** error);
 
-/// The number of problems: the dropped lines, the long lines and the changes, in this order.
+/// The number of problems: an encoding that does not fit, the dropped lines, the long lines and the
+/// changes, in this order.
 LD_API bool ld_read_report_get_problem_count(ld_read_report* self, uint64_t* result,
                                              ld_error** error);
 /// A problem in words.

@@ -43,7 +43,7 @@ bool ReadCsv(const ld_csv_read_options* options, ld_table** table, ld_read_repor
     threads.Start(text.View().size());
     auto result = impl::ReadCsv(text.View(), read, threads);
     threads.Finish();
-    if (report) GiveObject(report, Core::MakePtr<ReadReport>(result, text.CodePage()).Get());
+    if (report) GiveObject(report, Core::MakePtr<ReadReport>(result, text).Get());
     GiveObject(table, result.table.Get());
     return true;
   });

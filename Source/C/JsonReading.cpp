@@ -95,8 +95,7 @@ bool ReadJson(const ld_json_read_options* options, ld_table** table, ld_read_rep
                                              : ReadDocument(text, read, threads);
     threads.Finish();
     if (report)
-      GiveObject(report,
-                 Core::MakePtr<ReadReport>(result, CountLines(text), input.CodePage()).Get());
+      GiveObject(report, Core::MakePtr<ReadReport>(result, CountLines(text), input).Get());
     GiveObject(table, result.table.Get());
     return true;
   });

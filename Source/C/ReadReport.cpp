@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "C/Call.h"
+#include "C/Utf8.h"
 #include "Core/ErrorCodeImpl.h"
 
 using namespace Data;
@@ -12,10 +13,11 @@ static_assert(LD_TEXT_CHANGE_DATE_FORM == static_cast<int>(impl::TextChange::Dat
 
 namespace Data::c {
 
-ReadReport::ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed)
+ReadReport::ReadReport(impl::CsvResult& result, const InputText& text)
     : separator(std::move(result.separator)),
       hasHeader(result.hasHeader),
-      codePage(codePageUsed),
+      codePage(text.CodePage()),
+      isWellFormed(IsUtf8(text.View())),
       columnCount(result.table->ColumnCount()),
       lineCount(result.lineCount),
       rowCount(result.table->RowCount()),
@@ -24,9 +26,9 @@ ReadReport::ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed)
   TakeChanges(*result.table, result.changes);
 }
 
-ReadReport::ReadReport(impl::JsonTableResult& result, std::uint64_t lines,
-                       std::uint32_t codePageUsed)
-    : codePage(codePageUsed),
+ReadReport::ReadReport(impl::JsonTableResult& result, std::uint64_t lines, const InputText& text)
+    : codePage(text.CodePage()),
+      isWellFormed(IsUtf8(text.View())),
       columnCount(result.table->ColumnCount()),
       lineCount(lines),
       rowCount(result.table->RowCount()) {
@@ -80,6 +82,8 @@ std::string DescribeChange(const ReadReport::Change& change) {
 }  // namespace
 
 std::string ReadReport::Problem(std::uint64_t index) const {
+  if (!isWellFormed && index-- == 0)
+    return "The text is not well-formed UTF-8: its code page is probably another.";
   if (index < droppedLines.size()) return DescribeDroppedLine(index, droppedLines[index]);
   index -= droppedLines.size();
   if (index < longLines.size()) return impl::LongLineMessage(columnCount, longLines[index]);
@@ -125,6 +129,10 @@ bool ld_read_report_has_header(ld_read_report* self, bool* result, ld_error** er
 
 bool ld_read_report_get_code_page(ld_read_report* self, uint32_t* result, ld_error** error) {
   return Read(self, result, error, [](auto& report) { return report.codePage; });
+}
+
+bool ld_read_report_is_well_formed(ld_read_report* self, bool* result, ld_error** error) {
+  return Read(self, result, error, [](auto& report) { return report.isWellFormed; });
 }
 
 bool ld_read_report_get_line_count(ld_read_report* self, uint64_t* result, ld_error** error) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "C/InputText.h"
 #include "Core/ObjectBase.h"
 #include "Documents/JsonToTable.h"
 #include "LayerData/layerdata.h"
@@ -21,11 +22,11 @@ struct ReadReport final : Core::ObjectBase<Core::IObject> {
   };
 
   // Both take the notes out of the result.
-  ReadReport(impl::CsvResult& result, std::uint32_t codePageUsed);
-  ReadReport(impl::JsonTableResult& result, std::uint64_t lines, std::uint32_t codePageUsed);
+  ReadReport(impl::CsvResult& result, const InputText& text);
+  ReadReport(impl::JsonTableResult& result, std::uint64_t lines, const InputText& text);
 
   std::uint64_t ProblemCount() const {
-    return droppedLines.size() + longLines.size() + changes.size();
+    return (isWellFormed ? 0 : 1) + droppedLines.size() + longLines.size() + changes.size();
   }
   /// @param index  below `ProblemCount`
   std::string Problem(std::uint64_t index) const;
@@ -33,6 +34,7 @@ struct ReadReport final : Core::ObjectBase<Core::IObject> {
   std::string separator;
   bool hasHeader = false;
   std::uint32_t codePage;
+  bool isWellFormed;
   std::uint64_t columnCount, lineCount, rowCount;
   std::vector<std::string> droppedLines;
   std::vector<impl::LongLine> longLines;

@@ -291,11 +291,12 @@ TEST(CReading, ReportsWhatItFound) {
   const auto read = Read("\xE4\na;b\n1;007\n2;3;4\n5;6;7;8\n09;1\n", &options);
   ld_read_report* report = read.report.get();
   const char *separator = nullptr, *text = nullptr, *column = nullptr;
-  bool hasHeader = true;
+  bool hasHeader = true, isWellFormed = false;
   std::uint32_t codePage = 0;
   std::uint64_t lines = 0, rows = 0, dropped = 0, longLines = 0, changes = 0, line = 0, values = 0;
   EXPECT_TRUE(ld_read_report_get_separator(report, &separator, nullptr));
   EXPECT_TRUE(ld_read_report_has_header(report, &hasHeader, nullptr));
+  EXPECT_TRUE(ld_read_report_is_well_formed(report, &isWellFormed, nullptr));
   EXPECT_TRUE(ld_read_report_get_code_page(report, &codePage, nullptr));
   EXPECT_TRUE(ld_read_report_get_line_count(report, &lines, nullptr));
   EXPECT_TRUE(ld_read_report_get_row_count(report, &rows, nullptr));
@@ -305,6 +306,7 @@ TEST(CReading, ReportsWhatItFound) {
   EXPECT_STREQ(separator, ";");
   EXPECT_FALSE(hasHeader) << "the widest line, 5;6;7;8, is data";
   EXPECT_EQ(codePage, 1252u);
+  EXPECT_TRUE(isWellFormed) << "it was converted";
   EXPECT_EQ(std::vector({lines, rows, dropped, longLines, changes}),
             (std::vector<std::uint64_t>{6, 2, 4, 0, 1}));
   EXPECT_TRUE(ld_read_report_get_dropped_line(report, 0, &line, &text, nullptr));
