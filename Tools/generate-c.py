@@ -273,7 +273,8 @@ def blocks(lines):
     for line in lines:
         mark = re.match(r"\s*(- |@\w+\s+)(?:(?<=@param )(\w+\s+))?", line)
         if not line.strip():
-            out.append("")
+            if out and out[-1]:  # not after an example that was left out
+                out.append("")
             item = False
         elif mark:
             out.append(line.strip())
@@ -460,7 +461,8 @@ def header_text(headers):
         constants = [child for child in node["inner"] if child["kind"] == "EnumConstantDecl"]
         for constant, (constant_name, value) in zip(constants, headers.constants[name], strict=True):
             note = comment(constant, text)
-            note = "  ///< " + docs.text("", note) if note else ""
+            note = "  ///< " + docs.text("", [re.sub(r"(?<![`:\w])I[A-Z]\w+", r"`\g<0>`", each) for each in note]) \
+                if note else ""
             lines.append(f"  {c_type(name).upper()}_{snake(constant_name).upper()} = {value},{note}")
         parts.append("enum {\n" + "\n".join(lines) + "\n};\n")
     for interface in headers.interfaces:

@@ -6,9 +6,8 @@
 /// interfaces is a function here. None throws, whatever happens.
 ///
 /// Results. A function returns true if it succeeded, and stores what it was asked for through its
-/// out-pointers
-/// (`result`, `out`), which must not be null. They are overwritten without being read, and stay
-/// unchanged on failure. An `ld_variant` is the exception: see there.
+/// out-pointers (`result`, `out`), which must not be null. They are overwritten without being read,
+/// and stay unchanged on failure. An `ld_variant` is the exception: see there.
 ///
 /// Failures. A function that fails returns false and stores an error object in `error`, which the
 /// caller releases with `ld_release`. It stores none if `error` is null or already points to an
@@ -167,7 +166,7 @@ enum {
   LD_VALUE_TYPE_UUID = 23,           ///< `ld_uuid`, inline
   LD_VALUE_TYPE_ERROR_CODE = 24,     ///< `ld_error`
   LD_VALUE_TYPE_OBJECT_LIST = 25,    ///< `ld_object_list`
-  LD_VALUE_TYPE_STRING_LIST = 26,    ///< `ld_object_list` of IString
+  LD_VALUE_TYPE_STRING_LIST = 26,    ///< `ld_object_list` of `ld_string`
   LD_VALUE_TYPE_RESERVED = 27,  ///< the end of the range; records with higher codes are undefined
 };
 
@@ -939,7 +938,6 @@ LD_API bool ld_json_document_is_valid(ld_json_document* self, bool* result, ld_e
 
 /// A bag of named, typed properties. Each is registered once: with the type of its values, whether
 /// it is required, and an optional default.
-///
 ///
 /// Names are zero-terminated UTF-8 and compared byte by byte, so case matters. Values are stored as
 /// copies; a copy holds a reference to its object.
