@@ -35,7 +35,7 @@ bool IsPlainAtEnds(std::string_view text) {
 
 void AppendQuoted(std::string_view text, TextBuffer& out) {
   out.Put(impl::kQuote);
-  for (std::size_t quote; (quote = text.find(impl::kQuote)) != text.npos;) {
+  for (std::size_t quote; (quote = text.find(impl::kQuote)) != std::string_view::npos;) {
     out.Append(text.substr(0, quote + 1));
     out.Put(impl::kQuote);
     text.remove_prefix(quote + 1);
@@ -201,7 +201,7 @@ void CheckSeparator(std::string_view separator) {
   constexpr std::string_view kOfValues =
       "\"\r\n-.:0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   const bool isTrimmed = separator.size() > 1 && impl::Trim(separator).size() != separator.size();
-  if (isTrimmed || separator.find_first_of(kOfValues) != separator.npos)
+  if (isTrimmed || separator.find_first_of(kOfValues) != std::string_view::npos)
     throw std::runtime_error("The separator cannot be told from the values!");
 }
 

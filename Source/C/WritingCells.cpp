@@ -82,7 +82,11 @@ bool ExactDateTime::IsDate() const {
 }
 
 void ExactDateTime::Append(bool asDate, TextBuffer& text) const {
-  if (!IsReadable(fields_)) return text.Append(impl::Iso8601Text::DateTime(fields_));
+  if (!IsReadable(fields_)) {
+    const auto display = impl::Iso8601Text::DateTime(fields_);
+    const std::string_view view = display;
+    return text.EndAt(std::copy(view.begin(), view.end(), text.Tail(view.size())));
+  }
   constexpr std::size_t kMostBytes = 28;  // 2024-11-14T10:20:30.1234567Z
   char* end = text.Tail(kMostBytes);
   end = PutMark(PutNumber(end, fields_.year, 4), '-');
@@ -111,9 +115,10 @@ DateColumns::DateColumns(const impl::TableCursor& table, Core::Parts& parts)
   parts.Run(count, [&](std::size_t i) {
     CheckRows(*own, table, rows * i / count, rows * (i + 1) / count, marks[i]);
   });
-  for (std::size_t column = 0; column < width; ++column)
-    areDates_[column] = std::all_of(marks.begin(), marks.end(),
-                                    [&](const auto& part) { return part[column] != 0; });
+  for (std::size_t column = 0; column < width; ++column) {
+    const auto isDate = [&](const std::vector<char>& part) { return part[column] != 0; };
+    areDates_[column] = std::all_of(marks.begin(), marks.end(), isDate) ? 1 : 0;
+  }
 }
 
 bool DateColumns::Append(const _VARIANT& cell, std::size_t column, TextBuffer& text) const {
