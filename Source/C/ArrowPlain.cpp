@@ -104,7 +104,7 @@ void Narrow(const std::vector<std::int64_t>& words, std::vector<char>& out) {
 void PackBools(const std::vector<std::int64_t>& words, std::vector<char>& out) {
   out.assign((words.size() + 7) / 8, 0);
   for (std::size_t i = 0; i < words.size(); ++i)
-    out[i / 8] |= static_cast<char>(((words[i] & 0xFF) != 0) << i % 8);
+    out[i / 8] = static_cast<char>(out[i / 8] | ((words[i] & 0xFF) != 0) << i % 8);
 }
 
 }  // namespace

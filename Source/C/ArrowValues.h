@@ -79,7 +79,8 @@ class ArrowValues {
 
 template <class Offset>
 std::string_view ArrowValues::BytesAt(std::int64_t position) const {
-  const Offset begin = Load<Offset>(1, position), end = Load<Offset>(1, position + 1);
+  const auto begin = Load<Offset>(1, position);
+  const auto end = Load<Offset>(1, position + 1);
   if (begin < 0 || end < begin) ThrowInColumn(*type_, "the offsets do not ascend");
   if (begin == end) return {};
   if (!buffers_[2]) ThrowInColumn(*type_, "a buffer is missing");
