@@ -81,7 +81,7 @@ typedef struct ld_arrow_options {
   /// Null for none. Counts rows; writing counts each twice. While a stream is read, `total` is the
   /// number of rows in the batches that have been received.
   ld_progress progress;
-  void* progress_context;
+  void* progress_context;  ///< passed to `progress`
   /// Writing: whether to round, instead of failing, what a format does not hold exactly: numbers to
   /// the nearest, times down; and to replace what is not UTF-8 by U+FFFD.
   bool lossy;
@@ -110,8 +110,8 @@ typedef struct ld_arrow_options {
 ///     are their content. large_utf8 (64-bit offsets) for documents, and if the texts may take more
 ///     than 2 GB.
 ///
-/// All columns are nullable, and no row is null. A column of a text and a number with a format of
-/// the options instead must hold nothing but values that this format holds.
+/// With a format of the options, a column must hold nothing but values that this format holds.
+/// All columns are nullable, and no row is null.
 /// @param options  may be null
 /// @param out      overwritten; released by the caller
 /// @fails with "Column %s, row %d: %s cannot be stored as %s without loss!" or "... cannot be
