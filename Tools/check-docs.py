@@ -11,6 +11,8 @@ The code is in fenced blocks of the languages `cpp` and `c`. The next block, if 
   - Any other block is a fragment. The fragments of a page that have the same language are one
     program, which begins as PROLOGUES says. They stand in main: those before the first `##` heading
     first, those below each heading in braces of their own.
+  - A block of the language `sh` with an output block is run by bash, with the program `layerdata` at
+    hand. What it prints on standard error counts, too.
   - A block of the language `csv` is a file in the folder in which the programs run. Its name is the
     last one in backquotes before the block.
 
@@ -31,6 +33,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 WORK = ROOT / "build/docs/code"
 RUN = WORK / "run"
 LIBRARIES = ROOT / "build/release/lib"
+PROGRAMS = ROOT / "build/release/bin"
 WARNINGS = ["-Wall", "-Wextra", "-Werror", "-Wno-unused-variable", "-Wno-unused-but-set-variable"]
 COMPILERS = {
     "cpp": [os.environ.get("CXX", "g++"), "-std=c++20", "-O0", *WARNINGS, f"-I{ROOT}/Include"],
@@ -86,7 +89,7 @@ def read_blocks(page):
                 block.lines.append(line)
         elif fence:
             block = Block(page, fence[1], number + 1, section)
-            if block.language == "output" and blocks and blocks[-1].language in COMPILERS:
+            if block.language == "output" and blocks and blocks[-1].language in [*COMPILERS, "sh"]:
                 blocks[-1].output = block
             if block.language == "csv":
                 files[name] = block
@@ -94,7 +97,7 @@ def read_blocks(page):
         else:
             section += line.startswith("## ")
             name = (re.findall(r"`([^`]+\.\w+)`", line) or [name])[-1]
-    return [b for b in blocks if b.language in COMPILERS], files
+    return [b for b in blocks if b.language in COMPILERS or b.language == "sh" and b.output], files
 
 
 class Program:
@@ -131,6 +134,20 @@ class Program:
 
     def check(self):
         start = time.monotonic()
+        if self.language == "sh":
+            self.run_commands()
+        else:
+            self.compile_and_run()
+        self.milliseconds = int(1000 * (time.monotonic() - start))
+        return self
+
+    def run_commands(self):
+        """The blocks of a page one after another, as a reader types them."""
+        commands = "exec 2>&1\n" + "".join(f"echo '{MARK}'\n{block.code}" for block in self.blocks) + "exit 0\n"
+        environment = {**os.environ, "PATH": f"{PROGRAMS}:{os.environ['PATH']}"}
+        self.compare(subprocess.run(["bash", "-c", commands], cwd=RUN, env=environment, capture_output=True, timeout=60))
+
+    def compile_and_run(self):
         self.path.write_text(self.source())
         prologue = [] if self.is_whole or self.language == "c" else ["-include", str(WORK / "prologue.h")]
         command = COMPILERS[self.language] + prologue + [str(self.path)]
@@ -141,8 +158,6 @@ class Program:
             self.problems.append(shlex.join(command) + "\n" + compiled.stderr)
         elif self.is_run:
             self.compare(subprocess.run([str(program)], cwd=RUN, capture_output=True, timeout=60))
-        self.milliseconds = int(1000 * (time.monotonic() - start))
-        return self
 
     def compare(self, run):
         printed = run.stdout.decode(errors="replace")
@@ -163,9 +178,9 @@ def programs_of(page):
         (RUN / name).write_text(block.code)
     name = page.stem
     programs = []
-    for language in COMPILERS:
+    for language in [*COMPILERS, "sh"]:
         mine = [b for b in blocks if b.language == language]
-        whole = [b for b in mine if "int main(" in b.code or b.code.startswith("#include")]
+        whole = [b for b in mine if language != "sh" and ("int main(" in b.code or b.code.startswith("#include"))]
         programs += [Program(f"{name}_{b.line}", language, [b], True) for b in whole]
         fragments = [b for b in mine if b not in whole]
         if fragments:
