@@ -83,31 +83,22 @@ std::string Place(std::int64_t row, const std::string& column) {
   return "row " + std::to_string(row + 1) + ", column " + column + ": ";
 }
 
-void CheckNulls(const ColumnRule& rule, const Column& column, const ColumnData& data,
-                Findings& findings) {
-  if (rule.isNullable || data.NullCount() == 0) return;
-  for (std::size_t i = 0; i < data.Size(); ++i) {
-    const auto row = static_cast<std::int64_t>(i);
-    if (data.IsNull(i))
-      findings.Add(row, column.Index(),
-                   [&] { return Place(row, rule.name) + "there is no value"; });
-  }
-}
-
 void CheckColumn(const ColumnRule& rule, const Column& column, Findings& findings) {
   findings.BeginColumn();
   const ColumnData data(column);
-  CheckNulls(rule, column, data, findings);
-  if (IsObeyedBy(rule, data.Format())) return;
-  std::int64_t row = 0;
-  for (const layerdata::Cell cell : column) {
-    if (!cell.IsNull()) {
-      const layerdata::Value value(cell);
+  const bool obeysType = IsObeyedBy(rule, data.Format());
+  if (obeysType && (rule.isNullable || data.NullCount() == 0)) return;
+  const auto add = [&](std::int64_t row, const std::string& problem) {
+    findings.Add(row, column.Index(), [&] { return Place(row, rule.name) + problem; });
+  };
+  for (std::int64_t row = 0; row < static_cast<std::int64_t>(data.Size()); ++row) {
+    if (data.IsNull(static_cast<std::size_t>(row))) {
+      if (!rule.isNullable) add(row, "there is no value");
+    } else if (!obeysType) {
+      const layerdata::Value value(column[row]);
       if (const std::string problem = ProblemOf(rule, value); !problem.empty())
-        findings.Add(row, column.Index(),
-                     [&] { return Place(row, rule.name) + "'" + value.ToText() + "' " + problem; });
+        add(row, "'" + value.ToText() + "' " + problem);
     }
-    ++row;
   }
 }
 

@@ -78,7 +78,7 @@ ExitCode Describe(const Options& options) {
   const std::string source = DisplayName(options.input);
   const auto summaries = Summarize(table);
   if (!options.html.empty()) {
-    output.Write(ToHtml(table, summaries, source));
+    output.Write(ToHtml(table, summaries, source.substr(source.find_last_of("/\\") + 1)));
     return ExitCode::Success;
   }
   std::ostringstream out;

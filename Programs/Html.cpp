@@ -59,7 +59,7 @@ dd { margin: 0; text-align: right; font-variant-numeric: tabular-nums; overflow-
 .values td:nth-child(3) { width: 22%; text-align: right; font-variant-numeric: tabular-nums; }
 .values svg { margin: 0; }
 .rows { overflow-x: auto; background: var(--card); border: 1px solid var(--line); border-radius: 8px; }
-.rows table { border-collapse: collapse; font-size: .85rem; }
+.rows table { min-width: 100%; border-collapse: collapse; font-size: .85rem; }
 .rows th, .rows td { max-width: 320px; padding: 4px 12px; border-bottom: 1px solid var(--line); text-align: left; white-space: nowrap; overflow: hidden; text-overflow: ellipsis; }
 .rows tr:last-child td { border-bottom: 0; }
 .rows th small { display: block; color: var(--soft); font-weight: 400; }
@@ -157,8 +157,9 @@ std::string Facts(const ColumnSummary& summary) {
     AddFact(html, "Last", summary.max);
   }
   AddFact(html, "Mean", summary.mean);
-  AddFact(html, "Quartiles",
-          summary.q1.empty() ? summary.q1 : summary.q1 + ", " + summary.median + ", " + summary.q3);
+  AddFact(html, "First quartile", summary.q1);
+  AddFact(html, "Median", summary.median);
+  AddFact(html, "Third quartile", summary.q3);
   return html.empty() ? html : "<dl>" + html + "</dl>";
 }
 
@@ -193,7 +194,8 @@ std::string HeaderRow(const std::vector<ColumnSummary>& summaries) {
 }
 
 std::string CellOf(const layerdata::Cell& cell, bool isNumeric, bool isDay) {
-  if (cell.IsNull()) return "<td class=\"null\">–</td>";
+  if (cell.IsNull())
+    return isNumeric ? "<td class=\"number null\">–</td>" : "<td class=\"null\">–</td>";
   std::string text = cell.ToText();
   if (isDay) text.resize(std::min(text.find('T'), text.size()));
   const std::string escaped = Escaped(text);

@@ -153,34 +153,35 @@ layerdata::JsonOptions JsonOptionsOf(const InputOptions& options, Format format,
 }  // namespace
 
 void AddInputOptions(CLI::App& command, InputOptions& options) {
-  auto* group = command.add_option_group("Reading");
-  group->add_option("--from", options.format, "Format of the input: auto, csv, tsv, json, jsonl")
+  command.option_defaults()->group("Reading");
+  command.add_option("--from", options.format, "Format of the input: auto, csv, tsv, json, jsonl")
       ->check(CLI::IsMember({"auto", "csv", "tsv", "json", "jsonl"}))
       ->capture_default_str();
-  group->add_option("-s,--separator", options.separator,
-                    "Between the values of a line: one or more bytes, \\t, or tab, comma, "
-                    "semicolon, pipe, space; detected by default");
-  group
-      ->add_option("-e,--encoding", options.encoding,
-                   "As utf-8, utf-16le, latin1, windows-1252, cp437")
+  command.add_option("-s,--separator", options.separator,
+                     "Between the values of a line: one or more bytes, \\t, or tab, comma, "
+                     "semicolon, pipe, space; detected by default");
+  command
+      .add_option("-e,--encoding", options.encoding,
+                  "As utf-8, utf-16le, latin1, windows-1252, cp437")
       ->capture_default_str();
-  group->add_option("--header", options.header, "Whether the first line names the columns")
+  command.add_option("--header", options.header, "Whether the first line names the columns")
       ->check(CLI::IsMember({"detect", "yes", "no"}))
       ->capture_default_str();
-  group
-      ->add_option("--long-lines", options.longLines,
-                   "Whether a line with too many values is an error, is skipped, or is kept "
-                   "without the extra values")
+  command
+      .add_option("--long-lines", options.longLines,
+                  "Whether a line with too many values is an error, is skipped, or is kept "
+                  "without the extra values")
       ->check(CLI::IsMember({"fail", "skip", "keep"}))
       ->capture_default_str();
-  group
-      ->add_option("--text", options.textColumns,
-                   "Columns whose values stay text as written, so that 00501 keeps its zeros; "
-                   "separated by commas")
+  command
+      .add_option("--text", options.textColumns,
+                  "Columns whose values stay text as written, so that 00501 keeps its zeros; "
+                  "separated by commas")
       ->allow_extra_args(false);
-  group->add_flag("--all-text", options.allText, "All columns are text");
-  group->add_option("--max-rows", options.maxRows, "Read only the first rows")
+  command.add_flag("--all-text", options.allText, "All columns are text");
+  command.add_option("--max-rows", options.maxRows, "Read only the first rows")
       ->check(CLI::Range(std::int64_t{1}, std::int64_t{1} << 62));
+  command.option_defaults()->group("Options");
 }
 
 Table ParseTable(const std::string& bytes, const std::string& path, const InputOptions& options) {

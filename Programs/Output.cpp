@@ -10,27 +10,28 @@ namespace program {
 using layerdata::Table;
 
 void AddOutputOptions(CLI::App& command, OutputOptions& options) {
-  auto* group = command.add_option_group("Writing");
-  group->add_option("-o,--output", options.path, "Output file, or - for standard output")
+  command.option_defaults()->group("Writing");
+  command.add_option("-o,--output", options.path, "Output file, or - for standard output")
       ->capture_default_str();
-  group
-      ->add_option("-t,--to", options.format,
-                   "Format of the output: csv, tsv, json, jsonl, geojson; by default what the "
-                   "ending of the output file says, and csv for standard output")
+  command
+      .add_option("-t,--to", options.format,
+                  "Format of the output: csv, tsv, json, jsonl, geojson; by default what the "
+                  "ending of the output file says, and csv for standard output")
       ->check(CLI::IsMember({"csv", "tsv", "json", "jsonl", "geojson"}));
-  group->add_option("--output-separator", options.separator,
-                    "Between the values of a line, as for --separator");
-  group->add_option("--output-encoding", options.encoding, "As for --encoding")
+  command.add_option("--output-separator", options.separator,
+                     "Between the values of a line, as for --separator");
+  command.add_option("--output-encoding", options.encoding, "As for --encoding")
       ->capture_default_str();
-  group->add_option("--indent", options.indentation, "Spaces for each level of JSON")
+  command.add_option("--indent", options.indentation, "Spaces for each level of JSON")
       ->check(CLI::Range(0, 16));
-  group->add_flag("--no-header", options.withoutHeader, "Leave out the line with the names");
-  group->add_flag("--crlf", options.windowsLineEnds, "End lines as Windows does");
-  group->add_option("--longitude", options.longitude,
-                    "Column with the longitudes of GeoJSON points; by default the one named "
-                    "longitude, lon, lng or x");
-  group->add_option("--latitude", options.latitude,
-                    "Column with the latitudes; by default the one named latitude, lat or y");
+  command.add_flag("--no-header", options.withoutHeader, "Leave out the line with the names");
+  command.add_flag("--crlf", options.windowsLineEnds, "End lines as Windows does");
+  command.add_option("--longitude", options.longitude,
+                     "Column with the longitudes of GeoJSON points; by default the one named "
+                     "longitude, lon, lng or x");
+  command.add_option("--latitude", options.latitude,
+                     "Column with the latitudes; by default the one named latitude, lat or y");
+  command.option_defaults()->group("Options");
 }
 
 Output::Output(const OutputOptions& options)
@@ -79,6 +80,7 @@ void Output::Write(const Table& table) const {
   if (format_ == Format::GeoJson) return target_.Write(ToText(table));
   const bool isCsv = format_ == Format::Csv || format_ == Format::Tsv;
   target_.Write(isCsv ? table.ToCsv(Csv()) : table.ToJson(Json()));
+  if (format_ == Format::Json) target_.Write("\n");  // an array ends without one
 }
 
 /// The library writes files piece by piece.

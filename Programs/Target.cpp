@@ -104,6 +104,7 @@ Target::Target(std::string path) : path_(std::move(path)) {
     if (!file) FailToWrite(path_, ReasonOf(errno));
     std::fclose(file);
   }
+  const HoldInterrupts held;
   const FileBeside probe(WithoutLinks(PathOf(path_)), path_);
 }
 
