@@ -357,7 +357,7 @@ TEST(CReading, ReadsAsTheExportsDo) {
       "\"\"",    "\r\n", " ",   "\t",   ";",          "|",  std::string(1, '\0'),
       "\xC3\xA9"};
   std::mt19937 random(20);
-  for (int round = 0; round < 300; ++round) {
+  for (int round = 0; round < 200; ++round) {
     const std::string text =
         RandomText(random, pieces, 1 + Below(random, round % 8 == 0 ? 600 : 60));
     const auto expected = Receive([&](ld_table** table, ld_read_report**, ld_error** error) {
@@ -427,7 +427,7 @@ TEST(CReading, ReadsLargeTextsOnAllProcessors) {
   std::string text = "id,name,remark\n";
   for (int i = 0; text.size() < (std::size_t{4} << 20) + 1000; ++i) {
     text += std::to_string(i) + (i % 7 == 0 ? ",\"a\n\"\"b\"\", \n" : ",\"x");
-    text += std::string(static_cast<std::size_t>(i % 90), 'y') + "\"," +
+    text += std::string(static_cast<std::size_t>(i % 900), 'y') + "\"," +
             (i % 5 == 0 ? "\r\n" : "2.5\n");
   }
   const auto one = Csv(1), byDefault = Csv(0);
@@ -648,13 +648,16 @@ TEST(CReading, ReadsFiles) {
 TEST(CReading, DecodesLongTexts) {
   std::u16string wide = u"a,b\n";
   std::string utf8 = "a,b\n", latin = utf8, shiftJis = utf8, japanese = utf8;
-  while (utf8.size() < 1'000'000) {
-    const bool isLong = utf8.size() % 7 == 0;
-    utf8 += isLong ? "\xF0\x9F\x98\x80,1\n" : "\xC3\xA9x,2\n";
-    wide += isLong ? u"\U0001F600,1\n" : u"\u00E9x,2\n";
-    latin += "\xE9,\n";
-    japanese += "\xE3\x82\xBD,\n";
-    shiftJis += "\x83\x5C,\n";
+  const auto addCells = [](auto& text, auto cell, auto end) {
+    for (int i = 0; i < 31; ++i) text += cell;
+    text += end;
+  };
+  for (int i = 0; utf8.size() < 1'000'000; ++i) {
+    addCells(utf8, i % 3 == 0 ? "\xF0\x9F\x98\x80" : "\xC3\xA9x", ",1\n");
+    addCells(wide, i % 3 == 0 ? u"\U0001F600" : u"\u00E9x", u",1\n");
+    addCells(latin, "\xE9", ",\n");
+    addCells(japanese, "\xE3\x82\xBD", ",\n");
+    addCells(shiftJis, "\x83\x5C", ",\n");
   }
   const auto options = Csv(1);
   const std::string expected = Everything(Read(utf8, &options));
@@ -671,5 +674,5 @@ TEST(CReading, DecodesLongTexts) {
   EXPECT_EQ(read(little, 1200), expected);
   EXPECT_EQ(read(big, 1201), expected);
   EXPECT_EQ(read(shiftJis, 932), read(japanese, 0));
-  EXPECT_EQ(read(latin, 28591).find("'\xC3\xA9'"), read(latin, 1252).find("'\xC3\xA9'"));
+  EXPECT_NE(read(latin, 1252).find("\n0: '\xC3\xA9\xC3\xA9"), std::string::npos);
 }
