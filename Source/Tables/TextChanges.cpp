@@ -56,8 +56,10 @@ bool IsPlainReal(std::string_view text) {
 }
 
 bool IsWritten(std::string_view text, double value) {
-  return IsPlainReal(text) || IsWrittenAs(text, value) ||
-         IsWrittenAs(text, value, std::chars_format::fixed);
+  if (IsPlainReal(text) || IsWrittenAs(text, value)) return true;
+  // A whole number keeps its fraction, so that it stays a double.
+  if (text.ends_with(".0")) text.remove_suffix(2);
+  return IsWrittenAs(text, value, std::chars_format::fixed);
 }
 
 /// @param shape  "0" stands for any digit
