@@ -4,8 +4,8 @@
 
 #include "Core/StringFormat.h"
 #include "Documents/JsonReader.h"
-#include "Text/TextBuffer.h"
 #include "Schema/LayerSchemaText.h"
+#include "Text/TextBuffer.h"
 
 namespace Data {
 
