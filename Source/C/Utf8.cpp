@@ -3,13 +3,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Platform/CodePages.h"
-
 namespace Data::c {
 
 namespace {
-
-constexpr std::uint32_t kUtf8CodePage = 65001;
 
 using Byte = const unsigned char*;
 
@@ -24,18 +20,25 @@ Byte SkipAscii(Byte at, Byte end) {
   return at;
 }
 
-/// The end of the character of several bytes that begins at `at`; null if it is not well-formed.
-Byte CharacterEnd(Byte at, Byte end) {
-  const unsigned lead = *at;
-  const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-  if (lead < 0xC2 || lead > 0xF4 || end - at <= more) return nullptr;
+struct Piece {
+  Byte end;
+  bool isCharacter;  ///< otherwise the longest beginning of one, or a byte that begins none
+};
+
+/// What begins at a byte that is not ASCII.
+Piece NextPiece(Byte at, Byte end) {
+  const unsigned lead = *at++;
+  if (lead < 0xC2 || lead > 0xF4) return {at, false};
   // The second byte excludes long forms, surrogates and characters beyond U+10FFFF.
-  const unsigned least = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-  const unsigned most = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-  if (at[1] < least || at[1] > most) return nullptr;
-  for (int i = 2; i <= more; ++i)
-    if ((at[i] & 0xC0) != 0x80) return nullptr;
-  return at + more + 1;
+  unsigned least = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+  unsigned most = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+  for (int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1; more != 0; --more) {
+    if (at == end || *at < least || *at > most) return {at, false};
+    ++at;
+    least = 0x80;
+    most = 0xBF;
+  }
+  return {at, true};
 }
 
 }  // namespace
@@ -43,17 +46,27 @@ Byte CharacterEnd(Byte at, Byte end) {
 bool IsUtf8(std::string_view text) {
   Byte at = reinterpret_cast<Byte>(text.data());
   const Byte end = at + text.size();
-  while ((at = SkipAscii(at, end)) != end)
-    if (!(at = CharacterEnd(at, end))) return false;
+  while ((at = SkipAscii(at, end)) != end) {
+    const Piece piece = NextPiece(at, end);
+    if (!piece.isCharacter) return false;
+    at = piece.end;
+  }
   return true;
 }
 
 std::string RepairUtf8(std::string_view text) {
-  std::u16string wide(Platform::MaxWideLength(text.size()), u'\0');
-  wide.resize(Platform::ToWide(kUtf8CodePage, text, wide.data()));
-  std::string repaired(Platform::MaxByteLength(kUtf8CodePage, wide.size()), '\0');
-  repaired.resize(Platform::ToMultiByte(kUtf8CodePage, wide, repaired.data()));
-  return repaired;
+  std::string repaired;
+  Byte at = reinterpret_cast<Byte>(text.data()), kept = at;
+  const Byte end = at + text.size();
+  while ((at = SkipAscii(at, end)) != end) {
+    const Piece piece = NextPiece(at, end);
+    if (!piece.isCharacter) {
+      repaired.append(kept, at) += "\uFFFD";
+      kept = piece.end;
+    }
+    at = piece.end;
+  }
+  return repaired.append(kept, end);
 }
 
 }  // namespace Data::c

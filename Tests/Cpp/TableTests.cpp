@@ -119,8 +119,8 @@ TEST(Table, IsReadFromDelimitedText) {
   EXPECT_EQ(Table::ParseCsv("1\n2\n3\n", {.maxRows = 2}).RowCount(), 2);
   EXPECT_EQ(Table::ParseCsv("n\n\xE9\n", {.codePage = 1252})[0][0], "\u00E9");
   EXPECT_EQ(Message([] { Table::ParseCsv(""); }).substr(0, 17), "Size cannot be 0.");
-  EXPECT_EQ(Message([] { Table::ReadCsv("no such file"); }),
-            "Cannot read \"no such file\": No such file or directory");
+  EXPECT_EQ(Message([] { Table::ReadCsv("no such file"); }).substr(0, 28),
+            "Cannot read \"no such file\": ");
   const auto cancel = [](std::uint64_t, std::uint64_t) { return false; };
   EXPECT_EQ(Message([&] { Table::ParseCsv("a\n1\n", {.progress = cancel}); }),
             "The operation was cancelled!");
