@@ -150,8 +150,10 @@ def emulator_that_stays():
     if IS_NATIVE:
         yield
         return
-    with subprocess.Popen(PROGRAM + ["show", "-"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                          stderr=subprocess.DEVNULL):
+    silent = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+    with subprocess.Popen(PROGRAM + ["show", "-"], stdin=subprocess.PIPE, **silent):
+        # Its services would hold the pipes of the first run open, so they start here.
+        subprocess.run(PROGRAM + ["--version"], check=True, **silent)
         yield
 
 
