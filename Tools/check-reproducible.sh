@@ -13,7 +13,7 @@ rm -rf "$copy"
 mkdir -p "$copy"
 cp -r CMakeLists.txt Include Source cmake LICENSE THIRD-PARTY-NOTICES.md "$copy"
 cmake -S "$copy" -B "$copy/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DLAYERDATA_BUILD_TESTS=OFF \
-  -DLAYERDATA_BUILD_EXAMPLES=OFF "$@"
+  -DLAYERDATA_BUILD_PROGRAMS=OFF -DLAYERDATA_BUILD_EXAMPLES=OFF "$@"
 objects=()
 for source in Source/Exports/*.cpp; do
   objects+=("Source/CMakeFiles/LayerDataObjects.dir/Exports/$(basename "$source")$suffix")
