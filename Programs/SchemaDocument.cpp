@@ -40,8 +40,8 @@ std::vector<AllowedValue> AllowedValuesOf(const Schema& schema, const std::strin
       Receive<ld_object_list>(ld_schema_get_allowed_values, schema.Get(), name.c_str());
   const auto count = Ask<std::uint64_t>(ld_object_list_get_count, list.Get());
   for (std::uint64_t i = 0; i < count; ++i) {
-    auto* const object = Ask<ld_object*>(ld_object_list_get_at, list.Get(), i);
-    values.push_back(AllowedValueOf(reinterpret_cast<ld_allowed_value*>(object)));
+    const auto object = Receive<ld_object>(ld_object_list_get_at, list.Get(), i);
+    values.push_back(AllowedValueOf(reinterpret_cast<ld_allowed_value*>(object.Get())));
   }
   return values;
 }

@@ -265,7 +265,8 @@ TEST(C, RefusesOptionsThatEndInsideAMember) {
     return Failure([&](ld_error** e) { return ld_csv_write(table.get(), &options, &text, e); });
   };
   const std::string wrong = "The size of the options is wrong! 2";
-  for (const std::uint64_t size : {0, 4, 12, 20, 4104}) EXPECT_EQ(failure(size), wrong) << size;
+  for (const std::uint64_t size : {0u, 4u, 12u, 20u, 4104u})
+    EXPECT_EQ(failure(size), wrong) << size;
 }
 
 TEST(C, CallbacksMayThrowAndCallBack) {

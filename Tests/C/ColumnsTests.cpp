@@ -267,7 +267,7 @@ std::string Everything(ld_table* table) {
 
 TEST(Columns, AreWrittenAsTheCellsOneByOne) {
   std::mt19937 random(21);
-  for (const std::size_t count : {1, 7, 8, 9, 64, 300}) {
+  for (const std::size_t count : {1u, 7u, 8u, 9u, 64u, 300u}) {
     for (int repeat = 0; repeat < 10; ++repeat) {
       const std::string cells = RandomCells(random, count);
       const auto source = OneColumn(cells);
@@ -302,7 +302,7 @@ TEST(Columns, AreWrittenAsTheCellsOneByOne) {
 
 TEST(Columns, MakeATableLikeRowsAdded) {
   std::mt19937 random(22);
-  for (const std::size_t count : {0, 1, 9, 255, 256, 257, 513}) {
+  for (const std::size_t count : {0u, 1u, 9u, 255u, 256u, 257u, 513u}) {
     Read reads[5];
     std::vector<std::string> names;
     std::vector<const char*> nameTexts;

@@ -275,7 +275,7 @@ TEST(CReading, TellsWhichTextsDoNotComeBack) {
 TEST(CReading, CountsChangesInEveryPart) {
   std::string text = "note\nzip,day\n";
   for (int i = 0; i < 100; ++i) text += i % 3 == 2 ? "007,2024-01-31\n\n" : "5,\"a\nb\"\n";
-  for (const std::uint32_t threads : {1, 2, 7}) {
+  for (const std::uint32_t threads : {1u, 2u, 7u}) {
     const auto options = Csv(threads);
     const auto result = Read(text, &options);
     EXPECT_EQ(JoinedProblems(result),
@@ -413,7 +413,7 @@ TEST(CReading, ReadsEverySeparatorInParts) {
       const auto expected = Receive([&](ld_table** table, ld_read_report**, ld_error** error) {
         return ld_parse_csv_with_separator(text.data(), separator, table, text.size(), error);
       });
-      for (const std::uint32_t threads : {1, 2, 5}) {
+      for (const std::uint32_t threads : {1u, 2u, 5u}) {
         auto options = Csv(threads);
         options.separator = separator;
         ASSERT_EQ(Everything(Read(text, &options)), Everything(expected)) << text;
@@ -446,7 +446,7 @@ TEST(CReading, FailsAsOnOneThread) {
   for (const int first : {3, 40, 77}) {
     std::string text = "a,b\n";
     for (int i = 1; i < 120; ++i) text += i == first || i == 110 || i == 90 ? "1,2,3\n\n" : "1,2\n";
-    for (const std::uint32_t threads : {1, 2, 3, 7}) {
+    for (const std::uint32_t threads : {1u, 2u, 3u, 7u}) {
       auto options = Csv(threads);
       options.header = LD_HEADER_LINE_YES;
       EXPECT_EQ(Read(text, &options).failure,
@@ -528,7 +528,7 @@ bool NoteProgress(void* context, std::uint64_t done, std::uint64_t total) {
 
 template <class Options>
 void CheckProgress(const std::string& text, Options options) {
-  for (const std::uint32_t threads : {1, 3}) {
+  for (const std::uint32_t threads : {1u, 3u}) {
     Calls calls;
     options.thread_count = threads;
     options.progress = NoteProgress;

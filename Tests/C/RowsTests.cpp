@@ -224,14 +224,14 @@ std::string WithHeader(const Row& names, std::vector<Row> rows) {
 TEST(Rows, AreSortedAsTheModelSays) {
   std::mt19937 random(23);
   const Row names = {"a", "b", "i"};
-  for (const std::size_t count : {0, 1, 7, 8, 9, 64, 100, 300}) {
+  for (const std::size_t count : {0u, 1u, 7u, 8u, 9u, 64u, 100u, 300u}) {
     for (int repeat = 0; repeat < 15; ++repeat) {
       std::vector<Row> rows = RandomRows(random, count);
       const auto table = MakeTable(names, rows);
       const bool descends[] = {random() % 2 == 0, random() % 2 == 0};
       const bool nullsFirst[] = {random() % 2 == 0, random() % 2 == 0};
       std::string keys;
-      for (int i = 0; i < 2; ++i)
+      for (std::size_t i = 0; i < 2; ++i)
         keys += std::string(nullsFirst[i] ? "^" : "") + (descends[i] ? "-" : "") + names[i] + " ";
       std::stable_sort(rows.begin(), rows.end(), [&](const Row& left, const Row& right) {
         for (std::size_t i = 0; i < 2; ++i) {

@@ -60,13 +60,19 @@ Ptr<IObject> New(ld_read_report*) {
 
 // -- Records --
 
+/// The address sanitizer itself needs memory to start a thread, and ends the process without.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr std::uint32_t kThreads = 1;
+#else
+constexpr std::uint32_t kThreads = 3;
+#endif
 const char* const kTextColumns[] = {"name"};
 /// Reads in parts, although the text is small.
 const ld_csv_read_options kCsvOptions = [] {
   ld_csv_read_options options{};
   options.size = sizeof options;
   options.separator = ";";
-  options.thread_count = 3;
+  options.thread_count = kThreads;
   options.text_columns = kTextColumns;
   options.text_column_count = 1;
   return options;
@@ -76,7 +82,7 @@ template <class Options>
 const Options kWriteOptions = [] {
   Options options{};
   options.size = sizeof options;
-  options.thread_count = 3;
+  options.thread_count = kThreads;
   return options;
 }();
 constexpr std::int64_t kOffsets[] = {0, 20, 20};
