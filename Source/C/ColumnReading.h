@@ -81,7 +81,6 @@ struct ColumnAnalysis {
 
   void Add(const ColumnCells& cells, std::size_t first, std::size_t count);
 
-  bool Has(Core::ValueType type) const { return (types >> static_cast<unsigned>(type) & 1) != 0; }
   bool HasOnly(Core::ValueType type) const {
     return types == std::uint64_t{1} << static_cast<unsigned>(type);
   }

@@ -484,3 +484,17 @@ TEST(Columns, RefuseWrongArraysAndChangeNothing) {
 }
 
 }  // namespace
+
+TEST(Columns, HoldValuesThatOnlyCallersMake) {
+  const auto table = Received<ld_table>(ld_create_table);
+  const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+    return ld_table_add_column(table.get(), "c", out, error);
+  });
+  for (const ld_variant& value :
+       {ld_variant{LD_VALUE_TYPE_UINT128, {5, 0}}, ld_variant{LD_VALUE_TYPE_UINT128, {0, 1}}}) {
+    ld_row* row = nullptr;
+    ASSERT_TRUE(ld_table_add_row(table.get(), &value, 1, &row, nullptr));
+    ld_release(row);
+  }
+  EXPECT_EQ(Reading(table.get(), LD_COLUMN_FORMAT_AUTOMATIC), "text: 5 18446744073709551616");
+}

@@ -678,3 +678,20 @@ TEST(CReading, DecodesLongTexts) {
   EXPECT_EQ(read(shiftJis, 932), read(japanese, 0));
   EXPECT_NE(read(latin, 1252).find("\n0: '\xC3\xA9\xC3\xA9"), std::string::npos);
 }
+
+// Whatever the size of the pieces in which UTF-16 is converted, one of the two has a pair at an
+// end.
+TEST(CReading, KeepsPairsOfUtf16Together) {
+  for (const char16_t* name : {u"\uFEFFa", u"\uFEFFab"}) {
+    std::u16string wide = name;
+    wide += u'\n';
+    for (int i = 0; i < 300'000; ++i) wide += u"\U0001F600";
+    ld_table* out = nullptr;
+    ASSERT_TRUE(ld_csv_read(wide.data(), 2 * wide.size(), nullptr, &out, nullptr, nullptr));
+    const Held<ld_table> table(out);
+    const std::string cell = Cell(table.get(), 0, 0);
+    std::string expected;
+    for (int i = 0; i < 300'000; ++i) expected += "\U0001F600";
+    EXPECT_TRUE(cell == expected);
+  }
+}

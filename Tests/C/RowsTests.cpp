@@ -361,3 +361,35 @@ TEST(Rows, RefuseWrongEnumeratorsAndMissingNames) {
 }
 
 }  // namespace
+
+TEST(Rows, AreSortedByBytes) {
+  const auto table = Received<ld_table>(ld_create_table);
+  const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+    return ld_table_add_column(table.get(), "c", out, error);
+  });
+  for (const char* bytes : {"b", "aa", "a"}) {
+    const auto array = Received<ld_array>(ld_create_array);
+    ASSERT_TRUE(ld_array_set_data(array.get(), bytes, std::strlen(bytes), 1, nullptr));
+    ld_variant value{};
+    ld_row* row = nullptr;
+    ASSERT_TRUE(ld_variant_from_object(array.get(), &value, nullptr));
+    ASSERT_TRUE(ld_table_add_row(table.get(), &value, 1, &row, nullptr));
+    ld_release(row);
+    ld_variant_clear(&value);
+  }
+  const ld_sort_key key = {"c", LD_SORT_ORDER_ASCENDING};
+  const auto sorted = Received<ld_table>([&](ld_table** out, ld_error** error) {
+    return ld_table_sort(table.get(), &key, 1, out, error);
+  });
+  const auto first = [](ld_table* from, std::int64_t row) {
+    ld_variant value{};
+    ld_object* object = nullptr;
+    EXPECT_TRUE(ld_table_get_cell(from, row, 0, &value, nullptr));
+    EXPECT_TRUE(ld_variant_to_object(&value, &object, nullptr));
+    ld_variant_clear(&value);
+    return Held<ld_object>(object);
+  };
+  EXPECT_EQ(first(sorted.get(), 0), first(table.get(), 2));
+  EXPECT_EQ(first(sorted.get(), 1), first(table.get(), 1));
+  EXPECT_EQ(first(sorted.get(), 2), first(table.get(), 0));
+}

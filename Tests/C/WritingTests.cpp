@@ -621,3 +621,33 @@ TEST(CWriting, LeavesTheOldFileAfterAFailure) {
   }
   EXPECT_EQ(folder.FileCount(), 2u);
 }
+
+TEST(CWriting, WritesDatesOutsideTheCalendar) {
+  const auto table = Received<ld_table>(ld_create_table);
+  const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+    return ld_table_add_column(table.get(), "c", out, error);
+  });
+  const auto add = [&](ld_date_time* date) {
+    ld_variant value{};
+    ld_row* row = nullptr;
+    ASSERT_TRUE(ld_variant_from_object(date, &value, nullptr));
+    ASSERT_TRUE(ld_table_add_row(table.get(), &value, 1, &row, nullptr));
+    ld_release(row);
+    ld_variant_clear(&value);
+  };
+  const auto month113 = Received<ld_date_time>([](ld_date_time** out, ld_error** error) {
+    return ld_create_date_time_from_iso8601("2023-02-01T10:00:00Z", out, error);
+  });
+  ASSERT_TRUE(ld_date_time_set_month(month113.get(), 113, nullptr));
+  add(month113.get());
+  const auto beyond = Received<ld_date_time>([](ld_date_time** out, ld_error** error) {
+    return ld_create_date_time_from_file_time(std::uint64_t{1} << 63, out, error);
+  });
+  add(beyond.get());
+  const auto text = Received<ld_string>([&](ld_string** out, ld_error** error) {
+    return ld_csv_write(table.get(), nullptr, out, error);
+  });
+  const char* utf8 = nullptr;
+  ASSERT_TRUE(ld_string_get_utf8(text.get(), &utf8, nullptr));
+  EXPECT_STREQ(utf8, "c\n2032-05-01T10:00:00Z\n0000-00-00T00:00:00.000000000Z\n");
+}
