@@ -241,7 +241,7 @@ class ByteWriter {
 template <class Store>
 void ForEachCell(ColumnBuffers& buffers, const ColumnCells& cells, std::size_t first,
                  std::size_t count, Store&& store) {
-  std::size_t at = static_cast<std::size_t>(buffers.length);
+  auto at = static_cast<std::size_t>(buffers.length);
   buffers.validity.resize((at + count + 7) / 8);
   for (std::size_t i = first; i < first + count; ++i, ++at) {
     const _VARIANT& cell = cells[i];

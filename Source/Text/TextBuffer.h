@@ -1,7 +1,7 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -47,9 +47,7 @@ class TextBuffer {
   /// Does not check for room: the caller has reserved it.
   void PutUnsafe(char byte) { *end_++ = byte; }
   void AppendUnsafe(std::string_view text) {
-    if (text.empty()) return;
-    std::memcpy(end_, text.data(), text.size());
-    end_ += text.size();
+    end_ = std::copy(text.begin(), text.end(), end_);
   }
   void Flush() {}
 
