@@ -15,8 +15,9 @@ int main(int count, char** arguments) try {
   const Table airports = Table::ReadCsv(count > 1 ? arguments[1] : "airports.csv");
   std::cout << airports.Describe();
 
-  Table north = airports.Filter([](Row row) { return row["latitude"].As<double>() > 60; });
-  north.AddColumn("polar night", [](Row row) { return row["latitude"].As<double>() > 67.4; });
+  Table north = airports.Filter([](const Row& row) { return row["latitude"].As<double>() > 60; });
+  north.AddColumn("polar night",
+                  [](const Row& row) { return row["latitude"].As<double>() > 67.4; });
   const Table states = airports.GroupBy({"state"}, {Count("airports in state")});
   north = north.Join(states, "state").SortBy({"latitude", Order::Descending});
   std::cout << north;

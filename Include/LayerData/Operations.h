@@ -37,6 +37,7 @@ class Bitmap {
 
 inline std::vector<const char*> Names(const std::vector<std::string>& names) {
   std::vector<const char*> texts;
+  texts.reserve(names.size());
   for (const std::string& name : names) texts.push_back(name.c_str());
   return texts;
 }
@@ -69,6 +70,7 @@ inline Table Table::Select(const std::vector<std::string>& columns) const {
 
 inline Table Table::SortBy(const std::vector<SortKey>& keys) const {
   std::vector<ld_sort_key> records;
+  records.reserve(keys.size());
   for (const SortKey& key : keys)
     records.push_back({key.column.c_str(), static_cast<ld_sort_order>(key.order)});
   return Table(detail::Receive<ld_table>(ld_table_sort, Get(),
@@ -79,6 +81,8 @@ inline Table Table::SortBy(const std::vector<SortKey>& keys) const {
 inline Table Table::Join(const Table& right, const std::vector<JoinKey>& keys,
                          JoinKind kind) const {
   std::vector<const char*> leftNames, rightNames;
+  leftNames.reserve(keys.size());
+  rightNames.reserve(keys.size());
   for (const JoinKey& key : keys) {
     leftNames.push_back(key.left.c_str());
     rightNames.push_back(key.right.c_str());
@@ -92,6 +96,7 @@ inline Table Table::GroupBy(const std::vector<std::string>& keys,
                             const std::vector<Aggregate>& aggregates) const {
   const std::vector<const char*> names = detail::Names(keys);
   std::vector<ld_aggregate> records;
+  records.reserve(aggregates.size());
   for (const Aggregate& aggregate : aggregates)
     records.push_back({aggregate.function, aggregate.column.c_str(), aggregate.name.c_str()});
   return Table(detail::Receive<ld_table>(

@@ -22,14 +22,11 @@ class Cell : public Readable<Cell> {
   Cell(detail::Handle<ld_row> row, std::int64_t column) noexcept
       : row_(std::move(row)), column_(static_cast<std::int32_t>(column)) {}
   Cell(const Cell&) = default;
-  const Cell& operator=(const Value& value) const {
+  Cell& operator=(const Value& value) {
     detail::Call(ld_row_set_cell, row_.Get(), column_, &value.Record());
     return *this;
   }
-  Cell& operator=(const Cell& other) {
-    static_cast<const Cell&>(*this) = Value(other);
-    return *this;
-  }
+  Cell& operator=(const Cell& other) { return *this = Value(other); }
 
   /// Valid until the row changes.
   const ld_variant& Record() const {

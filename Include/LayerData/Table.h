@@ -109,23 +109,23 @@ inline Aggregate Count(std::string name = "count") {
   return {LD_AGGREGATE_FUNCTION_COUNT, {}, std::move(name)};
 }
 /// The number of values that are not Null.
-inline Aggregate CountValues(const std::string& column, std::string name = {}) {
+inline Aggregate CountValues(const std::string& column, const std::string& name = {}) {
   return {LD_AGGREGATE_FUNCTION_COUNT_VALUES, column, name.empty() ? column + "_count" : name};
 }
 /// The sum of the numbers; see `LD_AGGREGATE_FUNCTION_SUM`.
-inline Aggregate Sum(const std::string& column, std::string name = {}) {
+inline Aggregate Sum(const std::string& column, const std::string& name = {}) {
   return {LD_AGGREGATE_FUNCTION_SUM, column, name.empty() ? column + "_sum" : name};
 }
 /// The mean of the numbers; see `LD_AGGREGATE_FUNCTION_MEAN`.
-inline Aggregate Mean(const std::string& column, std::string name = {}) {
+inline Aggregate Mean(const std::string& column, const std::string& name = {}) {
   return {LD_AGGREGATE_FUNCTION_MEAN, column, name.empty() ? column + "_mean" : name};
 }
 /// The first of the least values; Null without any.
-inline Aggregate Min(const std::string& column, std::string name = {}) {
+inline Aggregate Min(const std::string& column, const std::string& name = {}) {
   return {LD_AGGREGATE_FUNCTION_MIN, column, name.empty() ? column + "_min" : name};
 }
 /// The first of the greatest values; Null without any.
-inline Aggregate Max(const std::string& column, std::string name = {}) {
+inline Aggregate Max(const std::string& column, const std::string& name = {}) {
   return {LD_AGGREGATE_FUNCTION_MAX, column, name.empty() ? column + "_max" : name};
 }
 

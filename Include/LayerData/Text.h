@@ -88,7 +88,7 @@ class Text {
   }
 
   detail::Handle<ld_string> string_;
-  std::string_view view_ = "";
+  std::string_view view_{"", 0};
 };
 
 }  // namespace layerdata

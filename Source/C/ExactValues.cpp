@@ -60,13 +60,13 @@ std::optional<double> Integer::ExactDouble() const {
 }
 
 double Integer::NearestDouble() const {
-  double magnitude = static_cast<double>(low);
+  auto magnitude = static_cast<double>(low);
   if (high != 0) {
     // The 64 leading bits; the last one also stands for any bit that is cut off, so that rounding
     // goes the right way.
-    const int cut = static_cast<int>(std::bit_width(high));
-    const std::uint64_t kept = cut == 64 ? high : high << (64 - cut) | low >> cut;
-    const std::uint64_t rest = cut == 64 ? low : low << (64 - cut);
+    const int cut = static_cast<int>(std::bit_width(high)), shift = 64 - cut;
+    const std::uint64_t kept = shift == 0 ? high : high << shift | low >> (64 - shift);
+    const std::uint64_t rest = low << shift;
     magnitude = std::ldexp(static_cast<double>(kept | (rest != 0 ? 1 : 0)), cut);
   }
   return isNegative ? -magnitude : magnitude;
