@@ -64,7 +64,7 @@ class Text {
   /// A copy of the text.
   std::string ToString() const { return std::string(view_); }
   /// Zero-terminated.
-  const char* CStr() const noexcept { return view_.data(); }
+  const char* CStr() const noexcept { return view_.data() ? view_.data() : ""; }
   /// The length in bytes.
   std::size_t Size() const noexcept { return view_.size(); }
   /// Whether the length is 0.
@@ -88,7 +88,7 @@ class Text {
   }
 
   detail::Handle<ld_string> string_;
-  std::string_view view_{"", 0};
+  std::string_view view_;
 };
 
 }  // namespace layerdata

@@ -64,7 +64,7 @@ double Integer::NearestDouble() const {
   if (high != 0) {
     // The 64 leading bits; the last one also stands for any bit that is cut off, so that rounding
     // goes the right way.
-    const int cut = static_cast<int>(std::bit_width(high)), shift = 64 - cut;
+    const int shift = std::countl_zero(high) % 64, cut = 64 - shift;  // below 64: high is not 0
     const std::uint64_t kept = shift == 0 ? high : high << shift | low >> (64 - shift);
     const std::uint64_t rest = low << shift;
     magnitude = std::ldexp(static_cast<double>(kept | (rest != 0 ? 1 : 0)), cut);
