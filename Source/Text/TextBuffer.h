@@ -46,9 +46,7 @@ class TextBuffer {
   }
   /// Does not check for room: the caller has reserved it.
   void PutUnsafe(char byte) { *end_++ = byte; }
-  void AppendUnsafe(std::string_view text) {
-    end_ = std::copy(text.begin(), text.end(), end_);
-  }
+  void AppendUnsafe(std::string_view text) { end_ = std::copy(text.begin(), text.end(), end_); }
   void Flush() {}
 
   /// The end of the text, where `room` bytes can be written.
