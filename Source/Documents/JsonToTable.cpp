@@ -21,26 +21,35 @@ using Structures::_VARIANT;
 
 namespace {
 
-_VARIANT MakeCell() { return Core::MakeNull(); }
-_VARIANT MakeCell(bool value) { return Core::MakeInteger(ValueType::Bool, value); }
-_VARIANT MakeCell(std::int64_t value) { return Core::MakeInteger(ValueType::Int64, value); }
+using Core::ObjectPool;
+
+_VARIANT MakeCell(ObjectPool&) { return Core::MakeNull(); }
+_VARIANT MakeCell(ObjectPool&, bool value) { return Core::MakeInteger(ValueType::Bool, value); }
+_VARIANT MakeCell(ObjectPool&, std::int64_t value) {
+  return Core::MakeInteger(ValueType::Int64, value);
+}
 /// Called only for integers above the range of Int64.
-_VARIANT MakeCell(std::uint64_t) { throw std::runtime_error("Unsupported variant type"); }
-_VARIANT MakeCell(double value) { return Core::MakeDouble(value); }
-_VARIANT MakeCell(const char* begin, std::size_t length, bool) {
+_VARIANT MakeCell(ObjectPool&, std::uint64_t) {
+  throw std::runtime_error("Unsupported variant type");
+}
+_VARIANT MakeCell(ObjectPool&, double value) { return Core::MakeDouble(value); }
+_VARIANT MakeCell(ObjectPool& pool, const char* begin, std::size_t length, bool) {
   const std::string_view text(begin, length);
   CalendarFields fields;
-  if (!DetectDateTime(text, fields)) return MakeTextValue(text);
-  return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields).Detach());
+  if (!DetectDateTime(text, fields)) return MakeTextValue(text, &pool);
+  return Core::MakeReference(ValueType::DateTime, MakeDateTime(fields, &pool).Detach());
 }
 
-_VARIANT MakeTextCell(std::string_view) { return Core::MakeNull(); }
-_VARIANT MakeTextCell(std::string_view, bool value) {
+_VARIANT MakeTextCell(ObjectPool&, std::string_view) { return Core::MakeNull(); }
+_VARIANT MakeTextCell(ObjectPool&, std::string_view, bool value) {
   return MakeTextValue(value ? "true" : "false");
 }
-_VARIANT MakeTextCell(std::string_view number, auto) { return MakeTextValue(number); }
-_VARIANT MakeTextCell(std::string_view, const char* begin, std::size_t length, bool) {
-  return MakeTextValue({begin, length});
+_VARIANT MakeTextCell(ObjectPool& pool, std::string_view number, auto) {
+  return MakeTextValue(number, &pool);
+}
+_VARIANT MakeTextCell(ObjectPool& pool, std::string_view, const char* begin, std::size_t length,
+                      bool) {
+  return MakeTextValue({begin, length}, &pool);
 }
 
 /// How the text of a value differs from the one that its cell gives.
@@ -87,14 +96,19 @@ class MemberColumns {
   std::size_t next_ = 0;
 };
 
+/// The least memory that the objects of a table typically take per byte of text.
+constexpr std::size_t kBytesPerCharacter = 2;
+
 /// Handles the events of a text and fills a table. The table owns each cell from the start, so
 /// nothing leaks if reading fails.
 class TableBuilder {
  public:
-  TableBuilder(const JsonTableOptions& options, Core::Parts& parts)
+  /// @param textSize  of the part that is read
+  TableBuilder(std::size_t textSize, const JsonTableOptions& options, Core::Parts& parts)
       : options_(options),
         isPlain_(options.textColumns.empty() && !options.isAllText && !options.findsChanges),
         parts_(parts),
+        pool_(options.maxRows == SIZE_MAX ? kBytesPerCharacter * textSize : 0),
         table_(Core::MakePtr<TableImpl>()),
         columns_(*table_),
         nested_(nestedText_) {}
@@ -162,7 +176,7 @@ class TableBuilder {
   }
 
   void StartRow() {
-    row_ = &table_->AppendBlankRow();
+    row_ = &table_->AppendBlankRow(&pool_);
     columns_.StartObject();
   }
   void EndRow() {
@@ -182,11 +196,11 @@ class TableBuilder {
     if (root_ == Root::None) StartValueTable();
     if (!row_) ThrowNotAnObject();
     if (isPlain_) {
-      Store(MakeCell(value...));
+      Store(MakeCell(pool_, value...));
     } else if (IsText(*column_)) {
-      Store(MakeTextCell(number_, value...));
+      Store(MakeTextCell(pool_, number_, value...));
     } else {
-      Store(MakeCell(value...));
+      Store(MakeCell(pool_, value...));
       NoteChange(TextOf(number_, value...));
     }
     return true;
@@ -196,7 +210,7 @@ class TableBuilder {
   void StartValueTable() {
     StartTable(Root::Value, "JsonValue");
     column_ = &table_->AddNamedColumn("Value");
-    row_ = &table_->AppendBlankRow();
+    row_ = &table_->AppendBlankRow(&pool_);
   }
 
   /// Has the same effects as writing the cell through its row.
@@ -233,6 +247,7 @@ class TableBuilder {
   const JsonTableOptions& options_;
   bool isPlain_;
   Core::Parts& parts_;
+  ObjectPool pool_;  // of the rows and what their cells refer to
   Core::Ptr<TableImpl> table_;
   MemberColumns columns_;
   Root root_ = Root::None;
@@ -330,7 +345,7 @@ constexpr const char* kLinesName = "JsonLines";
 /// Reads the lines into the table of one builder.
 JsonTableResult ReadOnePart(std::string_view text, const JsonTableOptions& options,
                             Core::Parts& parts) {
-  TableBuilder builder(options, parts);
+  TableBuilder builder(text.size(), options, parts);
   builder.StartRows(kLinesName);
   ReadLines(text, text.size(), 0, builder);
   return builder.TakeResult();
@@ -403,7 +418,7 @@ JsonTableResult ReadInParts(std::string_view text, const std::vector<std::string
   const auto columns = SampleColumns(text, options);
   std::vector<JsonTableResult> read(texts.size());
   parts.Run(texts.size(), [&](std::size_t i) {
-    TableBuilder builder(options, parts);
+    TableBuilder builder(texts[i].size(), options, parts);
     builder.StartRows(kLinesName);
     for (const auto& name : columns) builder.Table().AddNamedColumn(name);
     const auto offset = static_cast<std::size_t>(texts[i].data() - text.data());
@@ -418,7 +433,7 @@ JsonTableResult ReadInParts(std::string_view text, const std::vector<std::string
 
 JsonTableResult ReadJsonTable(std::string_view text, const JsonTableOptions& options,
                               Core::Parts& parts) {
-  TableBuilder builder(options, parts);
+  TableBuilder builder(text.size(), options, parts);
   TableBuilder::Parser parser(text, builder);
   builder.Follow(parser, text);
   WithPosition(parser, 0, [&] {
