@@ -1,11 +1,13 @@
 #pragma once
 
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <string_view>
 
 #include "Documents/JsonStream.h"
 #include "Documents/RapidJson.h"
+#include "Tables/ParsedNumber.h"
 
 namespace Data::impl {
 
@@ -42,15 +44,18 @@ class JsonEvents : public rapidjson::BaseReaderHandler<> {
  private:
   bool Number(std::string_view number) {
     if constexpr (requires { handler_.NumberText(number); }) handler_.NumberText(number);
+    const ParsedNumber parsed = ParseNumber(number);
+    if (!parsed.hasValue) return LongNumber(number);
+    if (parsed.type == Core::ValueType::Double)
+      return handler_.Double(std::bit_cast<double>(parsed.word));
+    return handler_.Int64(static_cast<std::int64_t>(parsed.word));
+  }
+  /// A number outside the range of its type, or with a plus sign in its exponent.
+  bool LongNumber(std::string_view number) {
     const char* const end = number.data() + number.size();
-    std::int64_t integer = 0;
-    const auto signedResult = std::from_chars(number.data(), end, integer);
-    if (signedResult.ptr == end) {
-      if (signedResult.ec == std::errc()) return handler_.Int64(integer);
-      std::uint64_t large = 0;
-      if (std::from_chars(number.data(), end, large).ec == std::errc())
-        return handler_.Uint64(large);
-    }
+    std::uint64_t large = 0;
+    const auto result = std::from_chars(number.data(), end, large);
+    if (result.ptr == end && result.ec == std::errc()) return handler_.Uint64(large);
     double real = 0;
     return ReadDouble(number, real) && handler_.Double(real);
   }
