@@ -33,7 +33,7 @@ check() {
 
 # shellcheck disable=SC2046,SC2086  # lists of words
 on_linux() {
-  "$@" $(PKG_CONFIG_PATH=$work/linux/lib/pkgconfig pkg-config --define-prefix --cflags --libs layerdata-c) \
+  "$@" $(PKG_CONFIG_PATH=$work/linux/lib/pkgconfig pkg-config --cflags --libs layerdata-c) \
     -o "$work/program" || return
   LD_LIBRARY_PATH=$work/linux/lib "$work/program" $arguments >"$work/rows" && are_expected
 }
@@ -51,7 +51,7 @@ are_expected() {
 for_microsoft() {
   clang --target=x86_64-pc-windows-msvc -ffreestanding -mno-stack-arg-probe -nostdinc \
     -isystem "$(clang -print-resource-dir)/include" -isystem "$root/Tests/Callers/microsoft" \
-    -I "$work/windows/include" $strict "$@"
+    -I "$work/windows/include/layerdata-1" $strict "$@"
 }
 
 # microsoft LIBRARY: the example as a program that uses this import library.
@@ -82,8 +82,8 @@ header_cases() {
     cp "$work/$name.c" "$work/$name.cpp"
     # shellcheck disable=SC2086
     {
-      check "$name.C99" gcc -std=c99 $strict -fsyntax-only -I "$work/linux/include" "$work/$name.c"
-      check "$name.Cpp" g++ -std=c++11 $strict -fsyntax-only -I "$work/linux/include" "$work/$name.cpp"
+      check "$name.C99" gcc -std=c99 $strict -fsyntax-only -I "$work/linux/include/layerdata-1" "$work/$name.c"
+      check "$name.Cpp" g++ -std=c++11 $strict -fsyntax-only -I "$work/linux/include/layerdata-1" "$work/$name.cpp"
       check "$name.Microsoft" for_microsoft -std=c++14 -fsyntax-only "$work/$name.cpp"
     }
   done

@@ -47,33 +47,8 @@ hardening() {
   return "$status"
 }
 
-# A separate project finds the installed package and builds against it.
-package() {
-  build release || return
-  rm -rf build/package build/package-user
-  one Package.Installs cmake --install build/release --prefix build/package &&
-    one Package.HasItsLicences test -f build/package/share/doc/LayerData/THIRD-PARTY-NOTICES.md &&
-    one Package.IsFound cmake -S Examples -B build/package-user -G Ninja "-DCMAKE_PREFIX_PATH=$PWD/build/package" &&
-    one Package.Links cmake --build build/package-user &&
-    one Package.RefusesUnknownComponents unknown_component &&
-    one Package.ReadmeExampleCompiles readme_example &&
-    build windows &&
-    one Package.InstallsForWindows cmake --install build/windows --prefix build/package-windows &&
-    one Package.HasTheListOfExports test -f build/package-windows/lib/layerdata-c.def &&
-    one Package.HasTheRuntimesLicences test -f build/package-windows/share/doc/LayerData/licenses/GPL-3
-}
-unknown_component() {
-  mkdir -p build/package-component
-  echo 'cmake_minimum_required(VERSION 3.25)
-    project(component CXX)
-    find_package(LayerData REQUIRED COMPONENTS Unknown)' >build/package-component/CMakeLists.txt
-  cmake -S build/package-component -B build/package-component/build "-DCMAKE_PREFIX_PATH=$PWD/build/package" 2>&1 |
-    grep -F 'LayerData has no component Unknown.'
-}
-readme_example() {
-  sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
-    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Ibuild/package/include -Ibuild/package/include/LayerData -x c++ -
-}
+# Other projects use what is installed and packed.
+package() { build release && build windows && Tools/check-packages.sh build/release build/windows; }
 
 # The C example from several compilers, also one for the Microsoft ABI.
 callers() { build release && build windows && Tools/check-callers.sh build/release build/windows; }

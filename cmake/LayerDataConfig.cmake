@@ -1,5 +1,3 @@
-include(${CMAKE_CURRENT_LIST_DIR}/LayerDataTargets.cmake)
-
 # The components are C, the C interface, and Cpp, the C++ layer over it. Every installation has both.
 set(${CMAKE_FIND_PACKAGE_NAME}_C_FOUND TRUE)
 set(${CMAKE_FIND_PACKAGE_NAME}_Cpp_FOUND TRUE)
@@ -13,3 +11,5 @@ foreach(component IN LISTS ${CMAKE_FIND_PACKAGE_NAME}_FIND_COMPONENTS)
     set(${CMAKE_FIND_PACKAGE_NAME}_NOT_FOUND_MESSAGE "LayerData has no component ${component}.")
   endif()
 endforeach()
+
+include(${CMAKE_CURRENT_LIST_DIR}/LayerDataTargets.cmake)

@@ -1,0 +1,124 @@
+#!/bin/bash
+# Installs and packs the libraries of two build trees, and uses them as a stranger's project does:
+#   check-packages.sh BUILD WINDOWS_BUILD
+# The results stay in build/package.
+set -u
+cd "$(dirname "$0")/.." || exit 1
+root=$PWD
+release=$1
+work=$root/build/package
+failures=0
+rm -rf "$work"
+mkdir -p "$work"
+
+# check NAME COMMAND...: a case that passes if the command succeeds.
+check() {
+  local name=$1
+  shift
+  if "$@" >"$work/details" 2>&1; then
+    echo "[       OK ] Package.$name (0 ms)"
+  else
+    cat "$work/details"
+    echo "[  FAILED  ] Package.$name (0 ms)"
+    failures=$((failures + 1))
+  fi
+}
+
+# fails_with TEXT COMMAND...: the command fails and says this.
+fails_with() {
+  local text=$1
+  shift
+  if "$@" >"$work/output" 2>&1; then cat "$work/output"; echo "This should have failed."; return 1; fi
+  tr -s ' \n' ' ' <"$work/output" | grep -F "$text" || { cat "$work/output"; return 1; }
+}
+
+# files FOLDER: what stands in it.
+files() { (cd "$1" && find . ! -type d | sort); }
+
+# consumer NAME OPTION...: configures the project of a user.
+consumer() { cmake -S Tests/Consumer -B "$work/$1" -G Ninja "${@:2}"; }
+
+# runs NAME EMULATOR...: builds it and runs both of its programs.
+runs() {
+  cmake --build "$work/$1" || return
+  local suffix=""
+  [ -f "$work/$1/caller" ] || suffix=.exe
+  "${@:2}" "$work/$1/consumer$suffix" | tr -d '\r' | grep -x 'LayerData 10000, difference 0' &&
+    "${@:2}" "$work/$1/caller$suffix" | tr -d '\r' | grep -x '1 row'
+}
+
+# -- The installation --
+
+prefix=$work/installed
+
+installs() {
+  cmake --install "$release" --prefix "$prefix" || return
+  for component in runtime development program documentation; do
+    cmake --install "$release" --prefix "$work/components/$component" --component "$component" || return
+    files "$work/components/$component"
+  done | sed -n '/^\.\//p' | sort >"$work/components.txt"
+  # Each file belongs to exactly one component.
+  files "$prefix" | diff - "$work/components.txt"
+}
+
+# holds COMPONENT PATTERN: it has files of this kind, and no other component has.
+holds() {
+  grep -E "$2" "$work/components.txt" >"$work/kind" && files "$work/components/$1" | grep -E "$2" | diff - "$work/kind"
+}
+
+components() {
+  holds runtime '\.so\.1$' && holds runtime '/(LICENSE|THIRD-PARTY-NOTICES\.md)$' &&
+    holds development '\.(h|pc|so)$' && holds development '\.cmake$' &&
+    holds program '/(bin|man1|completions)/layerdata' && holds documentation '/(CHANGELOG\.md|Guides/|Examples/)' &&
+    [ "$(ls "$prefix/include")" = layerdata-1 ] && [ "$(ls -m "$prefix/include/layerdata-1")" = "Core, Data, LayerData" ]
+}
+
+versions() {
+  for version in 1 1.0 1.0.0; do consumer version "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return; done
+  for version in 0.9 1.1 1.0.1 2.0; do
+    fails_with "compatible with requested version \"$version\"" \
+      consumer version "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return
+  done
+}
+
+# As the compilers outside CMake are called.
+with_pkg_config() {
+  local flags
+  flags=$(pkg-config --cflags --libs layerdata-c layerdata) || return
+  # shellcheck disable=SC2086  # a list
+  g++ -std=c++20 Tests/Consumer/Consumer.cpp $flags -o "$work/program" &&
+    LD_LIBRARY_PATH=$1 "$work/program" | grep 'difference 0'
+}
+
+# Only files of the library, and only what it has installed, go.
+uninstalls() {
+  touch "$prefix/lib/other" && cmake --build "$release" --target uninstall && files "$prefix" | diff - <(echo ./lib/other) &&
+    [ ! -e "$prefix/include/layerdata-1" ] && [ ! -e "$prefix/share/doc/LayerData" ]
+}
+
+examples() {
+  cmake -S "$prefix/share/doc/LayerData/Examples" -B "$work/examples" -G Ninja "-DCMAKE_PREFIX_PATH=$prefix" &&
+    cmake --build "$work/examples"
+}
+
+# shellcheck disable=SC2016  # no expansions
+readme_example() {
+  sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
+    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only "-I$prefix/include/layerdata-1" -x c++ -
+}
+
+check Installs installs
+check Components components
+check Found consumer by-prefix "-DCMAKE_PREFIX_PATH=$prefix"
+check Runs runs by-prefix
+check Versions versions
+check RefusesUnknownComponents fails_with "LayerData has no component Unknown." \
+  consumer component -DCOMPONENTS=Unknown "-DCMAKE_PREFIX_PATH=$prefix"
+check RefusesStaticLibraries fails_with "LayerData has only shared libraries" \
+  cmake -S . -B "$work/static" -G Ninja -DBUILD_SHARED_LIBS=OFF
+check ExamplesBuild examples
+check ReadmeExampleCompiles readme_example
+PKG_CONFIG_PATH=$prefix/lib/pkgconfig check PkgConfig with_pkg_config "$prefix/lib"
+check Uninstalls uninstalls
+
+[ "$failures" -eq 0 ]

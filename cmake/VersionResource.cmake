@@ -1,0 +1,11 @@
+# add_version_resource(TARGET FILE): the properties that Windows shows of this DLL or program.
+function(add_version_resource target file)
+  if(file MATCHES "\\.dll$")
+    set(type VFT_DLL)
+  else()
+    set(type VFT_APP)
+  endif()
+  get_filename_component(name ${file} NAME_WE)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.rc.in ${name}.rc @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${name}.rc)
+endfunction()
