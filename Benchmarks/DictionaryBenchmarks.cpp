@@ -29,6 +29,11 @@ Variant IntegerKey(std::uint64_t number) { return Variant(static_cast<std::int64
 Variant ShortTextKey(std::uint64_t number) {
   return Variant(std::to_string(number % 10'000'000'000));
 }
+/// As long as a text that the record itself holds can be.
+Variant FullTextKey(std::uint64_t number) {
+  std::string text = std::to_string(number % 10'000'000'000'000'000);
+  return Variant(text.insert(0, 16 - text.size(), '0'));
+}
 Variant LongTextKey(std::uint64_t number) {
   return Variant("a key that does not fit into the record " + std::to_string(number));
 }
@@ -57,8 +62,9 @@ void Insert(benchmark::State& state, Variant (*make)(std::uint64_t)) {
   for (auto _ : state) benchmark::DoNotOptimize(Filled(keys));
   CountItems(state);
 }
-BENCHMARK_CAPTURE(Insert, integers, IntegerKey)->Range(1'000, 1'000'000);
-BENCHMARK_CAPTURE(Insert, short_texts, ShortTextKey)->Range(1'000, 1'000'000);
+BENCHMARK_CAPTURE(Insert, integers, IntegerKey)->Arg(1'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK_CAPTURE(Insert, short_texts, ShortTextKey)->Arg(1'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK_CAPTURE(Insert, full_texts, FullTextKey)->Arg(1'000)->Arg(100'000)->Arg(1'000'000);
 BENCHMARK_CAPTURE(Insert, long_texts, LongTextKey)->Arg(100'000);
 BENCHMARK_CAPTURE(Insert, nulls, NullKey)->Range(1'000, 1'000'000);
 
@@ -71,8 +77,9 @@ void Find(benchmark::State& state, Variant (*make)(std::uint64_t)) {
       benchmark::DoNotOptimize(dictionary->Get(&key, &value, nullptr));
   CountItems(state);
 }
-BENCHMARK_CAPTURE(Find, integers, IntegerKey)->Range(1'000, 1'000'000);
-BENCHMARK_CAPTURE(Find, short_texts, ShortTextKey)->Range(1'000, 1'000'000);
+BENCHMARK_CAPTURE(Find, integers, IntegerKey)->Arg(1'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK_CAPTURE(Find, short_texts, ShortTextKey)->Arg(1'000)->Arg(100'000)->Arg(1'000'000);
+BENCHMARK_CAPTURE(Find, full_texts, FullTextKey)->Arg(1'000)->Arg(100'000)->Arg(1'000'000);
 BENCHMARK_CAPTURE(Find, long_texts, LongTextKey)->Arg(100'000);
 
 void ConfigurationSetAndEnumerate(benchmark::State& state) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -15,10 +16,11 @@ namespace Data::impl {
 /// A hash map of values. Entries can be added, given another value, or all removed at once.
 ///
 /// `entries_` holds the keys and values in the order in which they were added. `slots_` finds them:
-/// an open-addressed table with linear probing, a power of two in size and at most half full. A
-/// key's hash gives the slot where its search begins; the search goes from slot to slot until it
-/// meets an equal key or a free slot. Each slot keeps the hash of its entry, so most other keys are
-/// rejected without comparing them, and the table grows without hashing any key again.
+/// an open-addressed table with linear probing, a power of two in size and at most half full. The
+/// lower bits of a key's hash give the slot where its search begins; the search goes from slot to
+/// slot until it meets an equal key or a free slot. A slot keeps the upper bits of the hash, so
+/// most other keys are rejected without looking at them. An entry keeps its whole hash, so the
+/// table grows without hashing any key again.
 ///
 /// Hashing and comparing keys, and counting references, may run the caller's code, which may change
 /// this very map. So every change is made between two such calls, what it removes is released
@@ -27,11 +29,12 @@ class VariantMap {
  public:
   struct Entry {
     template <class Key, class Value>
-    Entry(Key&& newKey, Value&& newValue)
-        : key(std::forward<Key>(newKey)), value(std::forward<Value>(newValue)) {}
+    Entry(Key&& newKey, Value&& newValue, std::uint64_t keyHash)
+        : key(std::forward<Key>(newKey)), value(std::forward<Value>(newValue)), hash(keyHash) {}
 
     Core::Variant key;
     Core::Variant value;
+    std::uint64_t hash;
   };
 
   /// The value of an equal key.
@@ -52,28 +55,25 @@ class VariantMap {
   bool MayCallBack() const { return mayCallBack_; }
 
  private:
-  /// Refers to an entry by its number, counted from 1; 0 marks a free slot.
-  struct Slot {
-    std::uint64_t hash = 0;
-    std::uint64_t entry = 0;
-  };
+  /// The number of an entry, counted from 1, and above it the upper bits of its hash; 0 if free.
+  /// The number takes the bits of the mask, since there are more slots than entries.
+  using Slot = std::uint64_t;
 
   template <class Key, class Value>
   void Put(Key&& key, Value&& value);
-  std::size_t FirstSlot(std::uint64_t hash) const;
-  std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
+  std::uint64_t Mask() const { return slots_.size() - 1; }
+  std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & Mask(); }
   std::uint64_t Find(const Structures::_VARIANT& key) const;
   std::uint64_t Find(const Structures::_VARIANT& key, std::uint64_t hash) const {
     return FindAmong(entries_.size(), key, hash);
   }
   std::uint64_t FindAmong(std::size_t entryCount, const Structures::_VARIANT& key,
                           std::uint64_t hash) const;
-  void Occupy(Slot slot);
+  void Occupy(std::uint64_t entry, std::uint64_t hash);
   void Grow();
 
   std::vector<Entry> entries_;
   std::vector<Slot> slots_;
-  std::size_t occupied_ = 0;  ///< slots in use; keys that equal nothing have none
   std::uint64_t clears_ = 0;  ///< how often the map was cleared
   bool mayHoldObjects_ = false;
   bool mayCallBack_ = false;
@@ -110,23 +110,16 @@ void VariantMap::Put(Key&& key, Value&& value) {
       Core::Variant replaced(std::forward<Value>(value));  // released last
       return std::swap(entries_[found - 1].value, replaced);
     }
-    if (2 * (occupied_ + 1) > slots_.size()) Grow();
+    if (2 * (entries_.size() + 1) > slots_.size()) Grow();
   }
-  entries_.emplace_back(std::forward<Key>(key), std::forward<Value>(value));
-  if (hasSlot) Occupy({hash, entries_.size()});
+  entries_.emplace_back(std::forward<Key>(key), std::forward<Value>(value), hash);
+  if (hasSlot) Occupy(entries_.size(), hash);
 }
 
 inline std::vector<VariantMap::Entry> VariantMap::TakeEntries() {
   slots_ = std::vector<Slot>();
-  occupied_ = 0;
   ++clears_;
   return std::exchange(entries_, {});
-}
-
-/// The slot of a hash: the upper bits of a product, because similar keys share lower bits.
-inline std::size_t VariantMap::FirstSlot(std::uint64_t hash) const {
-  return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15) >>
-                                  (64 - std::countr_zero(slots_.size())));
 }
 
 inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key) const {
@@ -140,32 +133,31 @@ inline std::uint64_t VariantMap::FindAmong(std::size_t entryCount, const Structu
                                            std::uint64_t hash) const {
   if (slots_.empty()) return 0;
   const std::uint64_t clears = clears_;
-  const std::size_t slotCount = slots_.size();
-  for (std::size_t i = FirstSlot(hash); slots_[i].entry != 0; i = NextSlot(i)) {
-    const Slot slot = slots_[i];
-    if (slot.hash != hash || slot.entry > entryCount) continue;
-    const bool isEqual = AreEqualKeys(entries_[slot.entry - 1].key, key);
+  const std::uint64_t mask = Mask();
+  for (std::size_t i = hash & mask; slots_[i] != 0; i = NextSlot(i)) {
+    const std::uint64_t number = slots_[i] & mask;
+    const bool isOtherHash = (slots_[i] ^ hash) > mask;
+    if (isOtherHash || number > entryCount || entries_[number - 1].hash != hash) continue;
+    const bool isEqual = AreEqualKeys(entries_[number - 1].key, key);
     if (clears_ != clears) return 0;
-    if (isEqual) return slot.entry;
+    if (isEqual) return number;
     // The table has grown: start again.
-    if (slots_.size() != slotCount) return FindAmong(entryCount, key, hash);
+    if (Mask() != mask) return FindAmong(entryCount, key, hash);
   }
   return 0;
 }
 
-inline void VariantMap::Occupy(Slot slot) {
-  std::size_t i = FirstSlot(slot.hash);
-  while (slots_[i].entry != 0) i = NextSlot(i);
-  slots_[i] = slot;
-  ++occupied_;
+inline void VariantMap::Occupy(std::uint64_t entry, std::uint64_t hash) {
+  std::size_t i = hash & Mask();
+  while (slots_[i] != 0) i = NextSlot(i);
+  slots_[i] = (hash & ~Mask()) | entry;
 }
 
 inline void VariantMap::Grow() {
-  const auto old =
-      std::exchange(slots_, std::vector<Slot>(slots_.empty() ? 16 : 2 * slots_.size()));
-  occupied_ = 0;
-  for (const Slot& slot : old)
-    if (slot.entry != 0) Occupy(slot);
+  constexpr std::size_t kFewestSlots = 16;
+  slots_ = std::vector<Slot>(std::bit_ceil(std::max(kFewestSlots, 2 * (entries_.size() + 1))));
+  for (std::size_t i = 0; i < entries_.size(); ++i)
+    if (!EqualsNothing(entries_[i].key)) Occupy(i + 1, entries_[i].hash);
 }
 
 }  // namespace Data::impl
