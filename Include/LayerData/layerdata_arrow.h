@@ -78,8 +78,8 @@ typedef struct ld_arrow_options {
   /// The formats: b, c, C, s, S, i, I, l, L, f, g, u, U, z, Z, tdD, and tss:, tsm:, tsu: and tsn:
   /// with any time zone.
   const struct ArrowSchema* schema;
-  /// Null for none. Counts rows; writing counts each twice. While a stream is read, `total` is the
-  /// number of rows in the batches that have been received.
+  /// Null for none. Counts rows; writing counts each three times. While a stream is read, `total`
+  /// is the number of rows in the batches that have been received.
   ld_progress progress;
   void* progress_context;  ///< passed to `progress`
   /// Writing: whether to round, instead of failing, what a format does not hold exactly: numbers to
@@ -117,7 +117,8 @@ typedef struct ld_arrow_options {
 /// @fails with "Column %s, row %d: %s cannot be stored as %s without loss!" or "... cannot be
 ///        stored in the Arrow format "%s" without loss!", also for a text that is not UTF-8; "The
 ///        Arrow schema names a column that the table does not have!"; "The table has changed while
-///        it was read!" if an object of the caller's own class in a cell does that
+///        it was read!" if the progress function or an object of the caller's own class in a cell
+///        does that
 LD_API bool ld_table_to_arrow_stream(ld_table* table, const ld_arrow_options* options,
                                      struct ArrowArrayStream* out, ld_error** error);
 

@@ -136,8 +136,10 @@ class TableExport {
   };
 
   void ReadPlainColumns(const impl::TableImpl& table);
-  void ReadPlainRows(std::span<const Core::Ptr<impl::RowImpl>> rows);
+  void ReadPlainRows(const impl::TableImpl& table, std::int64_t first, std::int64_t count);
   bool FinishPlainColumn(std::size_t index);
+  /// The caller's code can remove rows or add some whenever it runs.
+  void CheckRowCount() const;
   void ReadOtherColumns();
   void ReadOtherRows(ArrowBatch& batch, std::int64_t first);
   template <class Visit>
@@ -169,17 +171,20 @@ TableExport::TableExport(Interfaces::ITable& table, const ld_arrow_options& opti
 
 void TableExport::Read(std::int64_t batchRows) {
   // Rows with columns that are not plain are read again, twice.
-  progress_.Start(2 * static_cast<std::uint64_t>(rowCount_));
+  progress_.Start(3 * static_cast<std::uint64_t>(rowCount_));
   for (std::int64_t first = 0; first < rowCount_; first += batchRows)
     batches_.push_back({std::min(batchRows, rowCount_ - first), {}});
   if (batches_.empty()) batches_.push_back({0, {}});
   for (ArrowBatch& batch : batches_) batch.columns.resize(columns_.size());
   if (const auto* own = Core::ExactCast<impl::TableImpl>(table_.Get())) ReadPlainColumns(*own);
   ReadOtherColumns();
-  // The caller's code, which may have run, can remove rows or add some.
+  CheckRowCount();
+  progress_.Finish();
+}
+
+void TableExport::CheckRowCount() const {
   if (table_->GetRowCount() != rowCount_)
     throw std::runtime_error("The table has changed while it was read!");
-  progress_.Finish();
 }
 
 std::vector<ArrowField> TableExport::Fields() const {
@@ -192,27 +197,29 @@ std::vector<ArrowField> TableExport::Fields() const {
 
 void TableExport::ReadPlainColumns(const impl::TableImpl& table) {
   for (Column& column : columns_) column.isPlain = column.type.format.empty();
-  std::span<const Core::Ptr<impl::RowImpl>> rows = table.Rows();
+  std::int64_t first = 0;
   for (ArrowBatch& batch : batches_) {
-    const auto count = static_cast<std::size_t>(batch.length);
-    ReadPlainRows(rows.first(count));
+    ReadPlainRows(table, first, batch.length);
     for (std::size_t i = 0; i < columns_.size(); ++i)
       if (columns_[i].isPlain) batch.columns[i] = columns_[i].plain.Take();
-    rows = rows.subspan(count);
+    first += batch.length;
   }
   for (std::size_t i = 0; i < columns_.size(); ++i)
     if (columns_[i].isPlain) columns_[i].isPlain = FinishPlainColumn(i);
 }
 
-void TableExport::ReadPlainRows(std::span<const Core::Ptr<impl::RowImpl>> rows) {
-  while (!rows.empty()) {
-    const auto block = rows.first(std::min(rows.size(), PlainColumn::kMostRows));
-    FetchObjects(block);
+void TableExport::ReadPlainRows(const impl::TableImpl& table, std::int64_t first,
+                                std::int64_t count) {
+  constexpr auto kMost = static_cast<std::int64_t>(PlainColumn::kMostRows);
+  for (const std::int64_t end = first + count; first < end; first += kMost) {
+    CheckRowCount();
+    const std::span rows(table.Rows().data() + first,
+                         static_cast<std::size_t>(std::min(kMost, end - first)));
+    FetchObjects(rows);
     for (std::size_t i = 0; i < columns_.size(); ++i)
       if (columns_[i].isPlain)
-        columns_[i].isPlain = columns_[i].plain.Add(block, static_cast<std::int32_t>(i));
-    progress_.Advance(block.size());
-    rows = rows.subspan(block.size());
+        columns_[i].isPlain = columns_[i].plain.Add(rows, static_cast<std::int32_t>(i));
+    progress_.Advance(rows.size());
   }
 }
 
@@ -233,6 +240,7 @@ bool TableExport::FinishPlainColumn(std::size_t index) {
 template <class Visit>
 void TableExport::ForEachOtherBlock(std::int64_t first, std::int64_t count, Visit&& visit) {
   for (const std::int64_t end = first + count; first < end; first += kBlockRows) {
+    CheckRowCount();
     const std::int64_t size = std::min(kBlockRows, end - first);
     for (std::size_t i = 0; i < columns_.size(); ++i)
       if (!columns_[i].isPlain)

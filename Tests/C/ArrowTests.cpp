@@ -217,6 +217,12 @@ TEST(Arrow, ReadsEveryFormat) {
       {"dictionary of texts",
        Arrow{"c", 4, {kThirdIsNull, Bytes<std::int8_t>({3, 0, 99, 2})}}.With(Texts("u")),
        "String longer than 16 bytes | String a | Null | Null"},
+      {"dictionary with indexes of 16 bits",
+       Arrow{"s", 2, {kNoBuffer, Bytes<std::int16_t>({1, 0})}}.With(Integers({4, 5})),
+       "Int32 5 | Int32 4"},
+      {"dictionary with unsigned indexes of 16 bits",
+       Arrow{"S", 2, {kNoBuffer, Bytes<std::uint16_t>({0, 1})}}.With(Integers({4, 5})),
+       "Int32 4 | Int32 5"},
       {"dictionary with wide indexes, both sliced",
        Arrow{"L", 2, {kNoBuffer, Bytes<std::uint64_t>({9, 0, 1})}, {}, 1}.With(
            Integers({1, 2, 3}).Sliced(1, 2)),
@@ -798,6 +804,36 @@ TEST(Arrow, WritesTheFormatThatFitsOrIsRequested) {
   EXPECT_EQ(unreleased, 0);
 }
 
+TEST(Arrow, EmptyColumnsHaveTheirDeclaredType) {
+  const struct {
+    ld_value_type type;
+    const char* format;
+  } kDeclared[] = {
+      {LD_VALUE_TYPE_INT64, "l"}, {LD_VALUE_TYPE_DOUBLE, "g"}, {LD_VALUE_TYPE_BOOL, "b"},
+      {LD_VALUE_TYPE_ARRAY, "z"}, {LD_VALUE_TYPE_INT16, "s"},  {LD_VALUE_TYPE_STRING, "u"},
+  };
+  const auto table = Received<ld_table>(ld_create_table);
+  std::string formats;
+  for (const auto& declared : kDeclared) {
+    const auto column = Received<ld_column>([&](ld_column** out, ld_error** error) {
+      return ld_table_add_column(table.get(), declared.format, out, error);
+    });
+    EXPECT_TRUE(ld_column_set_type(column.get(), declared.type, nullptr));
+    formats.append(formats.empty() ? "" : " ").append(declared.format);
+  }
+  for (const std::int64_t rows : {0, 1}) {
+    if (rows > 0)
+      Received<ld_row>([&](ld_row** out, ld_error** error) {
+        return ld_table_add_row(table.get(), nullptr, 0, out, error);
+      });
+    Stream stream{};
+    Export(table.get(), nullptr, &stream);
+    EXPECT_EQ(Formats(stream), formats);
+    const auto back = Imported(stream);
+    for (std::int32_t i = 0; i < 6; ++i) EXPECT_EQ(Describe(back.get(), i), rows > 0 ? "Null" : "");
+  }
+}
+
 TEST(Arrow, RefusesDatesThatNoTimestampHolds) {
   // A fraction of a microsecond asks for nanoseconds, whose 64 bits end in 2262.
   ld_variant cells[] = {Date(kEpoch + 1), Date(kEpoch + 365'000 * kTicksPerDay)};
@@ -1001,4 +1037,32 @@ TEST(Arrow, CanBeCancelled) {
   EXPECT_GT(std::exchange(cancelledCount, 0), 10);
   for (int left = 0; left < 10; ++left) call(left, read);
   EXPECT_EQ(cancelledCount, 5) << "at the beginning, after 256, 512 and 768 rows, at the end";
+}
+
+/// The progress function may call the library: also to change the table.
+TEST(Arrow, TablesMayChangeBetweenSteps) {
+  struct Change {
+    ld_table* table;
+    int callsLeft;
+    static bool Apply(void* context, std::uint64_t, std::uint64_t) {
+      auto& change = *static_cast<Change*>(context);
+      return change.callsLeft-- != 0 || ld_table_clear_rows(change.table, nullptr);
+    }
+  };
+  int failures = 0;
+  for (int calls = 0; calls < 60; ++calls) {
+    const Sample sample(500, 2);
+    Change change{sample.table.get(), calls};
+    ld_arrow_options options = Options();
+    options.progress = Change::Apply;
+    options.progress_context = &change;
+    Own<Stream> stream;
+    const auto failure = Failure([&](ld_error** error) {
+      return ld_table_to_arrow_stream(sample.table.get(), &options, &stream, error);
+    });
+    if (failure == "did not fail") continue;
+    EXPECT_EQ(failure, "The table has changed while it was read! 2") << calls;
+    ++failures;
+  }
+  EXPECT_GT(failures, 8);
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "../CallersDateTime.h"
 #include "../CallersTable.h"
 #include "../CallersText.h"
 #include "Core/Variant.h"
@@ -17,6 +18,7 @@ using Core::Ptr;
 using Core::Variant;
 using Data::Interfaces::IString;
 using Data::Interfaces::ITable;
+using Data::tests::CallersDateTime;
 using Data::tests::CallersTable;
 using Data::tests::CallersText;
 
@@ -107,6 +109,31 @@ TEST(Callers, TablesAreReadThroughTheirInterface) {
     EXPECT_TRUE(c.call(Handle(table.Get()), text, nullptr)) << c.name;
     EXPECT_EQ(text, c.result) << c.name;
   }
+}
+
+TEST(Callers, DatesAreReadThroughTheirInterface) {
+  Ptr<ITable> table;
+  Data_CreateTable(table.Receive(), nullptr);
+  table->AddColumn("d");
+  for (const char* date : {"2024-11-14T10:00:00Z", "1969-12-31T23:59:59.5Z"}) {
+    const Variant cell(Ptr<Data::Interfaces::IDateTime>(Core::MakePtr<CallersDateTime>(date)));
+    table->AddRow(&cell, 1);
+  }
+  ld_string* text = nullptr;
+  ASSERT_TRUE(ld_csv_write(Handle(table.Get()), nullptr, &text, nullptr));
+  const char* utf8 = nullptr;
+  EXPECT_TRUE(ld_string_get_utf8(text, &utf8, nullptr));
+  EXPECT_STREQ(utf8, "d\n2024-11-14T10:00:00.000000000Z\n1969-12-31T23:59:59.500000000Z\n");
+  ld_release(text);
+  const ld_column_data* data = nullptr;
+  ld_object* owner = nullptr;
+  ASSERT_TRUE(
+      ld_table_get_column_data(Handle(table.Get()), 0, 0, -1, nullptr, &data, &owner, nullptr));
+  EXPECT_EQ(data->format, LD_COLUMN_FORMAT_DATE_TIME);
+  const auto* const times = static_cast<const std::int64_t*>(data->values);
+  EXPECT_EQ(times[0], 1'731'578'400'000'000);
+  EXPECT_EQ(times[1], -500'000);
+  ld_release(owner);
 }
 
 TEST(Callers, TablesAreNotWritten) {
