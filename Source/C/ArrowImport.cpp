@@ -11,7 +11,6 @@
 
 using namespace Data;
 using namespace Data::c;
-using Core::ValueType;
 using Structures::_VARIANT;
 
 namespace {
@@ -28,21 +27,15 @@ class ArrowTable {
   impl::TableImpl& Finish();
 
  private:
-  struct ColumnNote {
-    ValueType lastType = ValueType::Null;
-    bool hasSeenNull = false;
-  };
-
   void AddColumns();
   void AddBlock(const ArrowValues& batch, std::int64_t first, std::size_t count);
-  void Note(ColumnNote& note, std::span<_VARIANT* const> cells);
 
   ArrowType type_;
   Threads progress_;
   Core::Ptr<impl::TableImpl> table_ = Core::MakePtr<impl::TableImpl>();
   /// Texts usually take about as much memory as the rows.
   Core::ObjectPool pool_{std::size_t{1} << 20};
-  std::vector<ColumnNote> notes_;
+  std::vector<impl::ColumnNote> notes_;
 };
 
 ArrowTable::ArrowTable(const ArrowSchema* schema, Progress progress) : progress_(1, progress) {
@@ -87,26 +80,14 @@ void ArrowTable::AddBlock(const ArrowValues& batch, std::int64_t first, std::siz
   for (std::size_t column = 0; column < notes_.size(); ++column) {
     std::copy_n(rows, count, indexes);
     ReadArrowCells(batch.Children()[column], {indexes, count}, {cells, count}, &pool_);
-    Note(notes_[column], {cells, count});
-    for (std::size_t i = 0; i < count; ++i) ++cells[i];
+    for (std::size_t i = 0; i < count; ++i) notes_[column].Add(Core::TypeOf(*cells[i]++));
   }
   progress_.Advance(count);
 }
 
-void ArrowTable::Note(ColumnNote& note, std::span<_VARIANT* const> cells) {
-  for (const _VARIANT* cell : cells) {
-    const ValueType type = Core::TypeOf(*cell);
-    if (type == ValueType::Null) {
-      note.hasSeenNull = true;
-    } else {
-      note.lastType = type;
-    }
-  }
-}
-
 impl::TableImpl& ArrowTable::Finish() {
   for (std::size_t i = 0; i < notes_.size(); ++i)
-    table_->Header().Columns()[i]->NoteValues(notes_[i].lastType, notes_[i].hasSeenNull);
+    table_->Header().Columns()[i]->NoteValues(notes_[i]);
   progress_.Start(static_cast<std::uint64_t>(table_->GetRowCount()));
   progress_.Finish();
   return *table_;

@@ -41,9 +41,7 @@ bool IsTime(ArrowKind kind) { return kind == ArrowKind::Date || kind == ArrowKin
 std::optional<std::int64_t> WordOf(const _VARIANT& cell, ArrowKind kind) {
   if (IsTime(kind)) {
     if (Core::TypeOf(cell) != ValueType::DateTime) return std::nullopt;
-    auto* const own = Core::ExactCast<impl::DateTimeImpl>(Core::ReferencedObject(cell));
-    const std::uint64_t ticks = own ? own->GetFileTime() : Core::GetDateTime(cell)->GetFileTime();
-    return static_cast<std::int64_t>(ticks - impl::kTicksAtPosixEpoch);
+    return static_cast<std::int64_t>(TicksOf(cell) - impl::kTicksAtPosixEpoch);
   }
   if (const auto integer = Integer::Of(cell)) {
     const bool fits = !integer->isNegative && integer->high == 0;

@@ -1,33 +1,14 @@
 #include "C/ArrowTexts.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 
+#include "C/ExactValues.h"
 #include "Core/StringFormat.h"
 
 namespace Data::c {
 
 namespace {
-
-constexpr std::uint32_t kBillion = 1'000'000'000;
-
-/// The decimal digits of an unsigned integer, whose 32-bit parts are used up.
-std::string DigitsOf(std::array<std::uint32_t, 8>& parts) {
-  std::string digits;
-  while (std::any_of(parts.begin(), parts.end(), [](std::uint32_t part) { return part != 0; })) {
-    std::uint64_t rest = 0;
-    for (std::size_t i = parts.size(); i-- > 0;) {
-      const std::uint64_t part = rest << 32 | parts[i];
-      parts[i] = static_cast<std::uint32_t>(part / kBillion);
-      rest = part % kBillion;
-    }
-    for (int i = 0; i < 9; ++i, rest /= 10) digits += static_cast<char>('0' + rest % 10);
-  }
-  digits.erase(digits.find_last_not_of('0') + 1);
-  std::reverse(digits.begin(), digits.end());
-  return digits.empty() ? "0" : digits;
-}
 
 /// ".000125" of 125 millionths; nothing for whole seconds.
 std::string FractionText(std::uint64_t fraction, std::int64_t unitsPerSecond) {
@@ -54,7 +35,7 @@ std::string DecimalText(std::string_view bytes, std::int64_t scale) {
       carry >>= 32;
     }
   }
-  const std::string digits = DigitsOf(parts);
+  const std::string digits = DecimalDigits(parts);
   std::string text = isNegative ? "-" : "";
   if (scale <= 0) {
     text += digits;

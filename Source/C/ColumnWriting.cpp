@@ -173,7 +173,7 @@ Received GivenColumn::ForEach(std::size_t first, std::size_t count, ObjectPool& 
 }
 
 void Note(ColumnImpl& column, const GivenColumn& given, const Received& received) {
-  column.NoteValues(received.values ? given.Type() : ValueType::Null, received.nulls);
+  column.NoteValues({received.values ? given.Type() : ValueType::Null, received.nulls});
 }
 
 // -- A new table --

@@ -73,22 +73,27 @@ double Integer::NearestDouble() const {
 }
 
 std::string Integer::Text() const {
-  constexpr std::uint64_t kBase = 1'000'000'000;
-  std::uint64_t limbs[] = {high >> 32, high & UINT32_MAX, low >> 32, low & UINT32_MAX};
+  const auto part = [](std::uint64_t bits) { return static_cast<std::uint32_t>(bits); };
+  std::uint32_t parts[] = {part(low), part(low >> 32), part(high), part(high >> 32)};
+  std::string text = DecimalDigits(parts);
+  if (isNegative) text.insert(0, 1, '-');
+  return text;
+}
+
+std::string DecimalDigits(std::span<std::uint32_t> parts) {
+  constexpr std::uint32_t kBillion = 1'000'000'000;
   std::string digits;  // from the last to the first
-  while (std::ranges::any_of(limbs, [](std::uint64_t limb) { return limb != 0; })) {
+  while (std::ranges::any_of(parts, [](std::uint32_t part) { return part != 0; })) {
     std::uint64_t rest = 0;
-    for (std::uint64_t& limb : limbs) {
-      const std::uint64_t part = rest << 32 | limb;
-      limb = part / kBase;
-      rest = part % kBase;
+    for (std::size_t i = parts.size(); i-- > 0;) {
+      const std::uint64_t part = rest << 32 | parts[i];
+      parts[i] = static_cast<std::uint32_t>(part / kBillion);
+      rest = part % kBillion;
     }
     for (int i = 0; i < 9; ++i, rest /= 10) digits += static_cast<char>('0' + rest % 10);
   }
-  while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
-  if (digits.empty()) digits += '0';
-  if (isNegative) digits += '-';
-  return {digits.rbegin(), digits.rend()};
+  digits.erase(digits.find_last_not_of('0') + 1);
+  return digits.empty() ? "0" : std::string(digits.rbegin(), digits.rend());
 }
 
 // -- Numbers --

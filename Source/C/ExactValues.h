@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,10 @@ struct Integer {
   double NearestDouble() const;
   std::string Text() const;
 };
+
+/// The decimal digits of an unsigned integer.
+/// @param parts  the lowest 32 bits first; 0 afterwards
+std::string DecimalDigits(std::span<std::uint32_t> parts);
 
 /// Whether a double holds an integer exactly.
 inline bool IsExactDouble(std::int64_t value) {

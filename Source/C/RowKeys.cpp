@@ -234,10 +234,10 @@ bool RowKeys::HasNull(std::size_t row) const {
 std::uint64_t RowKeys::Hash(std::size_t row) const {
   std::uint64_t hash = 0;
   for (const EqualKeys& keys : columns_) {
-    hash = (std::rotl(hash, 5) ^ keys.Hash(row)) * 0x9E3779B97F4A7C15;
+    hash = (std::rotl(hash, 5) ^ keys.Hash(row)) * kOdd;
     hash ^= hash >> 32;
   }
-  return hash * 0x9E3779B97F4A7C15;
+  return hash * kOdd;
 }
 
 bool RowKeys::AreEqual(std::size_t row, const RowKeys& other, std::size_t otherRow) const {

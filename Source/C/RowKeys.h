@@ -68,6 +68,9 @@ class OrderKeys {
   KeyTexts reader_;
 };
 
+/// Spreads the bits of a hash when multiplied with it.
+inline constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15;
+
 /// The cells of a column, to be told equal or different.
 class EqualKeys {
  public:
@@ -82,8 +85,6 @@ class EqualKeys {
   }
 
  private:
-  static constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15;
-
   struct Key {
     std::uint64_t word;
     std::uint8_t kind;  ///< 0 for Null

@@ -394,7 +394,7 @@ JsonTableResult Join(std::vector<JsonTableResult>& read, std::string_view text,
         joined.changes[column][kind].Append(std::move(read[i].changes[column][kind]), lines);
     for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
       ColumnImpl& from = read[i].table->ColumnAt(static_cast<std::int64_t>(column));
-      table.Header().Columns()[column]->NoteValues(from.GetType(), from.HasSeenNull() != 0);
+      table.Header().Columns()[column]->NoteValues({from.GetType(), from.HasSeenNull() != 0});
     }
   }
   rows.resize(rowCount);

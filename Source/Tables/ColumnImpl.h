@@ -12,6 +12,19 @@ namespace Data::impl {
 struct TableHeaderImpl;
 struct TableImpl;
 
+/// What a column learns from the values of its cells.
+struct ColumnNote {
+  Structures::ValueType lastType = Structures::ValueType::Null;  ///< of values other than Null
+  bool hasSeenNull = false;
+
+  void Add(Structures::ValueType type) {
+    if (type == Structures::ValueType::Null)
+      hasSeenNull = true;
+    else
+      lastType = type;
+  }
+};
+
 struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
   using ValueType = Structures::ValueType;
 
@@ -64,11 +77,9 @@ struct ColumnImpl final : Core::ObjectBase<Interfaces::IColumn> {
       type_ = type;
   }
   /// Like `NoteValue` for many values, for code that fills cells in place.
-  /// @param lastNonNull  type of the last value that was not Null; Null if there
-  ///                     was none
-  void NoteValues(ValueType lastNonNull, bool nullSeen) {
-    if (lastNonNull != ValueType::Null) type_ = lastNonNull;
-    if (nullSeen) hasSeenNull_ = 1;
+  void NoteValues(const ColumnNote& note) {
+    if (note.lastType != ValueType::Null) type_ = note.lastType;
+    if (note.hasSeenNull) hasSeenNull_ = 1;
   }
 
   /// Detaches the column from its table, or from its header.

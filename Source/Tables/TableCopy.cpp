@@ -20,7 +20,7 @@ bool CallsBack(ITable& table) {
 
 ColumnImpl& AddColumnLike(IColumn& source, std::string_view name, TableImpl& table) {
   ColumnImpl& column = table.AddNamedColumn(name);
-  column.NoteValues(source.GetType(), source.HasSeenNull() != 0);
+  column.NoteValues({source.GetType(), source.HasSeenNull() != 0});
   column.SetWidth(source.GetWidth());
   column.SetDecimals(source.GetDecimals());
   column.SetHidden(source.IsHidden());

@@ -83,12 +83,7 @@ void CsvRows::AddRow(const CsvLine& line, ReadValue&& readValue) {
   ColumnNote* note = notes;
   line.ForEachValue(std::min(line.ValueCount(), notes_.size()), [&](std::string_view value) {
     readValue(Trim(value), static_cast<std::size_t>(note - notes), *cell);
-    const ValueType type = Core::TypeOf(*cell++);
-    if (type == ValueType::Null) {
-      note++->hasSeenNull = true;
-    } else {
-      note++->lastType = type;
-    }
+    note++->Add(Core::TypeOf(*cell++));
   });
   // Missing values count as empty ones.
   for (; note != notes + notes_.size(); ++note) note->hasSeenNull = true;
@@ -107,7 +102,7 @@ void CsvRows::NoteChange(std::string_view value, std::size_t column, const _VARI
 
 void CsvRows::NoteTypes() const {
   for (std::size_t i = 0; i < notes_.size(); ++i)
-    table_.Header().Columns()[i]->NoteValues(notes_[i].lastType, notes_[i].hasSeenNull);
+    table_.Header().Columns()[i]->NoteValues(notes_[i]);
 }
 
 }  // namespace Data::impl

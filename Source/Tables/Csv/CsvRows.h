@@ -53,11 +53,6 @@ class CsvRows {
   void NoteTypes() const;
 
  private:
-  struct ColumnNote {
-    Core::ValueType lastType = Core::ValueType::Null;
-    bool hasSeenNull = false;
-  };
-
   void Add(const CsvLine& line);
   template <class ReadValue>
   void AddRow(const CsvLine& line, ReadValue&& readValue);
