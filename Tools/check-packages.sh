@@ -35,8 +35,11 @@ fails_with() {
 # files FOLDER: what stands in it.
 files() { (cd "$1" && find . ! -type d | sort); }
 
-# consumer NAME OPTION...: configures the project of a user.
-consumer() { cmake -S Tests/Consumer -B "$work/$1" -G Ninja "${@:2}"; }
+# consumer NAME FOLDER OPTION...: configures the project of a user, which finds the package in this folder.
+consumer() {
+  cmake -S Tests/Consumer -B "$work/$1" -G Ninja "${@:3}" &&
+    grep "^LayerData_DIR:PATH=$2/" "$work/$1/CMakeCache.txt"
+}
 
 # runs NAME EMULATOR...: builds it and runs both of its programs.
 runs() {
@@ -74,10 +77,10 @@ components() {
 }
 
 versions() {
-  for version in 1 1.0 1.0.0; do consumer version "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return; done
+  for version in 1 1.0 1.0.0; do consumer version "$prefix" "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return; done
   for version in 0.9 1.1 1.0.1 2.0; do
     fails_with "compatible with requested version \"$version\"" \
-      consumer version "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return
+      consumer version "$prefix" "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return
   done
 }
 
@@ -109,16 +112,51 @@ readme_example() {
 
 check Installs installs
 check Components components
-check Found consumer by-prefix "-DCMAKE_PREFIX_PATH=$prefix"
+check Found consumer by-prefix "$prefix" "-DCMAKE_PREFIX_PATH=$prefix"
 check Runs runs by-prefix
 check Versions versions
 check RefusesUnknownComponents fails_with "LayerData has no component Unknown." \
-  consumer component -DCOMPONENTS=Unknown "-DCMAKE_PREFIX_PATH=$prefix"
+  consumer component "$prefix" -DCOMPONENTS=Unknown "-DCMAKE_PREFIX_PATH=$prefix"
 check RefusesStaticLibraries fails_with "LayerData has only shared libraries" \
   cmake -S . -B "$work/static" -G Ninja -DBUILD_SHARED_LIBS=OFF
 check ExamplesBuild examples
 check ReadmeExampleCompiles readme_example
 PKG_CONFIG_PATH=$prefix/lib/pkgconfig check PkgConfig with_pkg_config "$prefix/lib"
 check Uninstalls uninstalls
+
+# -- Debian's packages, unpacked into a folder as into the root of a bare system --
+
+debian=$work/debian
+bare=$work/bare
+
+# Only the places of the installation change, so that nothing is compiled again.
+packs() {
+  local before status
+  before=$(sed -n 's/^CMAKE_INSTALL_PREFIX:PATH=//p' "$release/CMakeCache.txt")
+  cmake "$release" -DCMAKE_INSTALL_PREFIX=/usr && cpack --config "$release/CPackConfig.cmake" -B "$debian"
+  status=$?
+  cmake "$release" "-DCMAKE_INSTALL_PREFIX=$before"
+  return "$status"
+}
+
+unpacks() {
+  local package
+  for package in liblayerdata1 liblayerdata-dev layerdata; do
+    dpkg-deb -x "$debian/${package}"_1.0.0-1_*.deb "$bare" || return
+    dpkg-deb -c "$debian/${package}"_1.0.0-1_*.deb
+  done | sed -n 's/^[^d].* \.\//.\//p' | sed 's/ -> .*//' | sort >"$work/packed.txt"
+  # No two packages have the same file.
+  files "$bare" | diff "$work/packed.txt" -
+}
+
+multiarch=$bare/usr/lib/$(gcc -print-multiarch)
+check Debian.Packs packs
+check Debian.LintianHasNoWarnings lintian --fail-on error,warning "$debian"/*.deb
+check Debian.Unpacks unpacks
+check Debian.FoundByPrefix consumer debian-prefix "$bare" "-DCMAKE_PREFIX_PATH=$bare/usr"
+check Debian.FoundByRoot consumer debian-root "$bare" "-DCMAKE_FIND_ROOT_PATH=$bare"
+check Debian.Runs runs debian-root
+PKG_CONFIG_SYSROOT_DIR=$bare PKG_CONFIG_LIBDIR=$multiarch/pkgconfig check Debian.PkgConfig with_pkg_config "$multiarch"
+LD_LIBRARY_PATH=$multiarch check Debian.ProgramRuns "$bare/usr/bin/layerdata" describe Examples/Data/shops.csv
 
 [ "$failures" -eq 0 ]

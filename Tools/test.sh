@@ -136,7 +136,7 @@ logs=build/logs
 passed=0
 failed=0
 mkdir -p "$logs"
-packages="$BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES $DOCS_PACKAGES"
+packages="$BUILD_PACKAGES $WINDOWS_PACKAGES $CHECK_PACKAGES $PACKAGE_PACKAGES $DOCS_PACKAGES"
 # Other packages of node.js than Debian's bring npm along, and exclude Debian's.
 command -v npm >/dev/null || packages="$packages $DUCKDB_PACKAGES"
 case ${1:-} in
