@@ -373,6 +373,18 @@ TEST(CWriting, ReadsBackWhatWasRead) {
   }
 }
 
+TEST(CWriting, ReadsBackRealFiles) {
+  for (const char* const name : {"airports.csv", "seattle-weather.csv"}) {
+    const std::string text = ReadFile(std::filesystem::path(LAYERDATA_EXAMPLE_DATA) / name);
+    ASSERT_GT(text.size(), 40'000u) << name;
+    const auto table = Read(text, ",", LD_HEADER_LINE_DETECT);
+    const std::string written = Written(table.get(), Csv());
+    EXPECT_EQ(Contents(Read(written, ",", LD_HEADER_LINE_DETECT).get()), Contents(table.get()));
+    const std::string json = Written(table.get(), Json());
+    EXPECT_EQ(Contents(ReadJson(json).get()), Contents(table.get())) << name;
+  }
+}
+
 TEST(CWriting, ReadsBackAnyTableWithTheRightOptions) {
   Random random(12);
   const auto text = [&] {
