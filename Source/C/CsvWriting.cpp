@@ -167,7 +167,7 @@ bool ExactCsvRows::AppendCell(Row& row, const _VARIANT& cell, std::size_t column
   switch (Core::KindOf(Core::TypeOf(cell))) {
     case Core::ValueKind::SignedInteger:
       if (Core::TypeOf(cell) != ValueType::Int64) break;
-      impl::AppendJsonInteger(text, static_cast<std::int64_t>(cell.value[0]));
+      impl::AppendInteger(text, static_cast<std::int64_t>(cell.value[0]));
       return true;
     case Core::ValueKind::Real:
       AppendReal(cell, text);

@@ -42,9 +42,9 @@ void AppendDocument(std::string_view content, TextBuffer& text) {
 
 void AppendInteger(const _VARIANT& cell, TextBuffer& text) {
   if (Core::TypeOf(cell) == Core::ValueType::Int64) {
-    impl::AppendJsonInteger(text, static_cast<std::int64_t>(cell.value[0]));
+    impl::AppendInteger(text, static_cast<std::int64_t>(cell.value[0]));
   } else if (const auto value = ExactInt64(cell)) {
-    impl::AppendJsonInteger(text, *value);
+    impl::AppendInteger(text, *value);
   } else {
     impl::AppendJsonString(text, ExactText(cell));
   }

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
-#include "Core/ExactCast.h"
 #include "Tables/TableImpl.h"
+#include "Text/Digits.h"
 
 namespace Data::c {
 
 using Core::ValueType;
 using impl::CalendarFields;
 using impl::DateTimeImpl;
+using impl::OwnDateTime;
 using impl::TextBuffer;
 using Structures::_VARIANT;
 
@@ -22,22 +23,6 @@ bool IsReadable(const CalendarFields& fields) {
          fields.day != 0 && fields.day <= kTwoDigits && fields.hour <= kTwoDigits &&
          fields.minute <= kTwoDigits && fields.second <= kTwoDigits &&
          fields.millisecond <= kThreeDigits;
-}
-
-char* PutNumber(char* to, std::uint32_t value, int width) {
-  for (char* digit = to + width; digit != to; value /= 10)
-    *--digit = static_cast<char>('0' + value % 10);
-  return to + width;
-}
-
-char* PutMark(char* to, char mark) {
-  *to = mark;
-  return to + 1;
-}
-
-DateTimeImpl* OwnDateTime(const _VARIANT& cell) {
-  if (Core::TypeOf(cell) != ValueType::DateTime) return nullptr;
-  return Core::ExactCast<DateTimeImpl>(Core::ReferencedObject(cell));
 }
 
 /// Clears the marks of columns that have a date-time with a time in these rows.
@@ -82,27 +67,21 @@ bool ExactDateTime::IsDate() const {
 }
 
 void ExactDateTime::Append(bool asDate, TextBuffer& text) const {
-  if (!IsReadable(fields_)) {
-    const auto display = impl::Iso8601Text::DateTime(fields_);
-    const std::string_view view = display;
-    return text.EndAt(std::copy(view.begin(), view.end(), text.Tail(view.size())));
-  }
-  constexpr std::size_t kMostBytes = 28;  // 2024-11-14T10:20:30.1234567Z
-  char* end = text.Tail(kMostBytes);
-  end = PutMark(PutNumber(end, fields_.year, 4), '-');
-  end = PutMark(PutNumber(end, fields_.month, 2), '-');
-  end = PutNumber(end, fields_.day, 2);
-  if (asDate) return text.EndAt(end);
-  end = PutMark(PutNumber(PutMark(end, 'T'), fields_.hour, 2), ':');
-  end = PutMark(PutNumber(end, fields_.minute, 2), ':');
-  end = PutNumber(end, fields_.second, 2);
+  char* const begin = text.Tail(impl::kIso8601Room);
+  if (!IsReadable(fields_)) return text.EndAt(impl::PutIso8601DateTime(begin, fields_));
+  if (asDate) return text.EndAt(impl::PutIso8601Date(begin, fields_));
+  constexpr std::ptrdiff_t kSeconds = 19;  // 2024-11-14T10:20:30
+  impl::PutIso8601DateTime(begin, fields_);
+  char* end = begin + kSeconds;
   if (ticks_ != 0) {
     const std::uint32_t ticks = fields_.millisecond * 10'000u + ticks_;
-    end = PutNumber(PutMark(end, '.'), ticks, 7);
+    end = impl::PutEightDigits(end, impl::EightDigits(ticks));
+    begin[kSeconds] = '.';
   } else if (fields_.millisecond != 0) {
-    end = PutNumber(PutMark(end, '.'), fields_.millisecond, 3);
+    end += 4;
   }
-  text.EndAt(PutMark(end, 'Z'));
+  *end = 'Z';
+  text.EndAt(end + 1);
 }
 
 DateColumns::DateColumns(const impl::TableCursor& table, Core::Parts& parts)

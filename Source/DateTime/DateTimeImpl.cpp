@@ -31,8 +31,12 @@ std::int32_t WrappingProduct(std::int32_t value, std::uint32_t factor) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(value) * factor);
 }
 
-void MakeText(std::string_view text, IString** out) {
-  if (out) *out = Core::MakeString(text).Detach();
+void MakeText(char* (*put)(char*, const CalendarFields&), const CalendarFields& fields,
+              IString** out) {
+  if (!out) return;
+  char text[kIso8601Room];
+  const char* const end = put(text, fields);
+  *out = Core::MakeString({text, static_cast<std::size_t>(end - text)}).Detach();
 }
 
 /// The fields that `CompareByUnit` compares, in order. It starts at the field of the unit and ends
@@ -178,13 +182,13 @@ bool DateTimeImpl::SetTimeZone(const char* name) {
   return true;
 }
 
-void DateTimeImpl::ToIso8601(IString** out) { MakeText(Iso8601Text::DateTime(fields_), out); }
+void DateTimeImpl::ToIso8601(IString** out) { MakeText(PutIso8601DateTime, fields_, out); }
 
-void DateTimeImpl::ToIso8601Time(IString** out) { MakeText(Iso8601Text::Time(fields_), out); }
+void DateTimeImpl::ToIso8601Time(IString** out) { MakeText(PutIso8601Time, fields_, out); }
 
-void DateTimeImpl::ToIso8601Date(IString** out) { MakeText(Iso8601Text::Date(fields_), out); }
+void DateTimeImpl::ToIso8601Date(IString** out) { MakeText(PutIso8601Date, fields_, out); }
 
-void DateTimeImpl::ToIso8601Basic(IString** out) { MakeText(Iso8601Text::Basic(fields_), out); }
+void DateTimeImpl::ToIso8601Basic(IString** out) { MakeText(PutIso8601Basic, fields_, out); }
 
 std::uint64_t DateTimeImpl::GetStartOf(DateTimeUnit unit) {
   CalendarFields start = fields_;

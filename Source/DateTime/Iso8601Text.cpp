@@ -1,60 +1,70 @@
 #include "DateTime/Iso8601Text.h"
 
+#include <algorithm>
 #include <cstring>
+
+#include "Text/Digits.h"
 
 namespace Data::impl {
 
-Iso8601Text Iso8601Text::DateTime(const CalendarFields& fields) {
-  Iso8601Text text;
-  return text.AddDate(fields).AddTime(fields);
-}
+namespace {
 
-Iso8601Text Iso8601Text::Time(const CalendarFields& fields) {
-  Iso8601Text text;
-  return text.AddTime(fields);
-}
-
-Iso8601Text Iso8601Text::Date(const CalendarFields& fields) {
-  Iso8601Text text;
-  return text.AddDate(fields);
-}
-
-Iso8601Text Iso8601Text::Basic(const CalendarFields& fields) {
-  Iso8601Text text;
-  text.Number(fields.year, 4).Number(fields.month, 2).Number(fields.day, 2).Mark('T');
-  return text.Number(fields.hour, 2).Number(fields.minute, 2).Number(fields.second, 2).Mark('Z');
-}
-
-Iso8601Text& Iso8601Text::AddDate(const CalendarFields& fields) {
-  Number(fields.year, 4).Mark('-').Number(fields.month, 2).Mark('-');
-  return Number(fields.day, 2);
-}
-
-Iso8601Text& Iso8601Text::AddTime(const CalendarFields& fields) {
-  Mark('T').Number(fields.hour, 2).Mark(':').Number(fields.minute, 2).Mark(':');
-  Number(fields.second, 2).Mark('.');
-  return Number(static_cast<std::int32_t>(NanosecondsOf(fields)), 9).Mark('Z');
-}
-
-Iso8601Text& Iso8601Text::Mark(char mark) {
-  text_[length_++] = mark;
-  return *this;
+char* PutMark(char* to, char mark) {
+  *to = mark;
+  return to + 1;
 }
 
 /// Like printf's "%0*d".
-Iso8601Text& Iso8601Text::Number(std::int32_t value, int width) {
-  char digits[12];
-  char* const end = digits + sizeof digits;
-  char* begin = end;
-  const bool negative = value < 0;
-  auto rest = static_cast<std::uint32_t>(value);
-  if (negative) rest = 0 - rest;
-  for (; rest != 0 || end - begin < width - negative; rest /= 10)
-    *--begin = static_cast<char>('0' + rest % 10);
-  if (negative) *--begin = '-';
-  std::memcpy(text_ + length_, begin, static_cast<std::size_t>(end - begin));
-  length_ += static_cast<std::size_t>(end - begin);
-  return *this;
+char* PutPadded(char* to, std::int32_t value, int width) {
+  const bool isNegative = value < 0;
+  const auto word = static_cast<std::uint32_t>(value);
+  char digits[kIntegerRoom];
+  const char* const end = PutInteger(digits, std::uint64_t{isNegative ? 0 - word : word});
+  if (isNegative) *to++ = '-';
+  const auto zeros = width - isNegative - (end - digits);
+  if (zeros > 0) to = std::fill_n(to, zeros, '0');
+  return std::copy(static_cast<const char*>(digits), end, to);
+}
+
+char* PutPair(char* to, std::uint16_t value) {
+  return value < 100 ? PutTwoDigits(to, value) : PutPadded(to, value, 2);
+}
+
+char* PutYear(char* to, std::uint16_t year) {
+  if (year >= 10'000) return PutPadded(to, year, 4);
+  return PutTwoDigits(PutTwoDigits(to, year / 100u), year % 100u);
+}
+
+char* PutNanoseconds(char* to, const CalendarFields& fields) {
+  const std::uint32_t milliseconds = fields.millisecond;
+  if (milliseconds >= 1000)
+    return PutPadded(to, static_cast<std::int32_t>(NanosecondsOf(fields)), 9);
+  return PutMark(PutEightDigits(to, EightDigits(milliseconds * 100'000)), '0');
+}
+
+}  // namespace
+
+char* PutIso8601Date(char* to, const CalendarFields& fields) {
+  to = PutMark(PutYear(to, fields.year), '-');
+  to = PutMark(PutPair(to, fields.month), '-');
+  return PutPair(to, fields.day);
+}
+
+char* PutIso8601Time(char* to, const CalendarFields& fields) {
+  to = PutMark(PutPair(PutMark(to, 'T'), fields.hour), ':');
+  to = PutMark(PutPair(to, fields.minute), ':');
+  to = PutMark(PutPair(to, fields.second), '.');
+  return PutMark(PutNanoseconds(to, fields), 'Z');
+}
+
+char* PutIso8601DateTime(char* to, const CalendarFields& fields) {
+  return PutIso8601Time(PutIso8601Date(to, fields), fields);
+}
+
+char* PutIso8601Basic(char* to, const CalendarFields& fields) {
+  to = PutPair(PutPair(PutYear(to, fields.year), fields.month), fields.day);
+  to = PutPair(PutPair(PutMark(to, 'T'), fields.hour), fields.minute);
+  return PutMark(PutPair(to, fields.second), 'Z');
 }
 
 }  // namespace Data::impl

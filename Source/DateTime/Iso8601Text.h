@@ -1,32 +1,21 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "DateTime/Calendar.h"
 
+/// Calendar fields as ISO 8601 text. Fields are padded with zeros and never truncated.
 namespace Data::impl {
 
-/// Calendar fields as ISO 8601 text, in a buffer inside the object. Fields are padded with zeros
-/// and never truncated.
-class Iso8601Text {
- public:
-  static Iso8601Text DateTime(const CalendarFields& fields);  ///< 2024-11-14T10:20:30.123000000Z
-  static Iso8601Text Time(const CalendarFields& fields);      ///< T10:20:30.123000000Z
-  static Iso8601Text Date(const CalendarFields& fields);      ///< 2024-11-14
-  static Iso8601Text Basic(const CalendarFields& fields);     ///< 20241114T102030Z
+/// The longest text of any fields.
+constexpr std::size_t kIso8601Room = 56;
 
-  operator std::string_view() const { return {text_, length_}; }
-
- private:
-  Iso8601Text& Number(std::int32_t value, int width);
-  Iso8601Text& Mark(char mark);
-  Iso8601Text& AddDate(const CalendarFields& fields);
-  Iso8601Text& AddTime(const CalendarFields& fields);
-
-  std::size_t length_ = 0;
-  char text_[56];
-};
+// These write where the caller has room, and return the end of the text.
+char* PutIso8601Date(char* to, const CalendarFields& fields);      ///< 2024-11-14
+char* PutIso8601Time(char* to, const CalendarFields& fields);      ///< T10:20:30.123000000Z
+char* PutIso8601DateTime(char* to, const CalendarFields& fields);  ///< both
+char* PutIso8601Basic(char* to, const CalendarFields& fields);     ///< 20241114T102030Z
 
 /// The millisecond field in nanoseconds.
 constexpr std::uint32_t NanosecondsOf(const CalendarFields& fields) {

@@ -1,6 +1,7 @@
 #include "Documents/JsonWriter.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 
@@ -40,29 +41,30 @@ void AppendEscape(TextBuffer& buffer, char byte) {
   buffer.Append({escape, letter == 'u' ? sizeof escape : 2});
 }
 
-/// Writes a number of at most six decimals and 15 digits, as most measured values are. Different
+/// Writes a number of at most nine decimals and 15 digits, as most measured values are. Different
 /// numbers of at most 15 digits are different doubles, so this text is the shortest.
-/// @return the end of the text; null for any other number
-char* WriteShortDecimal(char* to, double magnitude) {
-  constexpr int kDecimals = 6;
-  constexpr double kScale = 1e6, kLimit = 1e15;
+/// @return the end of the text; null for any other number, and for one that has an exponent
+char* PutShortDecimal(char* to, double magnitude) {
   constexpr double kRounder = 0x1p52;  // adding and subtracting it rounds to an integer
-  if (!(magnitude < kLimit / kScale)) return nullptr;
-  const double whole = magnitude * kScale + kRounder - kRounder;
-  if (whole / kScale != magnitude) return nullptr;
+  constexpr std::uint64_t kUnit = 1'000'000'000, kLeast = 1'000;  // billionths
+  const bool isLarge = magnitude >= 1e6;
+  const double scale = isLarge ? 1e6 : 1e9;
+  if (!(magnitude < 1e9)) return nullptr;
+  const double rounded = magnitude * scale + kRounder - kRounder;
+  if (rounded / scale != magnitude) return nullptr;
 
-  const auto scaled = static_cast<std::uint64_t>(whole);
-  constexpr auto kUnit = static_cast<std::uint64_t>(kScale);
-  char* const point = std::to_chars(to, to + 16, scaled / kUnit).ptr;
-  // The leading 1 keeps the zeros after it; the point then overwrites it.
-  char* end = std::to_chars(point, point + 1 + kDecimals, kUnit + scaled % kUnit).ptr;
-  *point = '.';
-  while (end[-1] == '0' && end - point > 2) --end;
-  return end;
+  const std::uint64_t billionths = static_cast<std::uint64_t>(rounded) * (isLarge ? 1'000 : 1);
+  if (billionths < kLeast && billionths != 0) return nullptr;
+  char* const point = PutInteger(to, billionths / kUnit);
+  const auto fraction = static_cast<std::uint32_t>(billionths % kUnit);
+  const std::uint64_t digits = EightDigits(fraction % 100'000'000);  // after the first
+  point[0] = '.';
+  point[1] = static_cast<char>('0' + fraction / 100'000'000);
+  return PutEightDigits(point + 2, digits) - std::countl_zero(digits) / 8;
 }
 
 /// Writes any number, in rapidjson's notation.
-char* WriteShortest(char* to, double magnitude) {
+char* PutShortest(char* to, double magnitude) {
   char scientific[32];  // d.ddde+dd
   char* const end =
       std::to_chars(scientific, std::end(scientific), magnitude, std::chars_format::scientific).ptr;
@@ -92,19 +94,12 @@ void AppendJsonString(TextBuffer& buffer, std::string_view text) {
   buffer.Put('"');
 }
 
-void AppendJsonInteger(TextBuffer& buffer, std::int64_t value) {
-  constexpr std::size_t kMaxLength = 20;
-  char* const begin = buffer.Tail(kMaxLength);
-  buffer.EndAt(std::to_chars(begin, begin + kMaxLength, value).ptr);
-}
-
 bool AppendJsonDouble(TextBuffer& buffer, double value) {
   if (!std::isfinite(value)) return false;
-  constexpr std::size_t kMaxLength = 32;
-  char* begin = buffer.Tail(kMaxLength);
-  if (std::signbit(value)) *begin++ = '-';
-  char* const end = WriteShortDecimal(begin, std::fabs(value));
-  buffer.EndAt(end ? end : WriteShortest(begin, std::fabs(value)));
+  constexpr std::size_t kMostBytes = 32;
+  char* const begin = PutSign(buffer.Tail(kMostBytes), std::signbit(value));
+  char* const end = PutShortDecimal(begin, std::fabs(value));
+  buffer.EndAt(end ? end : PutShortest(begin, std::fabs(value)));
   return true;
 }
 

@@ -4,14 +4,12 @@
 #include <string_view>
 
 #include "Documents/RapidJson.h"
-#include "Text/TextBuffer.h"
+#include "Text/NumberText.h"
 
 namespace Data::impl {
 
 /// Appends a text as a JSON string, quotes included.
 void AppendJsonString(TextBuffer& buffer, std::string_view text);
-
-void AppendJsonInteger(TextBuffer& buffer, std::int64_t value);
 
 /// Appends the shortest text that reads back as the same double, in rapidjson's
 /// notation: 1.0, 1e30, 1.5e-7.
@@ -45,7 +43,7 @@ inline bool Data::impl::JsonWriter::WriteDouble(double value) {
 
 template <>
 inline bool Data::impl::JsonWriter::WriteInt64(std::int64_t value) {
-  Data::impl::AppendJsonInteger(*os_, value);
+  Data::impl::AppendInteger(*os_, value);
   return true;
 }
 

@@ -10,6 +10,16 @@ using Structures::_VARIANT;
 
 namespace {
 
+/// Appends a date-time of the library's own as a string, which needs no escapes.
+/// @return false for any other cell
+bool AppendQuotedDateTime(const _VARIANT& cell, TextBuffer& text) {
+  const std::size_t size = text.Size();
+  text.Put('"');
+  if (AppendOwnDateTime(cell, text)) return text.Put('"'), true;
+  text.CutTo(size);
+  return false;
+}
+
 struct JsonCells {
   const TableCursor& table;
 
@@ -24,11 +34,14 @@ bool JsonCells::Append(Row& row, const _VARIANT& cell, std::size_t column, TextB
     case ValueKind::SignedInteger:
     case ValueKind::UnsignedInteger:
     case ValueKind::WideInteger:  // by its low word
-      return AppendJsonInteger(text, Core::ToInt64(cell)), true;
+      return AppendInteger(text, Core::ToInt64(cell)), true;
     case ValueKind::Real:
       return AppendJsonReal(text, Core::ToDouble(cell), table, column), true;
     case ValueKind::Bool:
       return text.Append(Core::ToBool(cell) ? "true" : "false"), true;
+    case ValueKind::DateTime:
+      if (AppendQuotedDateTime(cell, text)) return true;
+      [[fallthrough]];
     default:
       return row.UseText(cell, [&](std::string_view value) { AppendJsonString(text, value); });
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -94,15 +95,18 @@ bool PlainRow::UseText(const Structures::_VARIANT& cell, Use&& use) const {
   Core::IObject* const object = Core::ReferencedObject(cell);
   const ValueType type = Core::TypeOf(cell);
   if (!object) return UseTextWithoutObject(cell, use);
-  if (type == ValueType::String)
-    if (auto* const string = Core::ExactCast<MultiByteStringImpl>(object)) {
-      const auto text = string->StoredUtf8();
-      if (text) use(*text);
-      return text.has_value();
-    }
-  auto* const dateTime =
-      type == ValueType::DateTime ? Core::ExactCast<DateTimeImpl>(object) : nullptr;
-  if (dateTime) use(Iso8601Text::DateTime(dateTime->Fields()));
+  auto* const string =
+      type == ValueType::String ? Core::ExactCast<MultiByteStringImpl>(object) : nullptr;
+  const auto text = string ? string->StoredUtf8() : std::nullopt;
+  if (text) use(*text);
+  return text.has_value();
+}
+
+/// Appends the display text of a date-time of the library's own.
+/// @return false for any other cell
+inline bool AppendOwnDateTime(const Structures::_VARIANT& cell, TextBuffer& text) {
+  const DateTimeImpl* const dateTime = OwnDateTime(cell);
+  if (dateTime) text.EndAt(PutIso8601DateTime(text.Tail(kIso8601Room), dateTime->Fields()));
   return dateTime != nullptr;
 }
 

@@ -82,6 +82,12 @@ class TableCursor {
   std::vector<Core::Ptr<Interfaces::IRow>> rows_;
 };
 
+/// The date-time that a cell refers to if it is of the library's own class, which never calls back.
+inline DateTimeImpl* OwnDateTime(const Structures::_VARIANT& cell) {
+  if (Core::TypeOf(cell) != Core::ValueType::DateTime) return nullptr;
+  return Core::ExactCast<DateTimeImpl>(Core::ReferencedObject(cell));
+}
+
 /// Calls `use` with the display text of a cell that refers to no object.
 /// @return true
 template <class Use>
@@ -102,15 +108,11 @@ bool TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
   Core::IObject* const object = Core::ReferencedObject(cell);
   const ValueType type = Core::TypeOf(cell);
   if (!object) return UseTextWithoutObject(cell, use);
-  // Nearly all objects are the library's own strings and date-times, which never call back.
+  // Nearly all objects are the library's own strings, which never call back.
   auto* const string =
       type == ValueType::String ? Core::ExactCast<MultiByteStringImpl>(object) : nullptr;
-  auto* const dateTime =
-      type == ValueType::DateTime ? Core::ExactCast<DateTimeImpl>(object) : nullptr;
   if (string) {
     use(Core::Utf8View(*string));
-  } else if (dateTime) {
-    use(Iso8601Text::DateTime(dateTime->Fields()));
   } else {
     use(TextOfOtherObject(cell));
   }

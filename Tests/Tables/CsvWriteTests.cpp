@@ -1,3 +1,8 @@
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <random>
+
 #include "CsvSupport.h"
 #include "Script.h"
 #include "TableSupport.h"
@@ -29,6 +34,36 @@ TEST(CsvWrite, WritesOtherCellsAsTheirDisplayText) {
     EXPECT_EQ(Write(MakeTable({"a", "b"}, {{ValueOf(c.fields[0]), 1}}), ",", true), c[1])
         << c.where;
   EXPECT_EQ(Write(MakeTable({"a"}, {{1.5}}), "."), "a\n1.500000") << "numbers are never quoted";
+}
+
+TEST(CsvWrite, RoundsNumbersToSixDecimalsAsPrintfDoes) {
+  std::mt19937_64 random(7);
+  const auto table = MakeTable({"x"});
+  std::string expected = "x";
+  const auto add = [&](double value) {
+    char digits[400];
+    const auto format = std::chars_format::fixed;
+    char* const end = std::to_chars(digits, std::end(digits), value, format, 6).ptr;
+    expected += "\n" + std::string(digits, end);
+    const Variant cell(value);
+    table->AddRow(&cell, 1);
+  };
+  const auto addNeighbours = [&](double value) {
+    for (const double bound : {0.0, value, 1e308}) add(std::nextafter(value, bound));
+    add(-value);
+  };
+  for (int i = 0; i < 20'000; ++i) {
+    const auto bits = random();
+    const auto number = static_cast<std::int64_t>(bits) >> (11 + i % 53);
+    add(std::bit_cast<double>(bits));                           // any exponent
+    add(static_cast<double>(number) / 1e7);                     // as measured
+    addNeighbours(static_cast<double>(number) / 1e6 + 0.5e-6);  // nearly half
+    addNeighbours(static_cast<double>(number | 1) / 128);       // exactly half: x.xxxxxx5
+    addNeighbours(std::floor(std::fabs(static_cast<double>(number)) / 1e6) + 0.9999995);  // carries
+  }
+  for (int exponent = -1074; exponent < 1024; ++exponent) addNeighbours(std::ldexp(1, exponent));
+  for (const double value : {0.0, -0.0, -1e-9, HUGE_VAL, -HUGE_VAL, std::nan("")}) add(value);
+  EXPECT_TRUE(Write(table) == expected);
 }
 
 TEST(CsvWrite, SeparatesRowsAndNamesColumns) {

@@ -1,9 +1,8 @@
 #include "Tables/Csv/CsvWriter.h"
 
-#include <charconv>
-
 #include "Tables/Csv/CsvText.h"
 #include "Tables/RowsText.h"
+#include "Text/NumberText.h"
 
 namespace Data::impl {
 
@@ -37,20 +36,20 @@ class CsvRows final : public RowFormatOf<CsvRows> {
 
 template <class Row>
 bool CsvRows::AppendCell(Row& row, const _VARIANT& cell, TextBuffer& text) const {
-  constexpr std::size_t kMostDigits = 20;
   switch (Core::TypeOf(cell)) {
     case ValueType::Null:
       return true;
-    case ValueType::Int64: {
-      char* const digits = text.Tail(kMostDigits);
-      const auto value = static_cast<std::int64_t>(cell.value[0]);
-      text.EndAt(std::to_chars(digits, digits + kMostDigits, value).ptr);
-      return true;
-    }
+    case ValueType::Int64:
+      return AppendInteger(text, static_cast<std::int64_t>(cell.value[0])), true;
+    case ValueType::Double:
+      return AppendFixed(text, Core::detail::StoredDouble(cell)), true;
     case ValueType::String:
     case ValueType::JsonDocument:
     case ValueType::XmlDocument:
       return row.UseText(cell, [&](std::string_view value) { AppendText(value, text); });
+    case ValueType::DateTime:
+      if (AppendOwnDateTime(cell, text)) return true;
+      [[fallthrough]];
     default:
       return row.UseText(cell, [&](std::string_view value) { text.Append(value); });
   }
