@@ -1,7 +1,6 @@
 #include "Containers/VariantHash.h"
 
 #include <bit>
-#include <cstring>
 #include <string>
 
 #include "Containers/CallingBack.h"
@@ -15,14 +14,15 @@ using Structures::_VARIANT;
 
 namespace {
 
-constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+constexpr std::uint64_t kOffsetBasis = 0xcbf29ce484222325;
+constexpr std::uint64_t kPrime = 0x100000001b3;
 
-/// Spreads the bits of a word over the whole result; different words give different results. That
-/// of 0 is not 0, so that a wide integer has another hash than a narrow one of the same value.
+/// FNV-1a over the word's bytes, least significant first, plus an offset that keeps numbers apart
+/// from short texts of the same bytes.
 constexpr std::uint64_t HashWord(std::uint64_t word) {
-  word += kFactor;
-  word = (word ^ word >> 32) * kFactor;
-  return word ^ word >> 32;
+  std::uint64_t hash = kOffsetBasis;
+  for (int shift = 0; shift < 64; shift += 8) hash = (hash ^ (word >> shift & 0xFF)) * kPrime;
+  return hash + 0x9E3779B900000000;
 }
 
 std::uint64_t HashWide(const WideInteger& value) {
@@ -76,16 +76,8 @@ bool AreEqualWhileHeld(const _VARIANT& left, const _VARIANT& right) {
 }  // namespace
 
 std::uint64_t HashText(std::string_view text) {
-  std::uint64_t hash = text.size() * kFactor;
-  const auto add = [&hash](std::uint64_t word) { hash = HashWord(hash ^ word); };
-  for (; text.size() > kInlineTextCapacity; text.remove_prefix(sizeof(std::uint64_t))) {
-    std::uint64_t word;
-    std::memcpy(&word, text.data(), sizeof word);
-    add(word);
-  }
-  const _VARIANT rest = MakeInlineText(text);
-  add(rest.value[0]);
-  add(rest.value[1]);
+  std::uint64_t hash = kOffsetBasis;
+  for (const char byte : text) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
   return hash;
 }
 

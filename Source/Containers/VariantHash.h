@@ -9,7 +9,7 @@
 /// references to the caller's objects while they call them.
 namespace Data::impl {
 
-/// A hash of the bytes of a text; the same on every platform.
+/// 64-bit FNV-1a over the bytes of a text; the same on every platform.
 std::uint64_t HashText(std::string_view text);
 
 /// Integers of up to 64 bits, Bool included, hash by the first word of their payload, whatever

@@ -4,6 +4,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -17,10 +19,11 @@ namespace Data::impl {
 ///
 /// `entries_` holds the keys and values in the order in which they were added. `slots_` finds them:
 /// an open-addressed table with linear probing, a power of two in size and at most half full. The
-/// lower bits of a key's hash give the slot where its search begins; the search goes from slot to
-/// slot until it meets an equal key or a free slot. A slot keeps the upper bits of the hash, so
-/// most other keys are rejected without looking at them. An entry keeps its whole hash, so the
-/// table grows without hashing any key again.
+/// lower bits of a key's spread hash give the slot where its search begins; the search goes from
+/// slot to slot until it meets an equal key or a free slot. A slot keeps the next bits of the hash,
+/// so most other keys are rejected without looking at them, and is as small as that allows: waiting
+/// for it takes most of the time of a search. An entry keeps the whole hash, so the table grows
+/// without hashing any key again.
 ///
 /// Hashing and comparing keys, and counting references, may run the caller's code, which may change
 /// this very map. So every change is made between two such calls, what it removes is released
@@ -55,12 +58,13 @@ class VariantMap {
   bool MayCallBack() const { return mayCallBack_; }
 
  private:
-  /// The number of an entry, counted from 1, and above it the upper bits of its hash; 0 if free.
-  /// The number takes the bits of the mask, since there are more slots than entries.
-  using Slot = std::uint64_t;
+  /// The number of an entry, counted from 1, and above it bits of its hash; 0 if free. The number
+  /// takes the bits of the mask, since there are more slots than entries.
+  using Slot = std::uint32_t;
 
   template <class Key, class Value>
   void Put(Key&& key, Value&& value);
+  static std::uint64_t SpreadHashOf(const Structures::_VARIANT& key);
   std::uint64_t Mask() const { return slots_.size() - 1; }
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & Mask(); }
   std::uint64_t Find(const Structures::_VARIANT& key) const;
@@ -97,7 +101,7 @@ inline void VariantMap::Set(const Structures::_VARIANT& key, const Structures::_
 
 template <class Key, class Value>
 void VariantMap::Put(Key&& key, Value&& value) {
-  const std::uint64_t hash = HashOf(key);
+  const std::uint64_t hash = SpreadHashOf(key);
   const bool hasSlot = !EqualsNothing(key);
   if (hasSlot) {
     const std::size_t entryCount = entries_.size();
@@ -122,8 +126,15 @@ inline std::vector<VariantMap::Entry> VariantMap::TakeEntries() {
   return std::exchange(entries_, {});
 }
 
+/// The hash of a key, spread over all bits, because similar keys share lower bits of their hashes.
+/// Different hashes stay different.
+inline std::uint64_t VariantMap::SpreadHashOf(const Structures::_VARIANT& key) {
+  const std::uint64_t product = HashOf(key) * 0x9E3779B97F4A7C15;
+  return product ^ product >> 32;
+}
+
 inline std::uint64_t VariantMap::Find(const Structures::_VARIANT& key) const {
-  const std::uint64_t hash = HashOf(key);
+  const std::uint64_t hash = SpreadHashOf(key);
   return EqualsNothing(key) ? 0 : Find(key, hash);
 }
 
@@ -136,7 +147,7 @@ inline std::uint64_t VariantMap::FindAmong(std::size_t entryCount, const Structu
   const std::uint64_t mask = Mask();
   for (std::size_t i = hash & mask; slots_[i] != 0; i = NextSlot(i)) {
     const std::uint64_t number = slots_[i] & mask;
-    const bool isOtherHash = (slots_[i] ^ hash) > mask;
+    const bool isOtherHash = (slots_[i] ^ static_cast<Slot>(hash)) > mask;
     if (isOtherHash || number > entryCount || entries_[number - 1].hash != hash) continue;
     const bool isEqual = AreEqualKeys(entries_[number - 1].key, key);
     if (clears_ != clears) return 0;
@@ -150,12 +161,15 @@ inline std::uint64_t VariantMap::FindAmong(std::size_t entryCount, const Structu
 inline void VariantMap::Occupy(std::uint64_t entry, std::uint64_t hash) {
   std::size_t i = hash & Mask();
   while (slots_[i] != 0) i = NextSlot(i);
-  slots_[i] = (hash & ~Mask()) | entry;
+  slots_[i] = static_cast<Slot>((hash & ~Mask()) | entry);
 }
 
+/// @throws std::bad_alloc also for 2^31 entries, which take more than 100 GB
 inline void VariantMap::Grow() {
   constexpr std::size_t kFewestSlots = 16;
-  slots_ = std::vector<Slot>(std::bit_ceil(std::max(kFewestSlots, 2 * (entries_.size() + 1))));
+  const std::size_t slotCount = std::max(kFewestSlots, std::bit_ceil(2 * (entries_.size() + 1)));
+  if (slotCount - 1 > std::numeric_limits<Slot>::max()) throw std::bad_alloc();
+  slots_ = std::vector<Slot>(slotCount);
   for (std::size_t i = 0; i < entries_.size(); ++i)
     if (!EqualsNothing(entries_[i].key)) Occupy(i + 1, entries_[i].hash);
 }
