@@ -60,15 +60,21 @@ std::size_t LengthOfCharacter(const unsigned char* at, const unsigned char* end)
 
 }  // namespace
 
-std::string ReadBytes(const std::string& path) {
-  if (path == "-") return ReadAll(stdin, 0, path);
+Bytes::Bytes(const std::string& path) {
+  if (path == "-") {
+    read_ = ReadAll(stdin, 0, path);
+    return;
+  }
   const std::filesystem::path file(std::u8string(path.begin(), path.end()));
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) FailToRead(path, EISDIR);
   const std::unique_ptr<std::FILE, CloseFile> stream(OpenFile(path, "rb"));
   if (!stream) FailToRead(path, errno);
+  mapped_ = MappedFile(stream.get());
+  isMapped_ = !mapped_.View().empty();
+  if (isMapped_) return;
   const auto size = std::filesystem::file_size(file, ignored);
-  return ReadAll(stream.get(), ignored ? 0 : static_cast<std::size_t>(size), path);
+  read_ = ReadAll(stream.get(), ignored ? 0 : static_cast<std::size_t>(size), path);
 }
 
 std::string DisplayName(const std::string& path) { return path == "-" ? "standard input" : path; }

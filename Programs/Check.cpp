@@ -103,7 +103,7 @@ void CheckColumn(const ColumnRule& rule, const Column& column, Findings& finding
 }
 
 /// Columns of texts are read as written, whatever their values look like.
-InputOptions ReadingFor(const std::vector<ColumnRule>& rules, const std::string& bytes,
+InputOptions ReadingFor(const std::vector<ColumnRule>& rules, const Bytes& bytes,
                         const Options& options) {
   InputOptions first = options.reading;
   first.maxRows = 1;
@@ -129,7 +129,8 @@ ExitCode Check(const Options& options) {
   const std::vector<ColumnRule> rules = ReadRules(options.schema);
   if (options.input == "-" && options.schema == "-")
     throw UsageError("Only one of data and schema can come from standard input");
-  const std::string source = DisplayName(options.input), bytes = ReadBytes(options.input);
+  const std::string source = DisplayName(options.input);
+  const Bytes bytes(options.input);
   const Table table = ParseTable(bytes, options.input, ReadingFor(rules, bytes, options));
   WarnOfOtherColumns(table, rules, source);
   Findings findings(options.most);

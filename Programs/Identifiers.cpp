@@ -29,7 +29,7 @@ layerdata::detail::Handle<ld_hashing> MakeHashing(const std::string& algorithm) 
   return Receive<ld_hashing>(ld_create_hashing_instance_sha2, variant);
 }
 
-std::string HashOf(ld_hashing* hashing, const std::string& bytes) {
+std::string HashOf(ld_hashing* hashing, std::string_view bytes) {
   const auto digest =
       Receive<ld_array>(ld_hashing_hash, hashing, static_cast<const void*>(bytes.data()),
                         std::uint64_t{bytes.size()});
@@ -48,7 +48,7 @@ ExitCode Hash(const HashOptions& options) {
   const auto hashing = MakeHashing(options.algorithm);
   const Target output("-");
   for (const std::string& file : options.files)
-    output.Write(HashOf(hashing.Get(), ReadBytes(file)) + "  " + file + "\n");
+    output.Write(HashOf(hashing.Get(), Bytes(file).View()) + "  " + file + "\n");
   return ExitCode::Success;
 }
 

@@ -63,8 +63,20 @@ void RequireText(std::string_view bytes, std::uint32_t codePage, const std::stri
               ": this is not UTF-8; --encoding says what it is, as in --encoding latin1");
 }
 
-CsvOptions CsvOptionsOf(const InputOptions& options, Format format, std::uint32_t codePage,
-                        const std::string& source) {
+/// Shows the progress of reading bytes, which leave memory meanwhile.
+layerdata::Progress ProgressOfReading(const Bytes& bytes, const std::string& source) {
+  constexpr std::uint64_t kStep = std::uint64_t{8} << 20;
+  return [&bytes, show = ShowProgress("reading " + source), next = kStep](
+             std::uint64_t done, std::uint64_t total) mutable {
+    if (done >= next) {
+      bytes.Forget();
+      next = done + kStep;
+    }
+    return show(done, total);
+  };
+}
+
+CsvOptions CsvOptionsOf(const InputOptions& options, Format format, std::uint32_t codePage) {
   CsvOptions csv;
   csv.separator = SeparatorOf(options.separator);
   if (format == Format::Tsv && csv.separator.empty()) csv.separator = "\t";
@@ -79,14 +91,13 @@ CsvOptions CsvOptionsOf(const InputOptions& options, Format format, std::uint32_
   csv.allText = options.allText;
   csv.unquoteNames = true;
   csv.maxRows = options.maxRows;
-  csv.progress = ShowProgress("reading " + source);
   return csv;
 }
 
 /// The text of the bytes as the report of a reading counts its lines.
 class Utf8Text {
  public:
-  Utf8Text(const std::string& bytes, std::uint32_t codePage) : view_(bytes) {
+  Utf8Text(std::string_view bytes, std::uint32_t codePage) : view_(bytes) {
     if (codePage != kUtf16 && codePage != kUtf16BigEndian) return;
     std::u16string wide;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -113,7 +124,7 @@ std::uint32_t CodePageUsed(std::string_view bytes, std::uint32_t codePage) {
 }
 
 /// Finds out whether a failure was that of a line with too many values, and says more about it.
-void RethrowLongLine(const std::string& bytes, CsvOptions csv, const std::string& source) {
+void RethrowLongLine(std::string_view bytes, CsvOptions csv, const std::string& source) {
   if (csv.longLines != LongLines::Fail) return;
   csv.longLines = LongLines::Keep;
   csv.progress = {};
@@ -128,26 +139,33 @@ void RethrowLongLine(const std::string& bytes, CsvOptions csv, const std::string
   throw LongLineError(text.View(), source, table, line, values);
 }
 
-Table ParseCsv(const std::string& bytes, const CsvOptions& csv, const std::string& source,
-               ReadReport* report) {
+Table ParseCsv(const Bytes& bytes, CsvOptions csv, const std::string& source, ReadReport* report) {
+  csv.progress = ProgressOfReading(bytes, source);
   try {
-    return Table::ParseCsv(bytes, csv, report);
+    return Table::ParseCsv(bytes.View(), csv, report);
   } catch (const Error&) {
-    if (!IsInterrupted()) RethrowLongLine(bytes, csv, source);
+    if (!IsInterrupted()) RethrowLongLine(bytes.View(), csv, source);
     throw;
   }
 }
 
 layerdata::JsonOptions JsonOptionsOf(const InputOptions& options, Format format,
-                                     std::uint32_t codePage, const std::string& source) {
+                                     std::uint32_t codePage) {
   layerdata::JsonOptions json;
   json.codePage = codePage;
   if (format == Format::JsonLines) json.form = layerdata::JsonOptions::Form::Lines;
   json.textColumns = SplitLists(options.textColumns);
   json.allText = options.allText;
   json.maxRows = options.maxRows;
-  json.progress = ShowProgress("reading " + source);
   return json;
+}
+
+/// The parser needs a text of its own. The library reads a file right into it.
+Table ParseJson(const Bytes& bytes, const std::string& path, layerdata::JsonOptions json,
+                ReadReport* report) {
+  json.progress = ShowProgress("reading " + DisplayName(path));
+  return bytes.IsMapped() ? Table::ReadJson(path, json, report)
+                          : Table::ParseJson(bytes.View(), json, report);
 }
 
 }  // namespace
@@ -184,20 +202,20 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
   command.option_defaults()->group("Options");
 }
 
-Table ParseTable(const std::string& bytes, const std::string& path, const InputOptions& options) {
+Table ParseTable(const Bytes& bytes, const std::string& path, const InputOptions& options) {
   const std::string source = DisplayName(path);
   const std::uint32_t codePage = CodePageOf(options.encoding);
-  RequireText(bytes, codePage, source);
-  const Format format = FormatOf(options, path, bytes);
+  RequireText(bytes.View(), codePage, source);
+  bytes.Forget();
+  const Format format = FormatOf(options, path, bytes.View());
   const bool isJson = format == Format::Json || format == Format::JsonLines;
   ReadReport report;
   ReadReport* const wanted = isQuiet || !options.tellsLosses ? nullptr : &report;
   try {
-    Table table =
-        isJson ? Table::ParseJson(bytes, JsonOptionsOf(options, format, codePage, source), wanted)
-               : ParseCsv(bytes, CsvOptionsOf(options, format, codePage, source), source, wanted);
+    Table table = isJson ? ParseJson(bytes, path, JsonOptionsOf(options, format, codePage), wanted)
+                         : ParseCsv(bytes, CsvOptionsOf(options, format, codePage), source, wanted);
     if (wanted) {
-      const Utf8Text text(bytes, CodePageUsed(bytes, codePage));
+      const Utf8Text text(bytes.View(), CodePageUsed(bytes.View(), codePage));
       WarnOfLosses(table, report, text.View(), source);
     }
     return table;
@@ -209,13 +227,13 @@ Table ParseTable(const std::string& bytes, const std::string& path, const InputO
 
 Table ReadTable(const std::string& path, const InputOptions& options) {
   CodePageOf(options.encoding);  // a wrong name is found before the work
-  return ParseTable(ReadBytes(path), path, options);
+  return ParseTable(Bytes(path), path, options);
 }
 
 std::string ReadDocument(const std::string& path) {
-  std::string bytes = ReadBytes(path);
-  RequireText(bytes, kUtf8, DisplayName(path));
-  return bytes;
+  const Bytes bytes(path);
+  RequireText(bytes.View(), kUtf8, DisplayName(path));
+  return std::string(bytes.View());
 }
 
 }  // namespace program

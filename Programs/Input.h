@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "Bytes.h"
+
 namespace program {
 
 /// How the data of a command is read.
@@ -28,7 +30,7 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 layerdata::Table ReadTable(const std::string& path, const InputOptions& options);
 
 /// As `ReadTable`, from bytes that have been read.
-layerdata::Table ParseTable(const std::string& bytes, const std::string& path,
+layerdata::Table ParseTable(const Bytes& bytes, const std::string& path,
                             const InputOptions& options);
 
 /// A document: valid UTF-8.

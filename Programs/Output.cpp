@@ -74,29 +74,25 @@ layerdata::JsonWriteOptions Output::Json() const {
 }
 
 void Output::Write(const Table& table) const {
-  if (!target_.IsStandardOutput() && codePage_ == kUtf8 && format_ != Format::GeoJson)
-    return WriteFile(table);
-  if (codePage_ != kUtf8) return target_.Write(Encode(ToText(table), codePage_, target_.Path()));
-  if (format_ == Format::GeoJson) return target_.Write(ToText(table));
-  const bool isCsv = format_ == Format::Csv || format_ == Format::Tsv;
-  target_.Write(isCsv ? table.ToCsv(Csv()) : table.ToJson(Json()));
-  if (format_ == Format::Json) target_.Write("\n");  // an array ends without one
-}
-
-/// The library writes files piece by piece.
-void Output::WriteFile(const Table& table) const {
-  const HoldInterrupts held;
-  if (format_ == Format::Csv || format_ == Format::Tsv) {
-    table.WriteCsv(target_.Path(), Csv());
-  } else {
-    table.WriteJson(target_.Path(), Json());
+  if (format_ == Format::GeoJson) {
+    WriteText(ToGeoJson(table, options_.longitude, options_.latitude));
+  } else if (codePage_ != kUtf8 || !WritePieces(table)) {
+    WriteText(IsCsv() ? table.ToCsv(Csv()) : table.ToJson(Json()));
   }
+  if (format_ == Format::Json && target_.IsStandardOutput() && codePage_ == kUtf8)
+    target_.Write("\n");  // an array ends without one
 }
 
-std::string Output::ToText(const Table& table) const {
-  if (format_ == Format::GeoJson) return ToGeoJson(table, options_.longitude, options_.latitude);
-  const bool isCsv = format_ == Format::Csv || format_ == Format::Tsv;
-  return (isCsv ? table.ToCsv(Csv()) : table.ToJson(Json())).ToString();
+/// The library writes to a path piece by piece: the whole text never stands in memory.
+bool Output::WritePieces(const Table& table) const {
+  return target_.WriteByPath([&](const std::string& path) {
+    IsCsv() ? table.WriteCsv(path, Csv()) : table.WriteJson(path, Json());
+  });
+}
+
+void Output::WriteText(std::string_view text) const {
+  if (codePage_ == kUtf8) return target_.Write(text);
+  target_.Write(Encode(text, codePage_, target_.Path()));
 }
 
 }  // namespace program

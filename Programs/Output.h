@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <string_view>
 
 #include "Target.h"
 
@@ -36,8 +37,9 @@ class Output {
   Format FormatOf() const;
   layerdata::CsvWriteOptions Csv() const;
   layerdata::JsonWriteOptions Json() const;
-  void WriteFile(const layerdata::Table& table) const;
-  std::string ToText(const layerdata::Table& table) const;
+  bool IsCsv() const { return format_ == Format::Csv || format_ == Format::Tsv; }
+  bool WritePieces(const layerdata::Table& table) const;
+  void WriteText(std::string_view text) const;
 
   OutputOptions options_;
   Target target_;

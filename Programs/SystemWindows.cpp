@@ -4,6 +4,7 @@
 #include <io.h>
 #include <shellapi.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "System.h"
@@ -42,6 +43,13 @@ std::FILE* OpenFile(const std::string& path, const char* mode) {
   return _wfopen(std::filesystem::path(utf8).c_str(),
                  std::wstring(narrow.begin(), narrow.end()).c_str());
 }
+
+// Files are read, and standard output is written at the end of the work.
+MappedFile::MappedFile(std::FILE*) {}
+MappedFile::~MappedFile() = default;
+void MappedFile::Forget() const {}
+bool CanWriteThrough() { return false; }
+int WriteThrough(const std::function<void(const std::string& path)>&) { return ENOSYS; }
 
 bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
 

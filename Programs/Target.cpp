@@ -119,6 +119,17 @@ void Target::Write(std::string_view text) const {
     FailToWrite(path_, ReasonOf(isWritten ? errno : reason));
 }
 
+bool Target::WriteByPath(const std::function<void(const std::string& path)>& write) const {
+  if (!IsStandardOutput()) {
+    const HoldInterrupts held;
+    write(path_);
+    return true;
+  }
+  if (!CanWriteThrough()) return false;
+  if (const int problem = WriteThrough(write)) FailToWrite(path_, ReasonOf(problem));
+  return true;
+}
+
 void Target::WriteBeside(std::string_view text) const {
   const HoldInterrupts held;
   FileBeside file(WithoutLinks(PathOf(path_)), path_);

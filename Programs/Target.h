@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,9 @@ class Target {
   bool IsStandardOutput() const { return path_ == "-"; }
   const std::string& Path() const { return path_; }
 
+  /// Calls `write` with a path that it can write to: of standard output, or of the file.
+  /// @return whether it did: not every system has a path of standard output
+  bool WriteByPath(const std::function<void(const std::string& path)>& write) const;
   /// Writes a whole text. A file is written beside its place and takes it when it is complete.
   void Write(std::string_view text) const;
 

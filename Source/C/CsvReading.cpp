@@ -3,6 +3,7 @@
 #include "C/Options.h"
 #include "C/ReadReport.h"
 #include "C/Threads.h"
+#include "C/Utf8.h"
 #include "Tables/Csv/CsvReader.h"
 
 using namespace Data;
@@ -39,11 +40,14 @@ bool ReadCsv(const ld_csv_read_options* options, ld_table** table, ld_read_repor
     const auto read = OptionsOf(known, report != nullptr);
     const InputBytes bytes(source...);
     const InputText text(bytes, known.code_page);
+    // Before the rows are there: the pages of a large text may leave memory as it is read.
+    const bool isWellFormed = !report || IsUtf8(text.View());
     Threads threads(known.thread_count, {known.progress, known.progress_context});
     threads.Start(text.View().size());
     auto result = impl::ReadCsv(text.View(), read, threads);
     threads.Finish();
-    if (report) GiveObject(report, Core::MakePtr<ReadReport>(result, text).Get());
+    if (report)
+      GiveObject(report, Core::MakePtr<ReadReport>(result, text.CodePage(), isWellFormed).Get());
     GiveObject(table, result.table.Get());
     return true;
   });

@@ -13,11 +13,11 @@ static_assert(LD_TEXT_CHANGE_DATE_FORM == static_cast<int>(impl::TextChange::Dat
 
 namespace Data::c {
 
-ReadReport::ReadReport(impl::CsvResult& result, const InputText& text)
+ReadReport::ReadReport(impl::CsvResult& result, std::uint32_t usedCodePage, bool wellFormed)
     : separator(std::move(result.separator)),
       hasHeader(result.hasHeader),
-      codePage(text.CodePage()),
-      isWellFormed(IsUtf8(text.View())),
+      codePage(usedCodePage),
+      isWellFormed(wellFormed),
       columnCount(result.table->ColumnCount()),
       lineCount(result.lineCount),
       rowCount(result.table->RowCount()),

@@ -22,7 +22,8 @@ struct ReadReport final : Core::ObjectBase<Core::IObject> {
   };
 
   // Both take the notes out of the result.
-  ReadReport(impl::CsvResult& result, const InputText& text);
+  /// @param wellFormed  whether the text is well-formed UTF-8
+  ReadReport(impl::CsvResult& result, std::uint32_t usedCodePage, bool wellFormed);
   ReadReport(impl::JsonTableResult& result, std::uint64_t lines, const InputText& text);
 
   std::uint64_t ProblemCount() const {
