@@ -79,7 +79,7 @@ bool IsObeyedBy(const ColumnRule& rule, ld_column_format format) {
 }
 
 /// Rows are counted from 1, without the header.
-std::string Place(std::int64_t row, const std::string& column) {
+std::string AtCell(std::int64_t row, const std::string& column) {
   return "row " + std::to_string(row + 1) + ", column " + column + ": ";
 }
 
@@ -89,7 +89,7 @@ void CheckColumn(const ColumnRule& rule, const Column& column, Findings& finding
   const bool obeysType = IsObeyedBy(rule, data.Format());
   if (obeysType && (rule.isNullable || data.NullCount() == 0)) return;
   const auto add = [&](std::int64_t row, const std::string& problem) {
-    findings.Add(row, column.Index(), [&] { return Place(row, rule.name) + problem; });
+    findings.Add(row, column.Index(), [&] { return AtCell(row, rule.name) + problem; });
   };
   for (std::int64_t row = 0; row < static_cast<std::int64_t>(data.Size()); ++row) {
     if (data.IsNull(static_cast<std::size_t>(row))) {
@@ -147,8 +147,7 @@ ExitCode Check(const Options& options) {
 }
 
 void AddOptions(CLI::App& command, Options& options) {
-  command.add_option("data", options.input, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
+  AddTableArgument(command, "data", options.input);
   command.add_option("--schema", options.schema, "Schema document, or - for standard input")
       ->required();
   command.add_option("--most", options.most, "How many cells are told at most")

@@ -19,34 +19,27 @@ struct Options {
 /// Gives columns new names, also to each other's.
 void Rename(Table& table, const std::vector<std::string>& renames, const std::string& source) {
   std::vector<std::pair<std::string, std::string>> pairs;
-  for (const std::string& rename : renames)
+  for (const std::string& rename : renames) {
     pairs.push_back(SplitPair(rename, [&](const auto& name) { return table.HasColumn(name); }));
-  for (const auto& [old, name] : pairs) {
-    RequireColumns(table, {old.substr(0, old.find('='))}, source);
-    table[old].SetName("\x01" + name);
+    if (pairs.back().first == rename) throw UsageError("--rename takes OLD=NEW, not " + rename);
+    RequireColumns(table, {pairs.back().first}, source);
   }
+  for (const auto& [old, name] : pairs) table[old].SetName("\x01" + name);
   for (const auto& [old, name] : pairs) table["\x01" + name].SetName(name);
 }
 
 ExitCode Convert(const Options& options) {
   const Output output(options.writing);
-  Table table = ReadTable(options.input, options.reading);
-  if (const auto columns = SplitLists(options.columns); !columns.empty()) {
-    RequireColumns(table, columns, options.input);
-    table = table.Select(columns);
-  }
+  Table table =
+      SelectColumns(ReadTable(options.input, options.reading), options.columns, options.input);
   Rename(table, options.renames, options.input);
   output.Write(table);
   return ExitCode::Success;
 }
 
 void AddOptions(CLI::App& command, Options& options) {
-  command.add_option("input", options.input, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
-  command
-      .add_option("-c,--columns", options.columns,
-                  "Only these columns, in this order; separated by commas")
-      ->allow_extra_args(false);
+  AddTableArgument(command, "input", options.input);
+  AddColumnsOption(command, options.columns);
   command.add_option("--rename", options.renames, "OLD=NEW; may be repeated")
       ->allow_extra_args(false);
   AddInputOptions(command, options.reading);

@@ -9,6 +9,7 @@
 #include "Input.h"
 #include "Summary.h"
 #include "Target.h"
+#include "Words.h"
 
 namespace program {
 
@@ -20,10 +21,6 @@ struct Options {
   std::string input, html;
   InputOptions reading;
 };
-
-std::string Counted(std::int64_t count, const char* what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 /// Blocks of eight heights; a range with any value is not empty.
 std::string Histogram(const std::vector<Bar>& bars) {
@@ -90,8 +87,7 @@ ExitCode Describe(const Options& options) {
 }
 
 void AddOptions(CLI::App& command, Options& options) {
-  command.add_option("input", options.input, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
+  AddTableArgument(command, "input", options.input);
   command.add_option("--html", options.html,
                      "Write one page with the distributions and the first rows to this file");
   AddInputOptions(command, options.reading);

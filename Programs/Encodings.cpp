@@ -117,6 +117,8 @@ std::string SeparatorOf(const std::string& text) {
       separator += text[i];
     }
   }
+  if (separator.find_first_of("\"\r\n") != std::string::npos)
+    throw UsageError("A separator cannot contain quotes or line breaks");
   return separator;
 }
 

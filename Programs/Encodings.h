@@ -17,6 +17,7 @@ std::string Encode(std::string_view utf8, std::uint32_t codePage, const std::str
 
 /// The separator that the user means: "tab", "comma", "semicolon", "pipe" and "space" by name, and
 /// anything else as written, with "\t" and "\\" understood.
+/// @throws UsageError for quotes and line breaks
 std::string SeparatorOf(const std::string& text);
 
 }  // namespace program

@@ -1,8 +1,8 @@
 #include "GeoJson.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
+#include <initializer_list>
 
 #include "Commands.h"
 #include "Names.h"
@@ -21,9 +21,8 @@ bool EqualsIgnoringCase(std::string_view text, std::string_view lower) {
   });
 }
 
-template <std::size_t count>
 std::string FindColumn(const Table& table, const std::string& given,
-                       const std::array<const char*, count>& usual, const char* option) {
+                       std::initializer_list<const char*> usual, const char* option) {
   if (!given.empty()) {
     RequireColumns(table, {given}, "The table");
     return given;
@@ -77,11 +76,9 @@ layerdata::Text Properties(const Table& table, const std::string& longitude,
 
 std::string ToGeoJson(const Table& table, const std::string& longitude,
                       const std::string& latitude) {
-  using Names = std::array<const char*, 4>;
   const std::string x =
-      FindColumn(table, longitude, Names{"longitude", "lon", "lng", "x"}, "--longitude");
-  const std::string y =
-      FindColumn(table, latitude, Names{"latitude", "lat", "lat", "y"}, "--latitude");
+      FindColumn(table, longitude, {"longitude", "lon", "lng", "x"}, "--longitude");
+  const std::string y = FindColumn(table, latitude, {"latitude", "lat", "y"}, "--latitude");
   const layerdata::Text properties = Properties(table, x, y);
   std::string_view rest = properties;
   const Column longitudes = table[x], latitudes = table[y];

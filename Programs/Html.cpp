@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "Words.h"
+
 namespace program {
 
 namespace {
@@ -98,8 +100,8 @@ std::string Grouped(std::int64_t count) {
   return text;
 }
 
-std::string Counted(std::int64_t count, const char* what) {
-  return Grouped(count) + " " + what + (count == 1 ? "" : "s");
+std::string GroupedCount(std::int64_t count, const char* what) {
+  return Counted(count, what, Grouped(count));
 }
 
 std::string Tip(const Bar& bar) {
@@ -174,7 +176,7 @@ std::string Card(const ColumnSummary& summary) {
   std::string html = "<section class=\"card\"><div class=\"title\"><h3>" + Escaped(summary.name) +
                      "</h3><span class=\"type\">" + summary.type + "</span></div>";
   html += "<div class=\"share\"><span style=\"width:" + FilledShare(summary) + "%\"></span></div>";
-  html += "<p>" + Counted(summary.count, "value") + ", " + Grouped(summary.distinct) +
+  html += "<p>" + GroupedCount(summary.count, "value") + ", " + Grouped(summary.distinct) +
           " different, " + Grouped(summary.nulls) + " empty</p>";
   const bool hasHistogram = summary.hasRanges && !summary.bars.empty();
   html += hasHistogram ? Histogram(summary) : Values(summary);
@@ -204,14 +206,12 @@ std::string CellOf(const layerdata::Cell& cell, bool isNumeric, bool isDay) {
 
 std::string FirstRows(const Table& table, const std::vector<ColumnSummary>& summaries) {
   const std::int64_t rows = std::min(kRows, table.RowCount());
-  std::string html = "<h2>First " + Counted(rows, "row") + "</h2>\n<div class=\"rows\"><table>" +
-                     HeaderRow(summaries);
+  std::string html = "<h2>First " + GroupedCount(rows, "row") +
+                     "</h2>\n<div class=\"rows\"><table>" + HeaderRow(summaries);
   for (const layerdata::Row row : table.Head(rows)) {
     html += "<tr>";
     for (std::size_t i = 0; i < summaries.size(); ++i)
-      html +=
-          CellOf(row[i], IsNumeric(summaries[i]),
-                 summaries[i].type == "date" && summaries[i].min.find('T') == std::string::npos);
+      html += CellOf(row[i], IsNumeric(summaries[i]), summaries[i].holdsDays);
     html += "</tr>\n";
   }
   return html + "</table></div>\n";
@@ -223,8 +223,8 @@ std::string ToHtml(const Table& table, const std::vector<ColumnSummary>& summari
                    const std::string& title) {
   std::string html(kHead);
   html += "<title>" + Escaped(title) + "</title>\n</head>\n<body>\n<h1>" + Escaped(title) +
-          "</h1>\n<p>" + Counted(table.RowCount(), "row") + ", " +
-          Counted(table.ColumnCount(), "column") +
+          "</h1>\n<p>" + GroupedCount(table.RowCount(), "row") + ", " +
+          GroupedCount(table.ColumnCount(), "column") +
           "</p>\n<h2>Columns</h2>\n<div class=\"cards\">\n";
   for (const ColumnSummary& summary : summaries) html += Card(summary);
   return html + "</div>\n" + FirstRows(table, summaries) + "</body>\n</html>\n";

@@ -8,6 +8,7 @@
 #include "Encodings.h"
 #include "Names.h"
 #include "Warnings.h"
+#include "Words.h"
 
 namespace program {
 
@@ -47,9 +48,14 @@ bool IsUtf16(std::string_view bytes) {
   return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
+/// What the library counts as white space, and byte-order marks.
+bool IsBlank(std::string_view bytes) {
+  return bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF\xFF\xFE") == std::string_view::npos;
+}
+
 /// Text that would be read as something else than it is.
 void RequireText(std::string_view bytes, std::uint32_t codePage, const std::string& source) {
-  if (bytes.empty()) throw Error(source + " is empty");
+  if (IsBlank(bytes)) throw Error(source + " is empty");
   if (codePage == kUtf16 || codePage == kUtf16BigEndian) return;
   if (codePage == 0 && IsUtf16(bytes)) return;
   if (bytes.find('\0') != std::string_view::npos)
@@ -59,8 +65,8 @@ void RequireText(std::string_view bytes, std::uint32_t codePage, const std::stri
   if (codePage != 0 && codePage != kUtf8) return;
   const std::size_t invalid = FindInvalidUtf8(bytes);
   if (invalid == std::string_view::npos) return;
-  throw Error(source + ", line " + std::to_string(LineOf(bytes, invalid)) +
-              ": this is not UTF-8; --encoding says what it is, as in --encoding latin1");
+  throw Error(AtLine(source, LineOf(bytes, invalid)) +
+              "this is not UTF-8; --encoding says what it is, as in --encoding latin1");
 }
 
 /// Shows the progress of reading bytes, which leave memory meanwhile.
@@ -170,6 +176,10 @@ Table ParseJson(const Bytes& bytes, const std::string& path, layerdata::JsonOpti
 
 }  // namespace
 
+void AddTableArgument(CLI::App& command, const char* name, std::string& path) {
+  command.add_option(name, path, "CSV, TSV or JSON file, or - for standard input")->required();
+}
+
 void AddInputOptions(CLI::App& command, InputOptions& options) {
   command.option_defaults()->group("Reading");
   command.add_option("--from", options.format, "Format of the input: auto, csv, tsv, json, jsonl")
@@ -232,8 +242,12 @@ Table ReadTable(const std::string& path, const InputOptions& options) {
 
 std::string ReadDocument(const std::string& path) {
   const Bytes bytes(path);
-  RequireText(bytes.View(), kUtf8, DisplayName(path));
-  return std::string(bytes.View());
+  const std::string_view text = bytes.View();
+  if (IsBlank(text)) throw Error(DisplayName(path) + " is empty");
+  const std::size_t invalid = std::min(FindInvalidUtf8(text), text.find('\0'));
+  if (invalid != std::string_view::npos)
+    throw Error(AtLine(DisplayName(path), LineOf(text, invalid)) + "this is not UTF-8");
+  return std::string(text);
 }
 
 }  // namespace program

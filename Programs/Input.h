@@ -23,6 +23,8 @@ struct InputOptions {
   bool tellsLosses = true;
 };
 
+/// Adds the argument that names a table.
+void AddTableArgument(CLI::App& command, const char* name, std::string& path);
 void AddInputOptions(CLI::App& command, InputOptions& options);
 
 /// Reads a table from a file, or from standard input for "-", and tells what was lost.

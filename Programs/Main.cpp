@@ -61,7 +61,12 @@ ExitCode Parse(CLI::App& app, std::vector<std::string> arguments) {
     app.parse(std::move(arguments));
     return ExitCode::Success;
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return static_cast<ExitCode>(app.exit(error));
+    if (error.get_exit_code() == 0) {
+      app.exit(error);
+      std::cout.flush();
+      return std::cout ? ExitCode::Success
+                       : Complain("Cannot write standard output", ExitCode::Failure);
+    }
     const std::string hint = CommandOf(app) + " --help tells what it understands";
     return Complain((std::string(error.what()) + "\n" + hint).c_str(), ExitCode::Usage);
   }

@@ -29,16 +29,36 @@ std::vector<std::string> SplitLists(const std::vector<std::string>& lists) {
   return entries;
 }
 
+std::string NamesSomething(const std::string& list) {
+  return list.empty() ? "it names no column" : "";
+}
+
 void RequireColumns(const layerdata::Table& table, const std::vector<std::string>& names,
                     const std::string& source) {
   for (const std::string& name : names) {
     if (table.HasColumn(name)) continue;
     std::string message = source + " has no column '" + name + "'; its columns are ";
+    if (table.ColumnCount() == 0) message += "none";
     const char* separator = "";
     for (const layerdata::Column column : table.Columns())
       message += std::exchange(separator, ", ") + column.Name();
     throw layerdata::Error(message);
   }
+}
+
+void AddColumnsOption(CLI::App& command, std::vector<std::string>& lists) {
+  command
+      .add_option("-c,--columns", lists, "Only these columns, in this order; separated by commas")
+      ->check(NamesSomething)
+      ->allow_extra_args(false);
+}
+
+layerdata::Table SelectColumns(const layerdata::Table& table, const std::vector<std::string>& lists,
+                               const std::string& source) {
+  const std::vector<std::string> names = SplitLists(lists);
+  if (names.empty()) return table;
+  RequireColumns(table, names, source);
+  return table.Select(names);
 }
 
 }  // namespace program

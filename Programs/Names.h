@@ -2,6 +2,7 @@
 
 #include <LayerData/Table.h>
 
+#include <CLI/CLI.hpp>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,17 +13,29 @@ namespace program {
 /// commas stands in quotes: `id,"a,b"`.
 std::vector<std::string> SplitLists(const std::vector<std::string>& lists);
 
-/// "left=right" split at the "=" before which `isLeft` accepts the text; both sides are the whole
-/// text if there is none.
+/// Checks the text of an option that is such a list: it must name something.
+std::string NamesSomething(const std::string& list);
+
+/// "left=right" split at the first "=" before which `isLeft` accepts the text: names may contain
+/// "=", too. Both sides are the whole text if that is what it accepts, or if there is no "=".
 template <class IsLeft>
 std::pair<std::string, std::string> SplitPair(const std::string& text, IsLeft&& isLeft) {
-  for (auto at = text.find('='); at != std::string::npos; at = text.find('=', at + 1))
+  const auto first = text.find('=');
+  for (auto at = first; at != std::string::npos; at = text.find('=', at + 1))
     if (isLeft(text.substr(0, at))) return {text.substr(0, at), text.substr(at + 1)};
-  return {text, text};
+  if (first == std::string::npos || isLeft(text)) return {text, text};
+  return {text.substr(0, first), text.substr(first + 1)};
 }
 
 /// @throws layerdata::Error that lists the columns that there are, unless the table has all these
 void RequireColumns(const layerdata::Table& table, const std::vector<std::string>& names,
                     const std::string& source);
+
+/// Adds the option that selects columns.
+void AddColumnsOption(CLI::App& command, std::vector<std::string>& lists);
+/// The columns of the lists; the table itself if there are none.
+/// @throws as `RequireColumns`
+layerdata::Table SelectColumns(const layerdata::Table& table, const std::vector<std::string>& lists,
+                               const std::string& source);
 
 }  // namespace program

@@ -38,7 +38,14 @@ Output::Output(const OutputOptions& options)
     : options_(options),
       target_(options.path),
       format_(FormatOf()),
-      codePage_(CodePageOf(options.encoding)) {}
+      codePage_(CodePageOf(options.encoding)) {
+  try {  // what the library says of options, it says of a table without rows, too
+    const Table nothing{"name"};
+    IsCsv() ? nothing.ToCsv(Csv()) : nothing.ToJson(Json());
+  } catch (const layerdata::Error& error) {
+    throw UsageError(error.what());
+  }
+}
 
 Output::Format Output::FormatOf() const {
   std::string name = options_.format;

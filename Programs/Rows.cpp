@@ -47,12 +47,12 @@ ExitCode Sort(const SortOptions& options) {
 }
 
 void AddSortOptions(CLI::App& command, SortOptions& options) {
-  command.add_option("input", options.input, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
+  AddTableArgument(command, "input", options.input);
   command
       .add_option("-b,--by", options.keys,
                   "Columns to sort by, as NAME or NAME:desc; separated by commas")
       ->required()
+      ->check(NamesSomething)
       ->allow_extra_args(false);
   command.add_flag("--nulls-first", options.nullsFirst, "Empty values come first, not last");
   AddInputOptions(command, options.reading);
@@ -93,13 +93,13 @@ ExitCode Join(const JoinOptions& options) {
 }
 
 void AddJoinOptions(CLI::App& command, JoinOptions& options) {
-  command.add_option("left", options.left, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
+  AddTableArgument(command, "left", options.left);
   command.add_option("right", options.right, "The other table")->required();
   command
       .add_option("--on", options.keys,
                   "Columns whose values are equal, as NAME or LEFT=RIGHT; separated by commas")
       ->required()
+      ->check(NamesSomething)
       ->allow_extra_args(false);
   command
       .add_option("-k,--kind", options.kind,

@@ -65,16 +65,25 @@ std::size_t CountCharacters(std::string_view text) {
 
 // -- Allowed values --
 
-/// "%" stands for any characters, "_" for one byte.
+/// Where the next character of UTF-8 begins.
+std::size_t NextCharacter(std::string_view text, std::size_t at) {
+  do ++at;
+  while (at < text.size() && (text[at] & 0xC0) == 0x80);
+  return at;
+}
+
+/// "%" stands for any characters, "_" for one character.
 bool IsLike(std::string_view text, std::string_view pattern) {
   std::size_t at = 0, in = 0, star = std::string_view::npos, retry = 0;
   while (at < text.size()) {
     if (in < pattern.size() && pattern[in] == '%') {
       star = in++, retry = at;
-    } else if (in < pattern.size() && (pattern[in] == '_' || pattern[in] == text[at])) {
+    } else if (in < pattern.size() && pattern[in] == '_') {
+      ++in, at = NextCharacter(text, at);
+    } else if (in < pattern.size() && pattern[in] == text[at]) {
       ++in, ++at;
     } else if (star != std::string_view::npos) {
-      in = star + 1, at = ++retry;
+      in = star + 1, at = retry = NextCharacter(text, retry);
     } else {
       return false;
     }

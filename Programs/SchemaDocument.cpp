@@ -76,6 +76,7 @@ std::vector<ColumnRule> RulesOf(const std::string& text) {
   const Json document = ParseJson(text);
   const auto first = text.find_first_not_of("\xEF\xBB\xBF \t\r\n");
   if (text[first] != '{') throw Error("a schema is a JSON object");
+  if (!Table::FromJson(document).HasColumn("columns")) throw Error("a schema has \"columns\"");
   const Schema schema = Schema::Parse(text);
   Call(ld_schema_check_consistency, schema.Get());
   const std::vector<std::string> names = schema.ColumnNames();

@@ -6,6 +6,7 @@
 #include "Input.h"
 #include "SchemaDocument.h"
 #include "Target.h"
+#include "Words.h"
 
 namespace program {
 
@@ -34,8 +35,7 @@ ExitCode Infer(const InferOptions& options) {
 }
 
 void AddInferOptions(CLI::App& command, InferOptions& options) {
-  command.add_option("input", options.input, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
+  AddTableArgument(command, "input", options.input);
   command.add_option("--title", options.title, "Title of the schema; the name of the file");
   command.add_option("-o,--output", options.output, "Output file, or - for standard output")
       ->capture_default_str();
@@ -52,8 +52,7 @@ ExitCode Check(const CheckOptions& options) {
   const auto rules = ReadRules(options.document);
   if (!isQuiet)
     Target("-").Write(DisplayName(options.document) + " is a schema of " +
-                      std::to_string(rules.size()) +
-                      (rules.size() == 1 ? " column\n" : " columns\n"));
+                      Counted(rules.size(), "column") + "\n");
   return ExitCode::Success;
 }
 

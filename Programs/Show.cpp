@@ -25,11 +25,8 @@ struct Options {
 
 ExitCode Show(const Options& options) {
   const Target output("-");
-  Table table = ReadTable(options.input, options.reading);
-  if (const auto columns = SplitLists(options.columns); !columns.empty()) {
-    RequireColumns(table, columns, options.input);
-    table = table.Select(columns);
-  }
+  const Table table =
+      SelectColumns(ReadTable(options.input, options.reading), options.columns, options.input);
   layerdata::PrintOptions print;
   print.rows = options.rows;
   print.width = options.width != 0 ? options.width : TerminalWidth();
@@ -42,8 +39,7 @@ ExitCode Show(const Options& options) {
 }
 
 void AddOptions(CLI::App& command, Options& options) {
-  command.add_option("input", options.input, "CSV, TSV or JSON file, or - for standard input")
-      ->required();
+  AddTableArgument(command, "input", options.input);
   command.add_option("-n,--rows", options.rows, "Number of rows")
       ->check(CLI::Range(std::int64_t{0}, std::int64_t{1'000'000'000}))
       ->capture_default_str();
@@ -52,10 +48,7 @@ void AddOptions(CLI::App& command, Options& options) {
   command.add_option("--cell-width", options.cellWidth, "Most of one column")
       ->check(CLI::Range(1, 1'000'000))
       ->capture_default_str();
-  command
-      .add_option("-c,--columns", options.columns,
-                  "Only these columns, in this order; separated by commas")
-      ->allow_extra_args(false);
+  AddColumnsOption(command, options.columns);
   AddInputOptions(command, options.reading);
 }
 

@@ -18,7 +18,6 @@ using layerdata::Row;
 using layerdata::Table;
 
 constexpr std::size_t kRanges = 24, kMostTexts = 8;
-constexpr std::string_view kNoon = "T12:00:00Z";
 
 std::string Rounded(double number, int digits) {
   char text[64];
@@ -135,7 +134,6 @@ std::string Statistic(const layerdata::Cell& cell) {
 
 /// Dates without a time are read as noon, and shown as they were written.
 void ShortenDays(ColumnSummary& summary) {
-  if (!summary.min.ends_with(kNoon) || !summary.max.ends_with(kNoon)) return;
   for (std::string* text :
        {&summary.min, &summary.q1, &summary.median, &summary.q3, &summary.max, &summary.mean})
     text->resize(std::min(text->find('T'), text->size()));
@@ -154,7 +152,6 @@ ColumnSummary SummaryOf(const Row& described) {
   summary.median = Statistic(described["median"]);
   summary.q3 = Statistic(described["q3"]);
   summary.mean = Statistic(described["mean"]);
-  if (summary.type == "date") ShortenDays(summary);
   return summary;
 }
 
@@ -164,8 +161,11 @@ std::vector<ColumnSummary> Summarize(const Table& table) {
   std::vector<ColumnSummary> summaries;
   const Table described = table.Describe();
   for (const Column column : table.Columns()) {
-    summaries.push_back(SummaryOf(described[column.Index()]));
-    AddBars(ColumnData(column), summaries.back());
+    const ColumnData data(column);
+    ColumnSummary& summary = summaries.emplace_back(SummaryOf(described[column.Index()]));
+    summary.holdsDays = data.HoldsDays();
+    if (summary.holdsDays) ShortenDays(summary);
+    AddBars(data, summary);
   }
   return summaries;
 }

@@ -24,6 +24,7 @@ struct ColumnSummary {
   /// Of numbers and dates, ranges of equal width in ascending order. Of texts, the most frequent
   /// ones, or nothing if none repeats.
   std::vector<Bar> bars;
+  bool holdsDays = false;        ///< whether the values are dates without a time
   bool hasRanges = false;        ///< whether the bars are ranges
   std::uint64_t otherCount = 0;  ///< the values without a bar
 };

@@ -62,7 +62,8 @@ class CopyToOutput {
 
 }  // namespace
 
-void PrepareStreams() {}
+// A file that reaches the limit of the process is a failure with a message.
+void PrepareStreams() { std::signal(SIGXFSZ, SIG_IGN); }
 
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "Console.h"
+#include "Words.h"
 
 namespace program {
 
@@ -48,14 +49,6 @@ class Lines {
   std::uint64_t next_ = 0, editorLine_ = 1;
 };
 
-std::string Counted(std::uint64_t count, const char* what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-std::string Place(const std::string& source, std::uint64_t line) {
-  return source + ", line " + std::to_string(line) + ": ";
-}
-
 struct Change {
   const char *column = "", *text = "";
   ld_text_change kind = 0;
@@ -77,24 +70,14 @@ const char* Describe(ld_text_change kind) {
   }
 }
 
-/// Whether all dates of a column have no time: they are written again as they were.
-bool HoldsDaysOnly(const layerdata::Column& column) {
-  constexpr std::int64_t kHour = 3'600'000'000, kDay = 24 * kHour, kNoon = 12 * kHour;
-  const layerdata::ColumnData data(column, LD_COLUMN_FORMAT_AUTOMATIC);
-  if (data.Format() != LD_COLUMN_FORMAT_DATE_TIME) return false;
-  for (std::size_t i = 0; i < data.Size(); ++i)
-    if (!data.IsNull(i) && ((data.Integers()[i] % kDay) + kDay) % kDay != kNoon) return false;
-  return true;
-}
-
-/// The table stands for the text: its columns may have been changed since by nobody.
+/// A column of days alone is written again as it was.
 bool IsLoss(const layerdata::Table& table, const Change& change) {
   return change.kind != LD_TEXT_CHANGE_DATE_WITHOUT_TIME || !table.HasColumn(change.column) ||
-         !HoldsDaysOnly(table[change.column]);
+         !layerdata::ColumnData(table[change.column]).HoldsDays();
 }
 
 void WarnOfChange(const Change& change, std::uint64_t line, const std::string& source) {
-  Warn(Place(source, line) + "column " + change.column + ": '" + change.text + "' was " +
+  Warn(AtLine(source, line) + "column " + change.column + ": '" + change.text + "' was " +
        Describe(change.kind) +
        (change.count == 1 ? std::string()
                           : ", and " + Counted(change.count - 1, "value") + " more like it") +
@@ -119,7 +102,7 @@ void WarnOfLosses(const layerdata::Table& table, const layerdata::ReadReport& re
   const bool isJson = report.Separator().empty();
   Lines lines(text);
   const auto place = [&](std::uint64_t line) {
-    return Place(source, isJson ? line : lines.InEditor(line));
+    return AtLine(source, isJson ? line : lines.InEditor(line));
   };
   WarnOfLines(Ask<std::uint64_t>(ld_read_report_get_dropped_line_count, found), source,
               "before the header dropped", [&](std::uint64_t i) {
@@ -133,7 +116,7 @@ void WarnOfLosses(const layerdata::Table& table, const layerdata::ReadReport& re
                 std::uint64_t line = 0, values = 0;
                 Call(ld_read_report_get_long_line, found, i, &line, &values);
                 Warn(place(line) + Counted(values, "value") + " for " +
-                     Counted(static_cast<std::uint64_t>(table.ColumnCount()), "column"));
+                     Counted(table.ColumnCount(), "column"));
               });
   const auto changes = Ask<std::uint64_t>(ld_read_report_get_change_count, found);
   for (std::uint64_t i = 0; i < changes; ++i) {
@@ -148,10 +131,9 @@ void WarnOfLosses(const layerdata::Table& table, const layerdata::ReadReport& re
 layerdata::Error LongLineError(std::string_view text, const std::string& source,
                                const layerdata::Table& table, std::uint64_t line,
                                std::uint64_t valueCount) {
-  return layerdata::Error(Place(source, Lines(text).InEditor(line)) + Counted(valueCount, "value") +
-                          " for " +
-                          Counted(static_cast<std::uint64_t>(table.ColumnCount()), "column") +
-                          " (--long-lines skip or keep reads such a file)");
+  return layerdata::Error(
+      AtLine(source, Lines(text).InEditor(line)) + Counted(valueCount, "value") + " for " +
+      Counted(table.ColumnCount(), "column") + " (--long-lines skip or keep reads such a file)");
 }
 
 }  // namespace program

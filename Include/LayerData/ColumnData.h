@@ -17,16 +17,17 @@ class ColumnData {
  public:
   /// @param format   LD_COLUMN_FORMAT_AUTOMATIC for the one that holds all values
   /// @param isLossy  whether to round, and to replace what is not UTF-8, instead of failing
+  /// @param rows     how many of the first rows; -1 for all
   /// @throws Error for a value that the format cannot hold
   explicit ColumnData(const Column& column, ld_column_format format = LD_COLUMN_FORMAT_AUTOMATIC,
-                      bool isLossy = false) {
+                      bool isLossy = false, std::int64_t rows = -1) {
     ld_column_options options{};
     options.size = sizeof options;
     options.format = format;
     options.lossy = isLossy;
     ld_object* owner = nullptr;
-    detail::Call(ld_table_get_column_data, column.GetTable(), column.Index(), std::int64_t{0},
-                 std::int64_t{-1}, &options, &data_, &owner);
+    detail::Call(ld_table_get_column_data, column.GetTable(), column.Index(), std::int64_t{0}, rows,
+                 &options, &data_, &owner);
     owner_ = detail::Handle(owner);
   }
 
@@ -44,6 +45,15 @@ class ColumnData {
   /// Whether a cell has no value; what the arrays hold there has no meaning.
   bool IsNull(std::size_t index) const noexcept {
     return data_->validity && (data_->validity[index / 8] >> index % 8 & 1) == 0;
+  }
+
+  /// Whether the values are date-times at noon, which is how dates without a time are read.
+  bool HoldsDays() const noexcept {
+    constexpr std::int64_t kHour = 3'600'000'000, kDay = 24 * kHour, kNoon = 12 * kHour;
+    if (Format() != LD_COLUMN_FORMAT_DATE_TIME) return false;
+    for (std::size_t i = 0; i < Size(); ++i)
+      if (!IsNull(i) && ((Integers()[i] % kDay) + kDay) % kDay != kNoon) return false;
+    return true;
   }
 
   /// The values of LD_COLUMN_FORMAT_INT64, and the microseconds of LD_COLUMN_FORMAT_DATE_TIME.

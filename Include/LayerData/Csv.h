@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "LayerData/Handle.h"
+#include "LayerData/Options.h"
 #include "LayerData/Progress.h"
 #include "LayerData/ReadReport.h"
 
@@ -56,42 +57,24 @@ namespace detail {
 /// Reads with the function `read(options, &table, &report, &error)`.
 template <class Read>
 Handle<ld_table> ReadCsv(const CsvOptions& options, ReadReport* report, Read&& read) {
-  std::vector<const char*> textColumns;
-  for (const std::string& name : options.textColumns) textColumns.push_back(name.c_str());
-  ProgressCall progress(options.progress);
   ld_csv_read_options record{};
-  record.size = sizeof record;
   record.separator = options.separator.c_str();
-  record.code_page = options.codePage;
   record.header = static_cast<ld_header_line>(options.header);
   record.long_lines = static_cast<ld_long_lines>(options.longLines);
-  record.thread_count = options.threads;
-  record.text_columns = textColumns.data();
-  record.text_column_count = textColumns.size();
-  record.max_rows = options.maxRows;
-  record.progress = progress.Function();
-  record.progress_context = &progress;
-  record.all_text = options.allText;
   record.unquote_names = options.unquoteNames;
-  return progress.ReadTable(record, report, read);
+  return ReadTable(record, options, report, read);
 }
 
 /// Writes with the function `write(options, &error)` or `write(options, &text, &error)`.
 template <class... Result, class Write>
 void WriteCsv(const CsvWriteOptions& options, Write&& write, Result... result) {
-  ProgressCall progress(options.progress);
   ld_csv_write_options record{};
-  record.size = sizeof record;
   record.separator = options.separator.c_str();
-  record.form = static_cast<ld_value_form>(options.form);
   record.quoting = options.quoteTexts ? LD_QUOTING_TEXTS : LD_QUOTING_NEEDED;
   record.line_end = options.windowsLineEnds ? LD_LINE_END_CRLF : LD_LINE_END_LF;
-  record.thread_count = options.threads;
-  record.progress = progress.Function();
-  record.progress_context = &progress;
   record.quote_names = options.quoteNames;
   record.without_header = !options.header;
-  progress.Run([&] { Call(write, &record, result...); });
+  WriteTable(record, options, write, result...);
 }
 
 }  // namespace detail

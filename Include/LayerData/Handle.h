@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "LayerData/Error.h"
 #include "LayerData/layerdata.h"
@@ -62,6 +64,15 @@ Result Ask(Function function, Arguments... arguments) {
 template <class Object, class Function, class... Arguments>
 Handle<Object> Receive(Function function, Arguments... arguments) {
   return Handle<Object>(Ask<Object*>(function, arguments...));
+}
+
+/// The names of a list, or of its entries, as the C interface takes them. They point into the list.
+template <class Entry, class NameOf = std::identity>
+std::vector<const char*> Names(const std::vector<Entry>& entries, NameOf nameOf = {}) {
+  std::vector<const char*> names;
+  names.reserve(entries.size());
+  for (const Entry& entry : entries) names.push_back(std::invoke(nameOf, entry).c_str());
+  return names;
 }
 
 }  // namespace layerdata::detail

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "LayerData/Handle.h"
+#include "LayerData/Options.h"
 #include "LayerData/Progress.h"
 #include "LayerData/ReadReport.h"
 
@@ -43,36 +44,18 @@ namespace detail {
 /// Reads with the function `read(options, &table, &report, &error)`.
 template <class Read>
 Handle<ld_table> ReadJson(const JsonOptions& options, ReadReport* report, Read&& read) {
-  std::vector<const char*> textColumns;
-  for (const std::string& name : options.textColumns) textColumns.push_back(name.c_str());
-  ProgressCall progress(options.progress);
   ld_json_read_options record{};
-  record.size = sizeof record;
-  record.code_page = options.codePage;
   record.form = static_cast<ld_json_form>(options.form);
-  record.text_columns = textColumns.data();
-  record.text_column_count = textColumns.size();
-  record.max_rows = options.maxRows;
-  record.progress = progress.Function();
-  record.progress_context = &progress;
-  record.thread_count = options.threads;
-  record.all_text = options.allText;
-  return progress.ReadTable(record, report, read);
+  return ReadTable(record, options, report, read);
 }
 
 /// Writes with the function `write(options, &error)` or `write(options, &text, &error)`.
 template <class... Result, class Write>
 void WriteJson(const JsonWriteOptions& options, Write&& write, Result... result) {
-  ProgressCall progress(options.progress);
   ld_json_write_options record{};
-  record.size = sizeof record;
   record.layout = options.lines ? LD_JSON_LAYOUT_LINES : LD_JSON_LAYOUT_ARRAY;
   record.indentation = options.indentation;
-  record.form = static_cast<ld_value_form>(options.form);
-  record.thread_count = options.threads;
-  record.progress = progress.Function();
-  record.progress_context = &progress;
-  progress.Run([&] { Call(write, &record, result...); });
+  WriteTable(record, options, write, result...);
 }
 
 }  // namespace detail

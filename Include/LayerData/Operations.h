@@ -35,13 +35,6 @@ class Bitmap {
   std::vector<std::uint8_t> bytes_;
 };
 
-inline std::vector<const char*> Names(const std::vector<std::string>& names) {
-  std::vector<const char*> texts;
-  texts.reserve(names.size());
-  for (const std::string& name : names) texts.push_back(name.c_str());
-  return texts;
-}
-
 }  // namespace detail
 
 template <std::predicate<Row> Keep>
@@ -63,7 +56,7 @@ inline Table Table::Head(std::int64_t count) const {
 }
 
 inline Table Table::Select(const std::vector<std::string>& columns) const {
-  const std::vector<const char*> names = detail::Names(columns);
+  const auto names = detail::Names(columns);
   return Table(
       detail::Receive<ld_table>(ld_table_select, Get(), names.data(), std::uint64_t{names.size()}));
 }
@@ -80,13 +73,8 @@ inline Table Table::SortBy(const std::vector<SortKey>& keys) const {
 
 inline Table Table::Join(const Table& right, const std::vector<JoinKey>& keys,
                          JoinKind kind) const {
-  std::vector<const char*> leftNames, rightNames;
-  leftNames.reserve(keys.size());
-  rightNames.reserve(keys.size());
-  for (const JoinKey& key : keys) {
-    leftNames.push_back(key.left.c_str());
-    rightNames.push_back(key.right.c_str());
-  }
+  const auto leftNames = detail::Names(keys, &JoinKey::left);
+  const auto rightNames = detail::Names(keys, &JoinKey::right);
   return Table(detail::Receive<ld_table>(ld_table_join, Get(), right.Get(), leftNames.data(),
                                          rightNames.data(), std::uint64_t{keys.size()},
                                          static_cast<ld_join_kind>(kind)));
@@ -94,7 +82,7 @@ inline Table Table::Join(const Table& right, const std::vector<JoinKey>& keys,
 
 inline Table Table::GroupBy(const std::vector<std::string>& keys,
                             const std::vector<Aggregate>& aggregates) const {
-  const std::vector<const char*> names = detail::Names(keys);
+  const auto names = detail::Names(keys);
   std::vector<ld_aggregate> records;
   records.reserve(aggregates.size());
   for (const Aggregate& aggregate : aggregates)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -102,26 +101,14 @@ struct PrintedColumn {
   }
 };
 
-/// Whether all values in the first rows of a column are dates at noon, which is how a date without
-/// a time is read. They are printed without it.
-inline bool HoldsDays(const Column& column, std::int64_t rows) {
-  constexpr DateTime::Ticks kNoon = std::chrono::hours(12);
-  for (std::int64_t row = 0; row < rows; ++row) {
-    const Cell cell = column[row];
-    if (cell.IsNull()) continue;
-    if (cell.Type() != LD_VALUE_TYPE_DATE_TIME) return false;
-    if (cell.As<DateTime>().TimeOfDay().to_duration() != kNoon) return false;
-  }
-  return true;
-}
-
 inline PrintedColumn MakePrinted(const Column& column, std::int64_t rows, bool withType,
                                  std::size_t cellWidth) {
   PrintedColumn printed;
   printed.Add(column.Name(), cellWidth);
   if (withType)
     printed.Add(ColumnData(column, LD_COLUMN_FORMAT_AUTOMATIC, true).TypeName(), cellWidth);
-  const bool holdsDays = HoldsDays(column, rows);
+  // Dates without a time are printed without it.
+  const bool holdsDays = ColumnData(column, LD_COLUMN_FORMAT_AUTOMATIC, true, rows).HoldsDays();
   for (std::int64_t row = 0; row < rows; ++row) {
     const Cell cell = column[row];
     printed.isNumeric &= cell.IsNull() || cell.IsNumber();
