@@ -6,6 +6,7 @@ set -u
 cd "$(dirname "$0")/.." || exit 1
 root=$PWD
 release=$1
+windows=$2
 work=$root/build/package
 failures=0
 rm -rf "$work"
@@ -158,5 +159,82 @@ check Debian.FoundByRoot consumer debian-root "$bare" "-DCMAKE_FIND_ROOT_PATH=$b
 check Debian.Runs runs debian-root
 PKG_CONFIG_SYSROOT_DIR=$bare PKG_CONFIG_LIBDIR=$multiarch/pkgconfig check Debian.PkgConfig with_pkg_config "$multiarch"
 LD_LIBRARY_PATH=$multiarch check Debian.ProgramRuns "$bare/usr/bin/layerdata" describe Examples/Data/shops.csv
+
+# -- The archive for Windows --
+
+zip=$work/layerdata-1.0.0-win64
+export WINEPREFIX=$root/$windows/wine
+
+zips() {
+  cpack --config "$windows/CPackConfig.cmake" -B "$work/zip" &&
+    cmake -E chdir "$work" cmake -E tar xf zip/layerdata-1.0.0-win64.zip
+}
+
+zip_is_complete() {
+  ls -w 0 -m "$zip/bin" "$zip/lib" "$zip/include/layerdata-1" "$zip/share/doc/LayerData/licenses" >"$work/contents"
+  sed "s|$zip/||" "$work/contents" | diff - <(cat <<'END'
+bin:
+layerdata-c.dll, layerdata.dll, layerdata.exe, libgcc_s_seh-1.dll, libstdc++-6.dll, libwinpthread-1.dll
+
+include/layerdata-1:
+Core, Data, LayerData
+
+lib:
+cmake, layerdata-c.def, layerdata-c.lib, layerdata.def, layerdata.lib, pkgconfig
+
+share/doc/LayerData/licenses:
+GPL-3, gcc-mingw-w64-base.txt, mingw-w64-common.txt
+END
+  ) && [ -f "$zip/share/doc/LayerData/THIRD-PARTY-NOTICES.md" ]
+}
+
+binaries_are_stripped() {
+  for file in "$zip"/bin/*; do x86_64-w64-mingw32-objdump -t "$file" | grep -Fx "no symbols" || return; done
+}
+
+binaries_say_their_version() {
+  for file in "$zip"/bin/layerdata*; do
+    x86_64-w64-mingw32-windres -O rc "$file" >"$work/resources" &&
+      grep -F "FILEVERSION 1, 0, 0, 0" "$work/resources" && grep -F "\"$(basename "$file")\"" "$work/resources" || return
+  done
+}
+
+# for_windows FILE COMMAND: a tool chain that adds this command to the one of the sources.
+for_windows() { printf 'include("%s")\n%s\n' "$root/cmake/MinGW64.cmake" "$2" >"$work/$1"; }
+
+runs_in_wine() {
+  cp "$zip"/bin/*.dll "$work/$1" && runs "$1" Tools/run-wine.sh
+}
+
+for_windows prefix.cmake 'set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)'
+for_windows root.cmake "list(APPEND CMAKE_FIND_ROOT_PATH \"$zip\")"
+check Zip.Packs zips
+check Zip.IsComplete zip_is_complete
+check Zip.BinariesAreStripped binaries_are_stripped
+check Zip.BinariesSayTheirVersion binaries_say_their_version
+check Zip.FoundByPrefix consumer zip-prefix "$zip" "-DCMAKE_PREFIX_PATH=$zip" "-DCMAKE_TOOLCHAIN_FILE=$work/prefix.cmake"
+check Zip.FoundByRoot consumer zip-root "$zip" "-DCMAKE_TOOLCHAIN_FILE=$work/root.cmake"
+check Zip.Runs runs_in_wine zip-root
+check Zip.ProgramRuns Tools/run-wine.sh "$zip/bin/layerdata.exe" describe Examples/Data/shops.csv
+
+# -- The sources as part of another project --
+
+# The library itself is built by every other stage; here its headers and targets reach the consumer's files.
+fetched() {
+  cmake -S Tests/Consumer -B "$work/fetched" -G Ninja "-DLAYERDATA_SOURCES=$root" -DBUILD_SHARED_LIBS=OFF \
+    >"$work/output" 2>&1 || { cat "$work/output"; return 1; }
+  grep "but LayerData has only shared libraries" "$work/output" &&
+    cmake --build "$work/fetched" --target CMakeFiles/consumer.dir/Consumer.cpp.o CMakeFiles/caller.dir/Caller.c.o
+}
+
+# Nor are its tests, programs and packages there.
+installs_nothing() {
+  cmake --install "$work/fetched" --prefix "$work/with-fetched" && files "$work/with-fetched" |
+    diff - <(echo ./share/consumer/CMakeLists.txt) && [ ! -e "$work/fetched/CPackConfig.cmake" ] &&
+    ! ninja -C "$work/fetched" -t targets all | grep -E '(Program|Tests|uninstall|LongRows):'
+}
+
+check Fetched.Compiles fetched
+check Fetched.InstallsNothing installs_nothing
 
 [ "$failures" -eq 0 ]
