@@ -7,7 +7,7 @@ PACKAGE_PACKAGES="dpkg-dev file lintian"
 DOCS_PACKAGES="doxygen python3"
 DUCKDB_PACKAGES="npm"
 FUZZ_PACKAGES="clang libclang-rt-14-dev python3"
-BENCHMARK_PACKAGES="libbenchmark-dev python3-pandas"
+BENCHMARK_PACKAGES="libbenchmark-dev python3-pandas python3-matplotlib"
 
 # install_packages NAME...: installs the packages that are missing, as root or with sudo.
 install_packages() {
