@@ -36,6 +36,15 @@ if(WIN32)  # other tool chains make import libraries of their own from the lists
     DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 endif()
 
+# gdb looks here for what shows the objects of a library. Each library may be used without the other.
+if(NOT WIN32)
+  foreach(name liblayerdata.so liblayerdata-c.so)
+    install(FILES Debuggers/layerdata-gdb.py RENAME ${name}.${PROJECT_VERSION}-gdb.py
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR} COMPONENT development)
+  endforeach()
+endif()
+install(FILES Debuggers/layerdata.natvis DESTINATION ${CMAKE_INSTALL_DATADIR}/LayerData COMPONENT development)
+
 if(TARGET Program)
   install(TARGETS Program RUNTIME COMPONENT program)
   if(NOT WIN32)
