@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
 
 #include <cstdint>
 #include <string>
@@ -17,17 +18,17 @@ using Data::Interfaces::IJsonDocument;
 using Data::Interfaces::IString;
 using Data::Interfaces::ITable;
 
-Ptr<ITable> MakeTable() {
+Ptr<ITable> MakeTable(std::size_t csvBytes = 5'000'000) {
   const std::string text =
-      Data::benchmarks::MakeTableText(Data::benchmarks::TableKind::Mixed, 5'000'000, 20);
+      Data::benchmarks::MakeTableText(Data::benchmarks::TableKind::Mixed, csvBytes, 20);
   Ptr<ITable> table;
   Data_ParseCsv(text.data(), text.size(), table.Receive(), nullptr);
   return table;
 }
 
-Ptr<IJsonDocument> MakeDocument() {
+Ptr<IJsonDocument> MakeDocument(std::size_t csvBytes = 5'000'000) {
   Ptr<IJsonDocument> document;
-  Data_TableToJson(MakeTable().Get(), document.Receive(), nullptr);
+  Data_TableToJson(MakeTable(csvBytes).Get(), document.Receive(), nullptr);
   return document;
 }
 
@@ -47,15 +48,30 @@ void TableToJson(benchmark::State& state) {
 }
 BENCHMARK(TableToJson);
 
+/// The bytes of the table as CSV; as JSON it has twice as many.
+constexpr std::int64_t kSmall = 200, kLarge = 25'000'000;
+
 void JsonToTable(benchmark::State& state) {
-  const auto document = MakeDocument();
+  const auto document = MakeDocument(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
     Ptr<ITable> table;
     Data_JsonToTable(document.Get(), table.Receive(), nullptr);
   }
   state.SetBytesProcessed(state.iterations() * BytesOf(document));
 }
-BENCHMARK(JsonToTable);
+BENCHMARK(JsonToTable)->Arg(kSmall)->Arg(5'000'000)->Arg(kLarge);
+
+/// For comparison: rapidjson's own tree of the same text.
+void JsonTree(benchmark::State& state) {
+  const auto document = MakeDocument(static_cast<std::size_t>(state.range(0)));
+  const std::string text(document->GetContent()->GetUtf8());
+  for (auto _ : state) {
+    rapidjson::Document tree;
+    benchmark::DoNotOptimize(tree.Parse(text.data(), text.size()));
+  }
+  state.SetBytesProcessed(state.iterations() * BytesOf(document));
+}
+BENCHMARK(JsonTree)->Arg(kSmall)->Arg(5'000'000)->Arg(kLarge);
 
 void CheckJson(benchmark::State& state) {
   const auto document = MakeDocument();

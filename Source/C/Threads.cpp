@@ -59,22 +59,26 @@ struct Cancellation final : std::exception {
 
 }  // namespace
 
-Threads::Threads(std::uint32_t count, Progress progress)
-    : threadCount_(count != 0 ? std::min(count, kMost)
-                              : std::min(Platform::CountProcessors(), kMostByDefault)),
-      isAsked_(count != 0),
-      progress_(progress) {}
+Threads::Threads(std::uint32_t count, Progress progress) : asked_(count), progress_(progress) {}
+
+/// Asks the system, so not for a small job.
+std::size_t Threads::ThreadCount() const {
+  if (asked_ != 0) return std::min(asked_, kMost);
+  return std::min(Platform::CountProcessors(), kMostByDefault);
+}
 
 std::size_t Threads::CountFor(std::size_t bytes) const {
   constexpr std::size_t kMostPerThread = 8, kLeastPartBytes = std::size_t{1} << 18;
-  if (threadCount_ == 1 || (!isAsked_ && bytes < kLeastBytes)) return 1;
-  return std::clamp(bytes / kLeastPartBytes, threadCount_, kMostPerThread * threadCount_);
+  if (asked_ == 0 && bytes < kLeastBytes) return 1;
+  const std::size_t threads = ThreadCount();
+  if (threads == 1) return 1;
+  return std::clamp(bytes / kLeastPartBytes, threads, kMostPerThread * threads);
 }
 
 void Threads::Run(std::size_t count, const std::function<void(std::size_t)>& part) {
   Job job(count, part);
   std::vector<std::jthread> threads;
-  const std::size_t wanted = std::min(threadCount_, count);
+  const std::size_t wanted = count <= 1 ? count : std::min(ThreadCount(), count);
   try {
     for (std::size_t i = 1; i < wanted; ++i) threads.emplace_back([&job] { job.Work(); });
   } catch (const std::system_error&) {  // no more threads

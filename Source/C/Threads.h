@@ -46,10 +46,10 @@ class Threads final : public Core::Parts {
   void Finish();
 
  private:
+  std::size_t ThreadCount() const;
   void Report(std::uint64_t done);
 
-  std::size_t threadCount_;
-  bool isAsked_;  ///< whether the caller has given the number of threads
+  std::uint32_t asked_;  ///< the caller's number of threads; 0 if it is for this class to choose
   Progress progress_;
   std::thread::id caller_ = std::this_thread::get_id();
   std::atomic<std::uint64_t> done_ = 0;
