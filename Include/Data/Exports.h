@@ -182,6 +182,10 @@ LAYERDATA_API bool Data_CreateTable(Data::Interfaces::ITable** out, Core::IError
 /// with "Csv file does not have consistent usage of column separator between lines!, Columns %d vs
 /// Values %d at line %d" (non-empty lines, counted from 0).
 ///
+/// Every row has a cell of 24 bytes for each column, even if its line has fewer values. A text may
+/// make 16,777,216 cells, or 32 for each of its bytes if that is more; otherwise reading fails with
+/// "A text of %llu bytes cannot become a table of more than %llu cells!".
+///
 /// A name in the header line ends at its first zero byte. An empty name becomes "Unnamed_" followed
 /// by a new UUID. A repeated name refers to the existing column, so that a line with values for
 /// both has more values than columns.
@@ -242,7 +246,11 @@ LAYERDATA_API bool Data_CreateRtfDocument(Data::Interfaces::IRtfDocument** out);
 ///     array!";
 ///   - "Unsupported variant type" for a cell that is an integer above 2^63 - 1;
 ///   - "Table %s must contain at least one column before you insert new row!" for an object without
-///     members if no earlier object has any.
+///     members if no earlier object has any;
+///   - "A text of %llu bytes cannot become a table of more than %llu cells!", at as many cells as
+///     `Data_ParseCsv` does.
+///
+/// The rows, texts and date-times are allocated as those of `Data_ParseCsv`.
 LAYERDATA_API bool Data_JsonToTable(Data::Interfaces::IJsonDocument* document,
                                     Data::Interfaces::ITable** out, Core::IErrorCode** error);
 /// Writes a table as a JSON array with one object per row. Integers and UUIDs are written as the

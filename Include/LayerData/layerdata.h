@@ -2035,6 +2035,10 @@ LD_API bool ld_create_table(ld_table** out, ld_error** error);
 /// with "Csv file does not have consistent usage of column separator between lines!, Columns %d vs
 /// Values %d at line %d" (non-empty lines, counted from 0).
 ///
+/// Every row has a cell of 24 bytes for each column, even if its line has fewer values. A text may
+/// make 16,777,216 cells, or 32 for each of its bytes if that is more; otherwise reading fails with
+/// "A text of %llu bytes cannot become a table of more than %llu cells!".
+///
 /// A name in the header line ends at its first zero byte. An empty name becomes "Unnamed_" followed
 /// by a new UUID. A repeated name refers to the existing column, so that a line with values for
 /// both has more values than columns.
@@ -2097,7 +2101,11 @@ LD_API bool ld_create_rtf_document(ld_rtf_document** out, ld_error** error);
 ///     array!";
 ///   - "Unsupported variant type" for a cell that is an integer above 2^63 - 1;
 ///   - "Table %s must contain at least one column before you insert new row!" for an object without
-///     members if no earlier object has any.
+///     members if no earlier object has any;
+///   - "A text of %llu bytes cannot become a table of more than %llu cells!", at as many cells as
+///     `ld_parse_csv` does.
+///
+/// The rows, texts and date-times are allocated as those of `ld_parse_csv`.
 LD_API bool ld_json_to_table(ld_json_document* document, ld_table** out, ld_error** error);
 
 /// Writes a table as a JSON array with one object per row. Integers and UUIDs are written as the

@@ -102,7 +102,8 @@ enum {
 ///                 `ld_parse_csv`, unless the text begins with a byte-order mark of UTF-16
 /// @param table    receives a new table
 /// @param report   receives a report; null if none is wanted, which takes less time
-/// @fails also with "No lines detected in the csv content"
+/// @fails also with "No lines detected in the csv content" and, as `ld_parse_csv`, with "A text of
+///        %llu bytes cannot become a table of more than %llu cells!"
 LD_API bool ld_csv_read(const void* data, uint64_t size, const ld_csv_read_options* options,
                         ld_table** table, ld_read_report** report, ld_error** error);
 /// As `ld_csv_read`, from a file. Fails with `Cannot read "PATH": ` and the system's reason.
@@ -154,7 +155,8 @@ typedef struct ld_json_read_options {
 ///   - "Object in the array is not of the type object! Data structure is inconsistent across array!
 ///     (line %d)";
 ///   - "Unsupported variant type (line %d)" for an integer above 2^63 - 1;
-///   - "Table %s must contain at least one column before you insert new row! (line %d)".
+///   - "Table %s must contain at least one column before you insert new row! (line %d)";
+///   - "A text of %llu bytes cannot become a table of more than %llu cells! (line %d)".
 LD_API bool ld_json_read(const void* data, uint64_t size, const ld_json_read_options* options,
                          ld_table** table, ld_read_report** report, ld_error** error);
 /// As `ld_json_read`, from a file. Fails with `Cannot read "PATH": ` and the system's reason.

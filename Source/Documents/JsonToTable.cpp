@@ -11,6 +11,7 @@
 #include "Documents/JsonDocumentImpl.h"
 #include "Documents/JsonReader.h"
 #include "Documents/JsonWriter.h"
+#include "Tables/CellLimit.h"
 #include "Tables/ValueTypeDetection.h"
 #include "Text/TextValue.h"
 
@@ -76,20 +77,27 @@ std::string_view TextOf(std::string_view, const char* begin, std::size_t length,
 /// so a name is first compared with the column that followed the same member last time.
 class MemberColumns {
  public:
-  explicit MemberColumns(TableImpl& table) : table_(table) {}
+  MemberColumns(TableImpl& table, CellLimit& limit) : table_(table), limit_(limit) {}
 
   void StartObject() { next_ = 0; }
   ColumnImpl& Next(std::string_view name) {
     if (next_ >= followers_.size()) followers_.resize(next_ + 1);
     ColumnImpl*& follower = followers_[next_];
-    if (!follower || follower->Name() != name)
-      follower = &table_.AddNamedColumn(name.substr(0, name.find('\0')));
+    if (!follower || follower->Name() != name) follower = &Column(name.substr(0, name.find('\0')));
     next_ = static_cast<std::size_t>(follower->Index()) + 1;
     return *follower;
   }
 
  private:
+  ColumnImpl& Column(std::string_view name) {
+    const std::size_t count = table_.ColumnCount();
+    ColumnImpl& column = table_.AddNamedColumn(name);
+    if (table_.ColumnCount() != count) limit_.AddColumn(table_.RowCount(), count + 1);
+    return column;
+  }
+
   TableImpl& table_;
+  CellLimit& limit_;
   /// `followers_[0]` is the column of the first member; `followers_[i + 1]` is the column that last
   /// followed the column with index i.
   std::vector<ColumnImpl*> followers_;
@@ -104,13 +112,16 @@ constexpr std::size_t kBytesPerCharacter = 2;
 class TableBuilder {
  public:
   /// @param textSize  of the part that is read
-  TableBuilder(std::size_t textSize, const JsonTableOptions& options, Core::Parts& parts)
+  /// @param limit     of all parts
+  TableBuilder(std::size_t textSize, CellLimit& limit, const JsonTableOptions& options,
+               Core::Parts& parts)
       : options_(options),
+        limit_(limit),
         isPlain_(options.textColumns.empty() && !options.isAllText && !options.findsChanges),
         parts_(parts),
         pool_(options.maxRows == SIZE_MAX ? kBytesPerCharacter * textSize : 0),
         table_(Core::MakePtr<TableImpl>()),
-        columns_(*table_),
+        columns_(*table_, limit),
         nested_(nestedText_) {}
 
   using Parser = JsonParser<TableBuilder>;
@@ -176,6 +187,7 @@ class TableBuilder {
   }
 
   void StartRow() {
+    limit_.AddRow(table_->ColumnCount());
     row_ = &table_->AppendBlankRow(&pool_);
     columns_.StartObject();
   }
@@ -245,6 +257,7 @@ class TableBuilder {
   const Parser* parser_ = nullptr;
   std::string_view text_;
   const JsonTableOptions& options_;
+  CellLimit& limit_;
   bool isPlain_;
   Core::Parts& parts_;
   ObjectPool pool_;  // of the rows and what their cells refer to
@@ -345,7 +358,8 @@ constexpr const char* kLinesName = "JsonLines";
 /// Reads the lines into the table of one builder.
 JsonTableResult ReadOnePart(std::string_view text, const JsonTableOptions& options,
                             Core::Parts& parts) {
-  TableBuilder builder(text.size(), options, parts);
+  CellLimit limit(text.size());
+  TableBuilder builder(text.size(), limit, options, parts);
   builder.StartRows(kLinesName);
   ReadLines(text, text.size(), 0, builder);
   return builder.TakeResult();
@@ -417,8 +431,9 @@ JsonTableResult ReadInParts(std::string_view text, const std::vector<std::string
                             const JsonTableOptions& options, Core::Parts& parts) {
   const auto columns = SampleColumns(text, options);
   std::vector<JsonTableResult> read(texts.size());
+  CellLimit limit(text.size());
   parts.Run(texts.size(), [&](std::size_t i) {
-    TableBuilder builder(texts[i].size(), options, parts);
+    TableBuilder builder(texts[i].size(), limit, options, parts);
     builder.StartRows(kLinesName);
     for (const auto& name : columns) builder.Table().AddNamedColumn(name);
     const auto offset = static_cast<std::size_t>(texts[i].data() - text.data());
@@ -433,7 +448,8 @@ JsonTableResult ReadInParts(std::string_view text, const std::vector<std::string
 
 JsonTableResult ReadJsonTable(std::string_view text, const JsonTableOptions& options,
                               Core::Parts& parts) {
-  TableBuilder builder(text.size(), options, parts);
+  CellLimit limit(text.size());
+  TableBuilder builder(text.size(), limit, options, parts);
   TableBuilder::Parser parser(text, builder);
   builder.Follow(parser, text);
   WithPosition(parser, 0, [&] {

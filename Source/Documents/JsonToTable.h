@@ -42,7 +42,8 @@ struct JsonFailure : std::runtime_error {
 /// @param text  as `JsonTextOf` returns it
 /// @throws JsonFailure "Json document is not valid!", "Object in the array is not of the type
 ///         object! Data structure is inconsistent across array!", "Unsupported variant type",
-///         "Table %s must contain at least one column before you insert new row!"
+///         "Table %s must contain at least one column before you insert new row!", and the message
+///         of `CellLimit::AddRow`
 JsonTableResult ReadJsonTable(std::string_view text, const JsonTableOptions& options,
                               Core::Parts& parts);
 

@@ -461,6 +461,37 @@ TEST(CReading, FailsAsOnOneThread) {
   }
 }
 
+/// Rows of one value in a table of as many columns as rows: the limit is reached, then exceeded.
+TEST(CReading, DoesNotFillTheMemoryWithEmptyCells) {
+  constexpr int kCount = 4096;
+  std::string csv = "c0", array = "[", lines = "{\"c0\":1";
+  for (int i = 1; i < kCount; ++i) {
+    csv += ",c" + std::to_string(i);
+    lines += ",\"c" + std::to_string(i) + "\":1";
+  }
+  lines += "}\n";
+  for (int i = 0; i < kCount; ++i) {
+    csv += "\n1";
+    array += "{\"c" + std::to_string(i) + "\":1},\n";  // each adds a column
+    lines += "{\"c7\":1}\n";
+  }
+  const auto failure = [](const std::string& text) {
+    return "A text of " + std::to_string(text.size()) +
+           " bytes cannot become a table of more than 16777216 cells!";
+  };
+  EXPECT_EQ(Read(csv, static_cast<const ld_csv_read_options*>(nullptr)).failure, "");
+  csv += "\n1";
+  array += "{\"c0\":1}]";
+  for (const std::uint32_t threads : {1u, 3u}) {
+    const auto csvOptions = Csv(threads);
+    EXPECT_EQ(Read(csv, &csvOptions).failure, failure(csv));
+    const auto options = Json(threads);
+    EXPECT_EQ(Read(lines, &options).failure.substr(0, failure(lines).size()), failure(lines));
+  }
+  const auto options = Json();
+  EXPECT_EQ(Read(array, &options).failure, failure(array) + " (line 4097)");
+}
+
 TEST(CReading, ReadsJsonAsTheExportsDo) {
   const std::vector<std::string> values = {
       "1",    "-2.50",         "\"x\"",          "\"2024-01-31\"", "null",

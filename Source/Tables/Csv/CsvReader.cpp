@@ -116,11 +116,11 @@ void Join(std::vector<CsvRows>& read, CsvResult& result, Core::Parts& parts) {
   throw std::runtime_error(LongLineMessage(result.table->ColumnCount(), line));
 }
 
-void ReadRows(std::string_view text, const CsvRowRules& rules, CsvResult& result,
+void ReadRows(std::string_view text, const CsvRowRules& rules, CellLimit& limit, CsvResult& result,
               Core::Parts& parts) {
   const bool isLimited = rules.maxRows < text.size();
   const auto texts = isLimited ? std::vector{text} : CutAtLineEnds(text, parts);
-  std::vector<CsvRows> read(texts.size(), CsvRows(*result.table, rules));
+  std::vector<CsvRows> read(texts.size(), CsvRows(*result.table, rules, limit));
   PartPools pools;
   try {
     parts.Run(texts.size(), [&](std::size_t i) {
@@ -154,7 +154,8 @@ CsvResult ReadCsv(std::string_view content, const CsvOptions& options, Core::Par
                              .maxRows = options.maxRows,
                              .isText = FindTextColumns(*result.table, options),
                              .findsChanges = options.findsChanges};
-  ReadRows(lines, rules, result, parts);
+  CellLimit limit(content.size());
+  ReadRows(lines, rules, limit, result, parts);
   return result;
 }
 

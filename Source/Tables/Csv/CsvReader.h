@@ -45,7 +45,7 @@ struct CsvResult {
 /// The lines are read in parts, with the same result as in one.
 /// @throws std::runtime_error "No lines detected in the csv content", "Csv file does not have
 ///         consistent usage of column separator between lines!, Columns %d vs Values %d at line %d"
-///         (only for `ExtraValues::Fail`), "The text has no column %s!"
+///         (only for `ExtraValues::Fail`), "The text has no column %s!", as `CellLimit::AddRow`
 CsvResult ReadCsv(std::string_view content, const CsvOptions& options, Core::Parts& parts);
 
 /// What is wrong with a long line.

@@ -32,9 +32,10 @@ std::optional<TextChange> ChangeOf(std::string_view value, const _VARIANT& cell)
 
 }  // namespace
 
-CsvRows::CsvRows(TableImpl& table, const CsvRowRules& rules)
+CsvRows::CsvRows(TableImpl& table, const CsvRowRules& rules, CellLimit& limit)
     : table_(table),
       rules_(rules),
+      limit_(limit),
       isPlain_(rules.isText.empty() && !rules.findsChanges),
       notes_(table.ColumnCount()),
       changes_(rules.findsChanges ? table.ColumnCount() : 0) {}
@@ -75,6 +76,7 @@ void CsvRows::Add(const CsvLine& line) {
 /// The row is in the list before its cells hold anything, so nothing leaks if reading fails.
 template <class ReadValue>
 void CsvRows::AddRow(const CsvLine& line, ReadValue&& readValue) {
+  limit_.AddRow(notes_.size());
   rows_.push_back(RowImpl::Make(&table_, notes_.size(), pool_));
   RowImpl& row = *rows_.back();
   row.SetIndex(rows_.size() - 1);

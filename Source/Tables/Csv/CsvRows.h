@@ -7,6 +7,7 @@
 #include "Core/ObjectPool.h"
 #include "Core/Parts.h"
 #include "Core/Ptr.h"
+#include "Tables/CellLimit.h"
 #include "Tables/Csv/CsvLines.h"
 #include "Tables/TableImpl.h"
 #include "Tables/TextChanges.h"
@@ -37,7 +38,8 @@ struct LongLineFailure {};
 class CsvRows {
  public:
   /// @param table  with all its columns; the rows belong to it but are not in its list yet
-  CsvRows(TableImpl& table, const CsvRowRules& rules);
+  /// @param limit  of all parts
+  CsvRows(TableImpl& table, const CsvRowRules& rules, CellLimit& limit);
 
   /// @param pool  where the rows are allocated
   void Read(std::string_view text, std::string_view separator, Core::ObjectPool& pool,
@@ -61,6 +63,7 @@ class CsvRows {
 
   TableImpl& table_;
   const CsvRowRules& rules_;
+  CellLimit& limit_;
   bool isPlain_;  ///< whether cells are read by `ReadCell` alone
   Core::ObjectPool* pool_ = nullptr;
   std::vector<Core::Ptr<RowImpl>> rows_;
