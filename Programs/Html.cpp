@@ -57,8 +57,8 @@ dt { color: var(--soft); }
 dd { margin: 0; text-align: right; font-variant-numeric: tabular-nums; overflow-wrap: anywhere; }
 .values { width: 100%; margin-top: 12px; border-collapse: collapse; font-size: .85rem; table-layout: fixed; }
 .values td { padding: 2px 0; white-space: nowrap; overflow: hidden; text-overflow: ellipsis; }
-.values td:nth-child(2) { width: 36%; padding: 0 8px; }
-.values td:nth-child(3) { width: 22%; text-align: right; font-variant-numeric: tabular-nums; }
+.values td:nth-child(2):not(:last-child) { width: 36%; padding: 0 8px; }
+.values td:last-child { width: 22%; text-align: right; font-variant-numeric: tabular-nums; }
 .values svg { margin: 0; }
 .rows { overflow-x: auto; background: var(--card); border: 1px solid var(--line); border-radius: 8px; }
 .rows table { min-width: 100%; border-collapse: collapse; font-size: .85rem; }

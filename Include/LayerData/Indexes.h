@@ -83,6 +83,11 @@ class IndexRange : public std::ranges::view_base {
   const Self& Derived() const { return static_cast<const Self&>(*this); }
 };
 
+/// An index as the C interface takes it; one that it cannot take becomes one that does not exist.
+constexpr std::int32_t Index32(std::int64_t index) noexcept {
+  return std::in_range<std::int32_t>(index) ? static_cast<std::int32_t>(index) : -1;
+}
+
 /// An index that the caller gives.
 /// @throws Error "There is no row 7: there are 5."
 template <std::integral Index>

@@ -20,7 +20,7 @@ class Column;
 class Cell : public Readable<Cell> {
  public:
   Cell(detail::Handle<ld_row> row, std::int64_t column) noexcept
-      : row_(std::move(row)), column_(static_cast<std::int32_t>(column)) {}
+      : row_(std::move(row)), column_(detail::Index32(column)) {}
   Cell(const Cell&) = default;
   Cell& operator=(const Value& value) {
     detail::Call(ld_row_set_cell, row_.Get(), column_, &value.Record());
@@ -29,14 +29,18 @@ class Cell : public Readable<Cell> {
   Cell& operator=(const Cell& other) { return *this = Value(other); }
 
   /// Valid until the row changes.
+  /// @throws Error "The row has no cell 7!" for a column that it has lost, or never had
   const ld_variant& Record() const {
-    return *detail::Ask<ld_variant*>(ld_row_get_cell_at, row_.Get(), column_);
+    const auto* cell = detail::Ask<ld_variant*>(ld_row_get_cell_at, row_.Get(), column_);
+    if (!cell) throw Error("The row has no cell " + std::to_string(column_) + "!");
+    return *cell;
   }
   /// As `Readable::As`, but a failure names the column and the row.
   template <class T>
   T Converted() const {
+    const ld_variant& record = Record();
     try {
-      return detail::Convert<T>(Record());
+      return detail::Convert<T>(record);
     } catch (const Error& error) {
       throw error.InCell(ColumnName(), detail::Ask<std::int32_t>(ld_row_get_index, row_.Get()));
     }

@@ -33,7 +33,7 @@ struct ColumnsOfTable {
   ld_table* table = nullptr;
   Column At(std::int64_t index) const {
     return Column(Handle<ld_table>::Share(table),
-                  Receive<ld_column>(ld_table_get_column, table, static_cast<std::int32_t>(index)));
+                  Receive<ld_column>(ld_table_get_column, table, Index32(index)));
   }
 };
 

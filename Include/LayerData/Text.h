@@ -30,6 +30,15 @@ class Text {
     const auto* utf8 = detail::Ask<const char*>(ld_string_get_utf8, string_.Get());
     view_ = {utf8, detail::Ask<std::uint64_t>(ld_string_get_length, string_.Get())};
   }
+  Text(const Text&) = default;
+  Text(Text&& other) noexcept
+      : string_(std::move(other.string_)), view_(std::exchange(other.view_, {})) {}
+  Text& operator=(Text other) noexcept {
+    std::swap(string_, other.string_);
+    std::swap(view_, other.view_);
+    return *this;
+  }
+  ~Text() = default;
 
   /// Decodes UTF-16.
   static Text FromUtf16(std::u16string_view text) { return Text(Wide(text)); }

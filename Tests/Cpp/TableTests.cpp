@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <ranges>
 
 #include "CppSupport.h"
@@ -248,6 +249,66 @@ TEST(Table, SaysWhatIsWrong) {
     EXPECT_EQ(error.Value(), "4110.5");
     EXPECT_EQ(error.Code(), 2u);
   }
+}
+
+// Objects after a move, and what does not exist, are failures and no crashes.
+TEST(Table, SaysWhatDoesNotExist) {
+  Table table = Peaks();
+  const Table other{"a", "b", "c", "d", "e"};
+  const std::int64_t huge = std::int64_t{1} << 32;
+  const Cell lost = table[0]["first"];
+  table.RemoveColumn("first");
+  Table moved = table;
+  const Table taken = std::move(moved);
+  Row row = table[0];
+  const Row takenRow = std::move(row);
+  Column column = table["name"];
+  const Column takenColumn = std::move(column);
+  Json json = Json::Parse("[1]");
+  const Json takenJson = std::move(json);
+  const auto throwing = [](std::uint64_t, std::uint64_t) -> bool { throw Error("mine"); };
+  CsvWriteOptions writing;
+  writing.progress = throwing;
+  const std::string null = "Pointer of struct Data::Interfaces::";
+  const struct {
+    std::string message;
+    std::function<void()> job;
+  } cases[] = {
+      {"There is no column 'size'!", [&] { table["size"]; }},
+      {"There is no column 'size'!", [&] { table[0]["size"]; }},
+      {"There is no row -1: there are 3.", [&] { table[-1]; }},
+      {"There is no row 18446744073709551615: there are 3.", [&] { table[~std::uint64_t{0}]; }},
+      {"There is no column -1: there are 2.", [&] { table[0][-1]; }},
+      {"Column index out of range [-1/2]!", [&] { table.Columns()[huge].Name(); }},
+      {"Row index out of range [-1/3]!", [&] { table["name"][-1].ToText(); }},
+      {"Row index out of range [3/3]!", [&] { table.RemoveRow(3); }},
+      {"The row has no cell 2!", [&] { lost.ToText(); }},
+      {"The row has no cell 2!", [&] { lost.As<int>(); }},
+      {"The row has no cell 4!", [&] { table[0][other["e"]].IsNull(); }},
+      {"Column size does not exists", [&] { table.SortBy("size"); }},
+      {"mine", [&] { table.Filter([](const Row&) -> bool { throw Error("mine"); }); }},
+      {"mine", [&] { table.ToCsv(writing); }},
+      {null + "ITable must not be null!", [&] { moved.RowCount(); }},
+      {null + "ITable must not be null!", [&] { Print(moved); }},
+      {null + "ITable must not be null!", [&] { table.Join(moved, "name"); }},
+      {null + "IRow must not be null!", [&] { row["name"]; }},
+      {null + "IRow must not be null!", [&] { Print(row); }},
+      {null + "IColumn must not be null!", [&] { ColumnData data(column); }},
+      {null + "IJsonDocument must not be null!", [&] { Table::FromJson(json); }},
+  };
+  for (const auto& [message, job] : cases) EXPECT_EQ(Message(job), message);
+  EXPECT_EQ(table.Head(-1).RowCount(), 0);
+  moved = table;
+  EXPECT_EQ(moved.RowCount(), 3);
+}
+
+TEST(Text, IsEmptyAfterAMove) {
+  Text text("a text that has memory of its own");
+  const Text taken = std::move(text);
+  EXPECT_EQ(text, Text());
+  EXPECT_EQ(text.ToUtf16(), u"");
+  text = taken;
+  EXPECT_EQ(text, taken);
 }
 
 }  // namespace layerdata::tests
