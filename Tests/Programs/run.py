@@ -109,7 +109,7 @@ def memory():
     row = "{0},station {0},47.{0},7.{0},{0}.5,{0},2024-01-31T08:00:00,a remark on station {0} that is long\n"
     with open("big.csv", "w", encoding="utf-8") as file:
         file.write("id,name,lat,lon,length,load,seen,note\n" + "".join(map(row.format, range(100000, 250000))))
-    faults, size, program = [], os.path.getsize("big.csv"), 16 << 20
+    faults, size, program = [], os.path.getsize("big.csv"), 24 << 20
     for arguments in (["-o", "out.json"], ["-t", "json"]):
         with subprocess.Popen(PROGRAM + ["convert", "-q", "big.csv", *arguments], stdout=subprocess.DEVNULL) as job:
             _, status, usage = os.wait4(job.pid, 0)
