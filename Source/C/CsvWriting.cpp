@@ -1,5 +1,4 @@
-#include <array>
-#include <charconv>
+#include <string>
 
 #include "C/ExactValues.h"
 #include "C/Writing.h"
@@ -12,7 +11,9 @@
 using namespace Data;
 using namespace Data::c;
 using Core::ValueType;
+using impl::PaddedText;
 using impl::TextBuffer;
+using Platform::ByteBlock;
 using Structures::_VARIANT;
 
 namespace {
@@ -35,12 +36,7 @@ bool IsPlainAtEnds(std::string_view text) {
 
 void AppendQuoted(std::string_view text, TextBuffer& out) {
   out.Put(impl::kQuote);
-  for (std::size_t quote; (quote = text.find(impl::kQuote)) != std::string_view::npos;) {
-    out.Append(text.substr(0, quote + 1));
-    out.Put(impl::kQuote);
-    text.remove_prefix(quote + 1);
-  }
-  out.Append(text);
+  impl::AppendWithDoubledQuotes(text, out);
   out.Put(impl::kQuote);
 }
 
@@ -56,19 +52,23 @@ class SpecialBytes {
     if (isOneColumn) Mark(kCandidates);
   }
 
-  bool Has(char byte) const { return isSpecial_[static_cast<unsigned char>(byte)]; }
   bool AreIn(std::string_view text) const {
-    bool found = false;
-    for (const char byte : text) found |= Has(byte);
-    return found;
+    return text.find_first_of(bytes_) != std::string_view::npos;
+  }
+  /// Marks these bytes in a block.
+  ByteBlock operator()(const ByteBlock& block) const {
+    ByteBlock marks = block.Equal(bytes_.front());
+    for (const char byte : bytes_) marks = marks | block.Equal(byte);
+    return marks;
   }
 
  private:
   void Mark(std::string_view bytes) {
-    for (const char byte : bytes) isSpecial_[static_cast<unsigned char>(byte)] = true;
+    for (const char byte : bytes)
+      if (bytes_.find(byte) == std::string::npos) bytes_ += byte;
   }
 
-  std::array<bool, 256> isSpecial_{};
+  std::string bytes_;
 };
 
 /// Whether a name that is written as it is reads as one value: its quotes are balanced, and neither
@@ -103,8 +103,8 @@ class ExactCsvRows final : public impl::RowFormatOf<ExactCsvRows> {
  private:
   template <class Row>
   bool AppendCell(Row& row, const _VARIANT& cell, std::size_t column, TextBuffer& text) const;
-  void AppendText(std::string_view value, TextBuffer& text) const;
-  void AppendDateTime(std::string_view value, TextBuffer& text) const;
+  void AppendText(const PaddedText& value, TextBuffer& text) const;
+  void AppendDateTime(const PaddedText& value, TextBuffer& text) const;
 
   const impl::CsvForm& form_;
   DateColumns dates_;
@@ -138,18 +138,21 @@ bool ExactCsvRows::AppendRow(Row& row, TextBuffer& text) const {
   return true;
 }
 
-void ExactCsvRows::AppendText(std::string_view value, TextBuffer& text) const {
-  if (form_.alwaysQuote || !IsPlainAtEnds(value) || special_.AreIn(value)) {
-    AppendQuoted(value, text);
+void ExactCsvRows::AppendText(const PaddedText& value, TextBuffer& text) const {
+  char* const begin = text.Tail(value.Size() + ByteBlock::kSize);
+  const std::size_t plain = value.CopyPlain(begin, special_);
+  if (plain == value.Size() && !form_.alwaysQuote && IsPlainAtEnds(value.View())) {
+    text.EndAt(begin + plain);
   } else {
-    text.Append(value);
+    AppendQuoted(value.View(), text);
   }
 }
 
 /// The text of a date-time of the caller's own, which can be anything.
-void ExactCsvRows::AppendDateTime(std::string_view value, TextBuffer& text) const {
-  if (impl::DetectValueType(value) == ValueType::DateTime && !special_.AreIn(value)) {
-    text.Append(value);
+void ExactCsvRows::AppendDateTime(const PaddedText& value, TextBuffer& text) const {
+  const std::string_view view = value.View();
+  if (impl::DetectValueType(view) == ValueType::DateTime && !special_.AreIn(view)) {
+    text.Append(view);
   } else {
     AppendText(value, text);
   }
@@ -174,14 +177,14 @@ bool ExactCsvRows::AppendCell(Row& row, const _VARIANT& cell, std::size_t column
       return true;
     case Core::ValueKind::DateTime:
       if (dates_.Append(cell, column, text)) return true;
-      return row.UseText(cell, [&](std::string_view value) { AppendDateTime(value, text); });
+      return row.UseText(cell, [&](const PaddedText& value) { AppendDateTime(value, text); });
     case Core::ValueKind::Text:
-      return row.UseText(cell, [&](std::string_view value) { AppendText(value, text); });
+      return row.UseText(cell, [&](const PaddedText& value) { AppendText(value, text); });
     default:
       break;
   }
   if (Core::IsPrimitive(Core::TypeOf(cell))) return text.Append(ExactText(cell)), true;
-  return row.UseText(cell, [&](std::string_view value) { AppendText(value, text); });
+  return row.UseText(cell, [&](const PaddedText& value) { AppendText(value, text); });
 }
 
 void WriteExactCsv(Interfaces::ITable& table, const impl::CsvForm& form, bool quoteNames,

@@ -54,7 +54,9 @@ template <class Row>
 bool ExactJsonCells::Append(Row& row, const _VARIANT& cell, std::size_t column,
                             TextBuffer& text) const {
   if (!HasValue(cell)) return text.Append("null"), true;
-  const auto appendString = [&](std::string_view value) { impl::AppendJsonString(text, value); };
+  const auto appendString = [&](const impl::PaddedText& value) {
+    impl::AppendJsonString(text, value);
+  };
   switch (Core::KindOf(Core::TypeOf(cell))) {
     case ValueKind::SignedInteger:
     case ValueKind::UnsignedInteger:
@@ -73,7 +75,8 @@ bool ExactJsonCells::Append(Row& row, const _VARIANT& cell, std::size_t column,
     }
     case ValueKind::Document:
       if (Core::TypeOf(cell) == Core::ValueType::JsonDocument)
-        return row.UseText(cell, [&](std::string_view value) { AppendDocument(value, text); });
+        return row.UseText(
+            cell, [&](const impl::PaddedText& value) { AppendDocument(value.View(), text); });
       [[fallthrough]];
     default:
       return row.UseText(cell, appendString);

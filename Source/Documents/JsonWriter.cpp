@@ -41,6 +41,18 @@ void AppendEscape(TextBuffer& buffer, char byte) {
   buffer.Append({escape, letter == 'u' ? sizeof escape : 2});
 }
 
+/// Appends a text that begins with a byte that must be escaped.
+void AppendEscaped(TextBuffer& buffer, std::string_view text) {
+  const char* escaped = text.data();
+  const char* const end = escaped + text.size();
+  while (escaped != end) {
+    AppendEscape(buffer, *escaped);
+    const char* const run = escaped + 1;
+    escaped = EndOfPlainRun(run, end);
+    buffer.Append({run, static_cast<std::size_t>(escaped - run)});
+  }
+}
+
 /// Writes a number of at most nine decimals and 15 digits, as most measured values are. Different
 /// numbers of at most 15 digits are different doubles, so this text is the shortest.
 /// @return the end of the text; null for any other number, and for one that has an exponent
@@ -80,17 +92,19 @@ char* PutShortest(char* to, double magnitude) {
 }  // namespace
 
 void AppendJsonString(TextBuffer& buffer, std::string_view text) {
-  buffer.Reserve(text.size() + 2);
-  buffer.PutUnsafe('"');
-  const char* run = text.data();
-  const char* const end = run + text.size();
-  for (;;) {
-    const char* const runEnd = EndOfPlainRun(run, end);
-    buffer.Append({run, static_cast<std::size_t>(runEnd - run)});
-    if (runEnd == end) break;
-    AppendEscape(buffer, *runEnd);
-    run = runEnd + 1;
-  }
+  Structures::_VARIANT room;
+  AppendJsonString(buffer, PaddedText(text, room));
+}
+
+void AppendJsonString(TextBuffer& buffer, const PaddedText& text) {
+  const auto special = [](const Platform::ByteBlock& block) {
+    return block.Equal('"') | block.Equal('\\') | block.AtMost(0x1F);
+  };
+  char* const begin = buffer.Tail(1 + text.Size() + Platform::ByteBlock::kSize);
+  *begin = '"';
+  const std::size_t plain = text.CopyPlain(begin + 1, special);
+  buffer.EndAt(begin + 1 + plain);
+  if (plain != text.Size()) AppendEscaped(buffer, text.View().substr(plain));
   buffer.Put('"');
 }
 

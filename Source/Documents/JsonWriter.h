@@ -5,11 +5,13 @@
 
 #include "Documents/RapidJson.h"
 #include "Text/NumberText.h"
+#include "Text/PaddedText.h"
 
 namespace Data::impl {
 
 /// Appends a text as a JSON string, quotes included.
 void AppendJsonString(TextBuffer& buffer, std::string_view text);
+void AppendJsonString(TextBuffer& buffer, const PaddedText& text);
 
 /// Appends the shortest text that reads back as the same double, in rapidjson's
 /// notation: 1.0, 1e30, 1.5e-7.

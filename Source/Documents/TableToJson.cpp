@@ -43,7 +43,7 @@ bool JsonCells::Append(Row& row, const _VARIANT& cell, std::size_t column, TextB
       if (AppendQuotedDateTime(cell, text)) return true;
       [[fallthrough]];
     default:
-      return row.UseText(cell, [&](std::string_view value) { AppendJsonString(text, value); });
+      return row.UseText(cell, [&](const PaddedText& value) { AppendJsonString(text, value); });
   }
 }
 

@@ -98,7 +98,8 @@ bool PlainRow::UseText(const Structures::_VARIANT& cell, Use&& use) const {
   auto* const string =
       type == ValueType::String ? Core::ExactCast<MultiByteStringImpl>(object) : nullptr;
   const auto text = string ? string->StoredUtf8() : std::nullopt;
-  if (text) use(*text);
+  Structures::_VARIANT room;
+  if (text) use(PaddedText(*text, room));
   return text.has_value();
 }
 

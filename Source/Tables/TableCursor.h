@@ -14,6 +14,7 @@
 #include "DateTime/DateTimeImpl.h"
 #include "Tables/NameOf.h"
 #include "Text/MultiByteStringImpl.h"
+#include "Text/PaddedText.h"
 
 namespace Data::impl {
 
@@ -53,7 +54,7 @@ class TableCursor {
     return index >= 0 && index < cellCount_ ? cells_[index] : kNull;
   }
 
-  /// Calls `use` with the display text of a cell of the row.
+  /// Calls `use` with the display text, a `PaddedText`, of a cell of the row.
   /// @return true
   /// @throws what `Core::ToText` throws for a cell whose contents do not match its type
   template <class Use>
@@ -88,16 +89,18 @@ inline DateTimeImpl* OwnDateTime(const Structures::_VARIANT& cell) {
   return Core::ExactCast<DateTimeImpl>(Core::ReferencedObject(cell));
 }
 
-/// Calls `use` with the display text of a cell that refers to no object.
+/// Calls `use` with the display text, a `PaddedText`, of a cell that refers to no object.
 /// @return true
 template <class Use>
 bool UseTextWithoutObject(const Structures::_VARIANT& cell, Use&& use) {
   const bool isInline =
       Core::TypeOf(cell) == Core::ValueType::String && HasForm(cell, Core::StorageForm::Value);
   if (isInline) {
-    use(Core::InlineText(cell));
+    use(PaddedText(cell));
   } else {
-    use(Core::ToText(cell));
+    const std::string text = Core::ToText(cell);
+    Structures::_VARIANT room;
+    use(PaddedText(text, room));
   }
   return true;
 }
@@ -111,11 +114,9 @@ bool TableCursor::UseText(const Structures::_VARIANT& cell, Use&& use) {
   // Nearly all objects are the library's own strings, which never call back.
   auto* const string =
       type == ValueType::String ? Core::ExactCast<MultiByteStringImpl>(object) : nullptr;
-  if (string) {
-    use(Core::Utf8View(*string));
-  } else {
-    use(TextOfOtherObject(cell));
-  }
+  const std::string other = string ? std::string() : TextOfOtherObject(cell);
+  Structures::_VARIANT room;
+  use(PaddedText(string ? Core::Utf8View(*string) : other, room));
   return true;
 }
 

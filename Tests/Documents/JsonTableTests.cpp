@@ -96,6 +96,28 @@ TEST(TableToJson, WritesTheShortestDigits) {
   EXPECT_TRUE(JsonOf(table) == expected + "]");
 }
 
+TEST(TableToJson, EscapesCharactersAnywhereInATextOfAnyLength) {
+  const auto table = MakeTable({"a", "b"});
+  std::string expected = "[";
+  for (std::size_t size = 1; size <= 50; ++size)
+    for (std::size_t i = 0; i < size; ++i)
+      for (const auto& [c, escaped] : {std::pair{'"', "\\\""},
+                                       {'\\', "\\\\"},
+                                       {'\x1F', "\\u001F"},
+                                       {' ', " "},
+                                       {'\x7F', "\x7F"},
+                                       {'\xFF', "\xFF"}}) {
+        std::string text(size, 'x');
+        text[i] = c;
+        const Variant cells[] = {Variant(text), Variant(Core::MakeString(text))};
+        table->AddRow(cells, 2);
+        text.replace(i, 1, escaped);
+        expected += "{\"a\":\"" + text + "\",\"b\":\"" + text + "\"},";
+      }
+  expected.back() = ']';
+  EXPECT_TRUE(JsonOf(table) == expected);
+}
+
 TEST(TableToJson, WritesRowsWithAllColumns) {
   const auto table = MakeTable({"a", "b \"quoted\"\n"}, {{1, 2}, {3}, {}});
   EXPECT_EQ(JsonOf(table), R"([{"a":1,"b \"quoted\"\n":2},{"a":3,"b \"quoted\"\n":null},)"

@@ -66,6 +66,23 @@ TEST(CsvWrite, RoundsNumbersToSixDecimalsAsPrintfDoes) {
   EXPECT_TRUE(Write(table) == expected);
 }
 
+TEST(CsvWrite, FindsQuotesAndSeparatorsAnywhereInATextOfAnyLength) {
+  const auto table = MakeTable({"inline if it fits", "object"});
+  std::string expected = "inline if it fits,object";
+  for (std::size_t size = 1; size <= 50; ++size)
+    for (std::size_t i = 0; i < size; ++i)
+      for (const char c : {',', '"', ';', '\n'}) {
+        std::string text(size, 'x');
+        text[i] = c;
+        const Variant cells[] = {Variant(text), Variant(Core::MakeString(text))};
+        table->AddRow(cells, 2);
+        if (c == '"') text.insert(i, 1, c);
+        if (c == ',') text = '"' + text + '"';
+        expected += "\n" + text + "," + text;
+      }
+  EXPECT_TRUE(Write(table) == expected);
+}
+
 TEST(CsvWrite, SeparatesRowsAndNamesColumns) {
   EXPECT_EQ(Write(MakeTable({"a", "b"})), "a,b\n") << "the header alone keeps its line end";
   EXPECT_EQ(Write(MakeTable({})), "\n") << "no columns";

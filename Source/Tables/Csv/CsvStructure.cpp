@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
+#include "Platform/ByteBlock.h"
 #include "Tables/Csv/CsvText.h"
 
 namespace Data::impl {
@@ -21,19 +19,13 @@ static_assert(kChunk % kBlock == 0);
 
 /// One bit per byte of a block, set where the byte is `c`.
 std::uint64_t BytesEqual(const char* block, char c) {
-#if defined(__SSE2__)
-  const __m128i wanted = _mm_set1_epi8(c);
+  using Platform::ByteBlock;
   std::uint64_t mask = 0;
-  for (int i = 3; i >= 0; --i) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
-    mask = mask << 16 | static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted)));
+  for (std::size_t at = kBlock; at != 0;) {
+    at -= ByteBlock::kSize;
+    mask = mask << ByteBlock::kSize | ByteBlock(block + at).Equal(c).Bits();
   }
   return mask;
-#else
-  std::uint64_t mask = 0;
-  for (std::size_t i = 0; i < kBlock; ++i) mask |= std::uint64_t{block[i] == c} << i;
-  return mask;
-#endif
 }
 
 /// Each bit becomes the XOR of itself and all lower ones.

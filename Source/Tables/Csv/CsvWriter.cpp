@@ -28,7 +28,7 @@ class CsvRows final : public RowFormatOf<CsvRows> {
  private:
   template <class Row>
   bool AppendCell(Row& row, const _VARIANT& cell, TextBuffer& text) const;
-  void AppendText(std::string_view value, TextBuffer& text) const;
+  void AppendText(const PaddedText& value, TextBuffer& text) const;
 
   std::size_t columnCount_;
   const CsvForm& form_;
@@ -46,26 +46,28 @@ bool CsvRows::AppendCell(Row& row, const _VARIANT& cell, TextBuffer& text) const
     case ValueType::String:
     case ValueType::JsonDocument:
     case ValueType::XmlDocument:
-      return row.UseText(cell, [&](std::string_view value) { AppendText(value, text); });
+      return row.UseText(cell, [&](const PaddedText& value) { AppendText(value, text); });
     case ValueType::DateTime:
       if (AppendOwnDateTime(cell, text)) return true;
       [[fallthrough]];
     default:
-      return row.UseText(cell, [&](std::string_view value) { text.Append(value); });
+      return row.UseText(cell, [&](const PaddedText& value) { text.Append(value.View()); });
   }
 }
 
-void CsvRows::AppendText(std::string_view value, TextBuffer& text) const {
-  const bool isQuoted = form_.alwaysQuote || value.find(form_.separator) != std::string_view::npos;
+void CsvRows::AppendText(const PaddedText& value, TextBuffer& text) const {
+  const char separator = form_.separator.front();
+  const auto special = [=](const Platform::ByteBlock& block) {
+    return block.Equal(kQuote) | block.Equal(separator);
+  };
+  char* const begin = text.Tail(value.Size() + Platform::ByteBlock::kSize);
+  const std::size_t plain = value.CopyPlain(begin, special);
+  if (plain == value.Size() && !form_.alwaysQuote) return text.EndAt(begin + plain);
+
+  const std::string_view view = value.View();
+  const bool isQuoted = form_.alwaysQuote || view.find(form_.separator) != std::string_view::npos;
   if (isQuoted) text.Put(kQuote);
-  for (;;) {
-    const std::size_t quote = value.find(kQuote);
-    if (quote == std::string_view::npos) break;
-    text.Append(value.substr(0, quote + 1));
-    text.Put(kQuote);
-    value.remove_prefix(quote + 1);
-  }
-  text.Append(value);
+  AppendWithDoubledQuotes(view, text);
   if (isQuoted) text.Put(kQuote);
 }
 
@@ -78,6 +80,15 @@ void AppendHeader(const TableCursor& table, const CsvForm& form, TextBuffer& tex
 }
 
 }  // namespace
+
+void AppendWithDoubledQuotes(std::string_view value, TextBuffer& text) {
+  for (std::size_t quote; (quote = value.find(kQuote)) != std::string_view::npos;) {
+    text.Append(value.substr(0, quote + 1));
+    text.Put(kQuote);
+    value.remove_prefix(quote + 1);
+  }
+  text.Append(value);
+}
 
 void WriteCsv(Interfaces::ITable& table, const CsvForm& form, Core::Parts& parts,
               TextOutput& output) {

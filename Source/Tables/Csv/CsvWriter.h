@@ -4,6 +4,7 @@
 
 #include "Core/Parts.h"
 #include "Data/Interfaces/ITable.h"
+#include "Text/TextBuffer.h"
 #include "Text/TextOutput.h"
 
 namespace Data::impl {
@@ -14,6 +15,9 @@ struct CsvForm {
   bool hasHeader = true;
   std::string_view lineEnd = "\n";
 };
+
+/// Appends a text whose quotes are doubled.
+void AppendWithDoubledQuotes(std::string_view value, TextBuffer& text);
 
 /// A table as delimited text: a line with the names of the columns, neither quoted nor escaped,
 /// then one per row, the last without a line break. Quotes in texts and documents are doubled;
