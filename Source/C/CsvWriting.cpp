@@ -89,10 +89,10 @@ bool ReadsAsOneValue(std::string_view name, std::string_view separator) {
 
 class ExactCsvRows final : public impl::RowFormatOf<ExactCsvRows> {
  public:
-  ExactCsvRows(const impl::TableCursor& table, const impl::CsvForm& form, Core::Parts& parts)
+  ExactCsvRows(const impl::TableCursor& table, const impl::CsvForm& form)
       : RowFormatOf(std::string()),
         form_(form),
-        dates_(table, parts),
+        dates_(table),
         columnCount_(table.ColumnCount()),
         special_(form.separator, columnCount_ == 1) {}
 
@@ -190,7 +190,7 @@ bool ExactCsvRows::AppendCell(Row& row, const _VARIANT& cell, std::size_t column
 void WriteExactCsv(Interfaces::ITable& table, const impl::CsvForm& form, bool quoteNames,
                    Core::Parts& parts, impl::TextOutput& output) {
   impl::TableCursor cursor(table);
-  const ExactCsvRows rows(cursor, form, parts);
+  const ExactCsvRows rows(cursor, form);
   TextBuffer header;
   if (form.hasHeader) rows.AppendHeader(cursor, quoteNames, header);
   output.Append(header.View());

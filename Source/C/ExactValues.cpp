@@ -98,13 +98,6 @@ std::string DecimalDigits(std::span<std::uint32_t> parts) {
 
 // -- Numbers --
 
-std::optional<double> RealOf(const _VARIANT& cell) {
-  if (!HasForm(cell, Core::StorageForm::Value)) return std::nullopt;
-  if (TypeOf(cell) == ValueType::Double) return Core::detail::StoredDouble(cell);
-  if (TypeOf(cell) == ValueType::Float) return Core::detail::StoredFloat(cell);
-  return std::nullopt;
-}
-
 std::optional<std::int64_t> ExactInt64(const _VARIANT& cell) {
   if (const auto integer = Integer::Of(cell)) return integer->ExactInt64();
   const auto real = RealOf(cell);

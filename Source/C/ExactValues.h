@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "Core/VariantNumbers.h"
 #include "Core/VariantRecord.h"
 #include "Data/Interfaces/IArray.h"
 
@@ -46,7 +47,13 @@ inline bool IsExactDouble(std::int64_t value) {
 }
 
 /// The value of a Double or Float; nothing for any other record.
-std::optional<double> RealOf(const Structures::_VARIANT& cell);
+inline std::optional<double> RealOf(const Structures::_VARIANT& cell) {
+  using Core::ValueType;
+  if (!HasForm(cell, Core::StorageForm::Value)) return std::nullopt;
+  if (Core::TypeOf(cell) == ValueType::Double) return Core::detail::StoredDouble(cell);
+  if (Core::TypeOf(cell) == ValueType::Float) return Core::detail::StoredFloat(cell);
+  return std::nullopt;
+}
 
 /// An integer of any type, or a real number without a fraction, that 64 bits hold. Nothing for any
 /// other record, also for -0.0, which has no integer of its own.

@@ -16,8 +16,7 @@ namespace {
 
 class ExactJsonCells {
  public:
-  ExactJsonCells(const impl::TableCursor& table, Core::Parts& parts)
-      : table_(table), dates_(table, parts) {}
+  explicit ExactJsonCells(const impl::TableCursor& table) : table_(table), dates_(table) {}
 
   template <class Row>
   bool Append(Row& row, const _VARIANT& cell, std::size_t column, TextBuffer& text) const;
@@ -104,7 +103,7 @@ class JsonJob {
   void operator()(Interfaces::ITable& table, Core::Parts& parts, impl::TextOutput& output) const {
     if (!isExact_) return impl::WriteJsonTable(table, layout_, parts, output);
     impl::TableCursor cursor(table);
-    impl::WriteJson(cursor, layout_, ExactJsonCells(cursor, parts), parts, output);
+    impl::WriteJson(cursor, layout_, ExactJsonCells(cursor), parts, output);
   }
 
  private:

@@ -25,27 +25,13 @@ bool IsReadable(const CalendarFields& fields) {
          fields.millisecond <= kThreeDigits;
 }
 
-/// Clears the marks of columns that have a date-time with a time in these rows.
-void CheckRows(const impl::TableImpl& table, const impl::TableCursor& columns, std::size_t next,
-               std::size_t end, std::vector<char>& areDates) {
-  struct Column {
-    std::size_t number;
-    std::int32_t index;
-  };
-  std::vector<Column> unchecked;
-  for (std::size_t i = 0; i < areDates.size(); ++i)
-    unchecked.push_back({i, columns.ColumnIndex(i)});
-  for (; next != end && !unchecked.empty(); ++next) {
-    const impl::RowImpl& row = *table.Rows()[next];
-    for (std::size_t i = 0; i < unchecked.size(); ++i) {
-      const _VARIANT* const cell = row.CellOrNull(unchecked[i].index);
-      if (!cell || Core::TypeOf(*cell) != ValueType::DateTime) continue;
-      DateTimeImpl* const dateTime = OwnDateTime(*cell);
-      if (!dateTime || ExactDateTime(*dateTime).IsDate()) continue;
-      areDates[unchecked[i].number] = 0;
-      unchecked.erase(unchecked.begin() + static_cast<std::ptrdiff_t>(i--));
-    }
-  }
+/// Whether no date-time in the cells at an index has a time.
+bool AreDates(const impl::TableImpl& table, std::int32_t index) {
+  return std::ranges::all_of(table.Rows(), [=](const auto& row) {
+    const _VARIANT* const cell = row->CellOrNull(index);
+    DateTimeImpl* const value = cell ? OwnDateTime(*cell) : nullptr;
+    return !value || ExactDateTime(*value).IsDate();
+  });
 }
 
 }  // namespace
@@ -70,42 +56,32 @@ void ExactDateTime::Append(bool asDate, TextBuffer& text) const {
   char* const begin = text.Tail(impl::kIso8601Room);
   if (!IsReadable(fields_)) return text.EndAt(impl::PutIso8601DateTime(begin, fields_));
   if (asDate) return text.EndAt(impl::PutIso8601Date(begin, fields_));
-  constexpr std::ptrdiff_t kSeconds = 19;  // 2024-11-14T10:20:30
-  impl::PutIso8601DateTime(begin, fields_);
-  char* end = begin + kSeconds;
-  if (ticks_ != 0) {
+  char* end = impl::PutIso8601Seconds(begin, fields_);
+  if (ticks_ != 0 || fields_.millisecond != 0) {
+    // Seven digits after a leading zero, which becomes the point.
     const std::uint32_t ticks = fields_.millisecond * 10'000u + ticks_;
-    end = impl::PutEightDigits(end, impl::EightDigits(ticks));
-    begin[kSeconds] = '.';
-  } else if (fields_.millisecond != 0) {
-    end += 4;
+    impl::PutEightDigits(end, impl::EightDigits(ticks));
+    *end = '.';
+    end += ticks_ != 0 ? 8 : 4;
   }
   *end = 'Z';
   text.EndAt(end + 1);
 }
 
-DateColumns::DateColumns(const impl::TableCursor& table, Core::Parts& parts)
-    : areDates_(table.ColumnCount(), 0) {
-  const impl::TableImpl* const own = table.OwnTable();
-  if (!own) return;
-  const std::size_t rows = own->RowCount(), width = table.ColumnCount();
-  const std::size_t count = parts.CountFor(rows * width * sizeof(_VARIANT));
-  std::vector<std::vector<char>> marks(count, std::vector<char>(width, 1));
-  parts.Run(count, [&](std::size_t i) {
-    CheckRows(*own, table, rows * i / count, rows * (i + 1) / count, marks[i]);
-  });
-  for (std::size_t column = 0; column < width; ++column) {
-    const auto isDate = [&](const std::vector<char>& part) { return part[column] != 0; };
-    areDates_[column] = std::all_of(marks.begin(), marks.end(), isDate) ? 1 : 0;
-  }
+bool DateColumns::HasOnlyDates(std::size_t column) const {
+  const Column known = columns_[column];
+  if (known != Column::Unknown) return known == Column::OnlyDates;
+  const impl::TableImpl* const own = table_.OwnTable();
+  const bool areDates = own && AreDates(*own, table_.ColumnIndex(column));
+  columns_[column] = areDates ? Column::OnlyDates : Column::Other;
+  return areDates;
 }
 
 bool DateColumns::Append(const _VARIANT& cell, std::size_t column, TextBuffer& text) const {
   DateTimeImpl* const value = OwnDateTime(cell);
   if (!value) return false;
   const ExactDateTime dateTime(*value);
-  // The caller's code may have changed the table since the columns were looked at.
-  dateTime.Append(areDates_[column] && dateTime.IsDate(), text);
+  dateTime.Append(dateTime.IsDate() && HasOnlyDates(column), text);
   return true;
 }
 

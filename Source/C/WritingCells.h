@@ -1,10 +1,11 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
-#include "Core/Parts.h"
 #include "Data/Structures/Variant.h"
 #include "DateTime/DateTimeImpl.h"
 #include "Tables/RowsText.h"
@@ -29,18 +30,25 @@ class ExactDateTime {
   std::uint32_t ticks_ = 0;
 };
 
-/// The columns whose date-times all are dates without a time.
+/// Date-times of columns, which are written without a time where all of a column are dates.
 class DateColumns {
  public:
-  /// None in a table of the caller's own class.
-  DateColumns(const impl::TableCursor& table, Core::Parts& parts);
+  /// A table of the caller's own class has no column of dates.
+  explicit DateColumns(const impl::TableCursor& table)
+      : table_(table), columns_(table.ColumnCount()) {}
 
   /// Appends the library's own date-time.
   /// @return false for any other cell
   bool Append(const Structures::_VARIANT& cell, std::size_t column, impl::TextBuffer& text) const;
 
  private:
-  std::vector<char> areDates_;
+  enum class Column : std::uint8_t { Unknown, OnlyDates, Other };
+
+  bool HasOnlyDates(std::size_t column) const;
+
+  const impl::TableCursor& table_;
+  /// A column is looked at when the first date in it is written, perhaps by several threads.
+  mutable std::vector<std::atomic<Column>> columns_;
 };
 
 }  // namespace Data::c

@@ -42,23 +42,37 @@ char* PutNanoseconds(char* to, const CalendarFields& fields) {
   return PutMark(PutEightDigits(to, EightDigits(milliseconds * 100'000)), '0');
 }
 
-}  // namespace
-
-char* PutIso8601Date(char* to, const CalendarFields& fields) {
+char* PutDate(char* to, const CalendarFields& fields) {
   to = PutMark(PutYear(to, fields.year), '-');
   to = PutMark(PutPair(to, fields.month), '-');
   return PutPair(to, fields.day);
 }
 
-char* PutIso8601Time(char* to, const CalendarFields& fields) {
+char* PutSeconds(char* to, const CalendarFields& fields) {
   to = PutMark(PutPair(PutMark(to, 'T'), fields.hour), ':');
   to = PutMark(PutPair(to, fields.minute), ':');
-  to = PutMark(PutPair(to, fields.second), '.');
-  return PutMark(PutNanoseconds(to, fields), 'Z');
+  return PutPair(to, fields.second);
+}
+
+/// The end of a time.
+char* PutFraction(char* to, const CalendarFields& fields) {
+  return PutMark(PutNanoseconds(PutMark(to, '.'), fields), 'Z');
+}
+
+}  // namespace
+
+char* PutIso8601Date(char* to, const CalendarFields& fields) { return PutDate(to, fields); }
+
+char* PutIso8601Seconds(char* to, const CalendarFields& fields) {
+  return PutSeconds(PutDate(to, fields), fields);
+}
+
+char* PutIso8601Time(char* to, const CalendarFields& fields) {
+  return PutFraction(PutSeconds(to, fields), fields);
 }
 
 char* PutIso8601DateTime(char* to, const CalendarFields& fields) {
-  return PutIso8601Time(PutIso8601Date(to, fields), fields);
+  return PutFraction(PutSeconds(PutDate(to, fields), fields), fields);
 }
 
 char* PutIso8601Basic(char* to, const CalendarFields& fields) {
