@@ -8,6 +8,8 @@ root=$PWD
 release=$1
 windows=$2
 work=$root/build/package
+version=$(sed -n 's/^  VERSION //p' CMakeLists.txt)
+IFS=. read -r major minor _ <<<"$version"
 failures=0
 rm -rf "$work"
 mkdir -p "$work"
@@ -47,7 +49,7 @@ runs() {
   cmake --build "$work/$1" || return
   local suffix=""
   [ -f "$work/$1/caller" ] || suffix=.exe
-  "${@:2}" "$work/$1/consumer$suffix" | tr -d '\r' | grep -x 'LayerData 10000, difference 0' &&
+  "${@:2}" "$work/$1/consumer$suffix" | tr -d '\r' | grep -xE 'LayerData [0-9]+, difference 0' &&
     "${@:2}" "$work/$1/caller$suffix" | tr -d '\r' | grep -x '1 row'
 }
 
@@ -74,14 +76,16 @@ components() {
   holds runtime '\.so\.1$' && holds runtime '/(LICENSE|THIRD-PARTY-NOTICES\.md)$' &&
     holds development '\.(h|pc|so)$' && holds development '\.cmake$' &&
     holds program '/(bin|man1|completions)/layerdata' && holds documentation '/(CHANGELOG\.md|Guides/|Examples/)' &&
-    [ "$(ls "$prefix/include")" = layerdata-1 ] && [ "$(ls -m "$prefix/include/layerdata-1")" = "Core, Data, LayerData" ]
+    [ "$(ls "$prefix/include")" = "layerdata-$major" ] && [ "$(ls -m "$prefix/include/layerdata-$major")" = "Core, Data, LayerData" ]
 }
 
 versions() {
-  for version in 1 1.0 1.0.0; do consumer version "$prefix" "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return; done
-  for version in 0.9 1.1 1.0.1 2.0; do
-    fails_with "compatible with requested version \"$version\"" \
-      consumer version "$prefix" "-DVERSION=$version" "-DCMAKE_PREFIX_PATH=$prefix" || return
+  for asked in "$major" "$major.$minor" "$version"; do
+    consumer version "$prefix" "-DVERSION=$asked" "-DCMAKE_PREFIX_PATH=$prefix" || return
+  done
+  for asked in "$((major - 1)).9" "$version.1" "$major.$((minor + 1))" "$((major + 1)).0"; do
+    fails_with "compatible with requested version \"$asked\"" \
+      consumer version "$prefix" "-DVERSION=$asked" "-DCMAKE_PREFIX_PATH=$prefix" || return
   done
 }
 
@@ -97,7 +101,7 @@ with_pkg_config() {
 # Only files of the library, and only what it has installed, go.
 uninstalls() {
   touch "$prefix/lib/other" && cmake --build "$release" --target uninstall && files "$prefix" | diff - <(echo ./lib/other) &&
-    [ ! -e "$prefix/include/layerdata-1" ] && [ ! -e "$prefix/share/doc/LayerData" ]
+    [ ! -e "$prefix/include/layerdata-$major" ] && [ ! -e "$prefix/share/doc/LayerData" ]
 }
 
 examples() {
@@ -108,7 +112,7 @@ examples() {
 # shellcheck disable=SC2016  # no expansions
 readme_example() {
   sed -n '/^```cpp$/,/^```$/p' README.md | sed '/^```/d' |
-    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only "-I$prefix/include/layerdata-1" -x c++ -
+    g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only "-I$prefix/include/layerdata-$major" -x c++ -
 }
 
 check Installs installs
@@ -143,8 +147,8 @@ packs() {
 unpacks() {
   local package
   for package in liblayerdata1 liblayerdata-dev layerdata; do
-    dpkg-deb -x "$debian/${package}"_1.0.0-1_*.deb "$bare" || return
-    dpkg-deb -c "$debian/${package}"_1.0.0-1_*.deb
+    dpkg-deb -x "$debian/${package}_$version"-*.deb "$bare" || return
+    dpkg-deb -c "$debian/${package}_$version"-*.deb
   done | sed -n 's/^[^d].* \.\//.\//p' | sed 's/ -> .*//' | sort >"$work/packed.txt"
   # No two packages have the same file.
   files "$bare" | diff "$work/packed.txt" -
@@ -162,21 +166,21 @@ LD_LIBRARY_PATH=$multiarch check Debian.ProgramRuns "$bare/usr/bin/layerdata" de
 
 # -- The archive for Windows --
 
-zip=$work/layerdata-1.0.0-win64
+zip=$work/layerdata-$version-win64
 export WINEPREFIX=$root/$windows/wine
 
 zips() {
   cpack --config "$windows/CPackConfig.cmake" -B "$work/zip" &&
-    cmake -E chdir "$work" cmake -E tar xf zip/layerdata-1.0.0-win64.zip
+    cmake -E chdir "$work" cmake -E tar xf "zip/layerdata-$version-win64.zip"
 }
 
 zip_is_complete() {
-  ls -w 0 -m "$zip/bin" "$zip/lib" "$zip/include/layerdata-1" "$zip/share/doc/LayerData/licenses" >"$work/contents"
-  sed "s|$zip/||" "$work/contents" | diff - <(cat <<'END'
+  ls -w 0 -m "$zip/bin" "$zip/lib" "$zip/include/layerdata-$major" "$zip/share/doc/LayerData/licenses" >"$work/contents"
+  sed "s|$zip/||" "$work/contents" | diff - <(cat <<END
 bin:
 layerdata-c.dll, layerdata.dll, layerdata.exe, libgcc_s_seh-1.dll, libstdc++-6.dll, libwinpthread-1.dll
 
-include/layerdata-1:
+include/layerdata-$major:
 Core, Data, LayerData
 
 lib:
@@ -195,7 +199,7 @@ binaries_are_stripped() {
 binaries_say_their_version() {
   for file in "$zip"/bin/layerdata*; do
     x86_64-w64-mingw32-windres -O rc "$file" >"$work/resources" &&
-      grep -F "FILEVERSION 1, 0, 0, 0" "$work/resources" && grep -F "\"$(basename "$file")\"" "$work/resources" || return
+      grep -F "FILEVERSION ${version//./, }, 0" "$work/resources" && grep -F "\"$(basename "$file")\"" "$work/resources" || return
   done
 }
 
@@ -214,6 +218,8 @@ check Zip.BinariesAreStripped binaries_are_stripped
 check Zip.BinariesSayTheirVersion binaries_say_their_version
 check Zip.FoundByPrefix consumer zip-prefix "$zip" "-DCMAKE_PREFIX_PATH=$zip" "-DCMAKE_TOOLCHAIN_FILE=$work/prefix.cmake"
 check Zip.FoundByRoot consumer zip-root "$zip" "-DCMAKE_TOOLCHAIN_FILE=$work/root.cmake"
+check Zip.RefusesOtherSystems fails_with "This LayerData is for Windows, not for Linux." \
+  consumer zip-linux "$zip" "-DCMAKE_PREFIX_PATH=$zip"
 check Zip.Runs runs_in_wine zip-root
 check Zip.ProgramRuns Tools/run-wine.sh "$zip/bin/layerdata.exe" describe Examples/Data/shops.csv
 
@@ -236,5 +242,19 @@ installs_nothing() {
 
 check Fetched.Compiles fetched
 check Fetched.InstallsNothing installs_nothing
+
+# -- Recipes for vcpkg and Conan --
+
+# Neither tool is a package of Debian, so this checks only that they agree with the sources.
+recipes() {
+  grep -F "\"version\": \"$version\"" Packaging/vcpkg/layerdata/vcpkg.json &&
+    python3 -m json.tool Packaging/vcpkg/layerdata/vcpkg.json &&
+    python3 -c 'import ast, sys; ast.parse(open(sys.argv[1]).read())' Packaging/conan/conanfile.py || return
+  grep -rhoE 'LAYERDATA_[A-Z_]*[A-Z]' Packaging/vcpkg Packaging/conan | sort -u | while read -r option; do
+    grep -F "option($option " CMakeLists.txt || return
+  done
+}
+
+check RecipesAgreeWithTheSources recipes
 
 [ "$failures" -eq 0 ]

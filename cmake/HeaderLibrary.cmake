@@ -3,10 +3,11 @@
 # the other headers in /usr/include.
 function(add_header_library target header)
   get_filename_component(folder ${header} DIRECTORY)
-  find_path(LAYERDATA_${target}_ROOT ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  set(found LAYERDATA_${folder}_INCLUDE_DIR)
+  find_path(${found} ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   set(alone ${LayerData_BINARY_DIR}/headers/${target})
   file(MAKE_DIRECTORY ${alone})
-  file(CREATE_LINK ${LAYERDATA_${target}_ROOT}/${folder} ${alone}/${folder} SYMBOLIC)
+  file(CREATE_LINK ${${found}}/${folder} ${alone}/${folder} COPY_ON_ERROR SYMBOLIC)
   add_library(${target} INTERFACE)
   target_include_directories(${target} SYSTEM INTERFACE ${alone})
 endfunction()

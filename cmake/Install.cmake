@@ -16,7 +16,10 @@ install(FILES LICENSE THIRD-PARTY-NOTICES.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
 
 install(DIRECTORY Include/ DESTINATION ${LAYERDATA_INCLUDEDIR} COMPONENT development)
 write_basic_package_version_file(LayerDataConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES cmake/LayerDataConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/LayerDataConfigVersion.cmake
+configure_file(cmake/LayerDataConfig.cmake.in LayerDataConfig.cmake @ONLY)
+install(FILES
+  ${CMAKE_CURRENT_BINARY_DIR}/LayerDataConfig.cmake
+  ${CMAKE_CURRENT_BINARY_DIR}/LayerDataConfigVersion.cmake
   DESTINATION ${package} COMPONENT development)
 install(EXPORT LayerDataTargets NAMESPACE LayerData:: DESTINATION ${package} COMPONENT development)
 
