@@ -226,7 +226,7 @@ Table ParseTable(const Bytes& bytes, const std::string& path, const InputOptions
                          : ParseCsv(bytes, CsvOptionsOf(options, format, codePage), source, wanted);
     if (wanted) {
       const Utf8Text text(bytes.View(), CodePageUsed(bytes.View(), codePage));
-      WarnOfLosses(table, report, text.View(), source);
+      WarnOfLosses(table, report, text.View(), source, [&] { bytes.Forget(); });
     }
     return table;
   } catch (const Error& error) {

@@ -3,6 +3,7 @@
 #include <LayerData/ColumnData.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "Console.h"
 #include "Words.h"
@@ -16,12 +17,15 @@ constexpr std::uint64_t kMostLines = 5;
 /// Finds the lines of a delimited text, which the library numbers from 0 and without empty ones.
 class Lines {
  public:
-  explicit Lines(std::string_view text) : text_(text) {}
+  /// @param forget  called now and then: what was read so far need not stay in memory
+  Lines(std::string_view text, std::function<void()> forget)
+      : text_(text), forget_(std::move(forget)) {}
 
   /// The line as an editor numbers it. Fast for ascending lines.
   std::uint64_t InEditor(std::uint64_t line) {
-    if (line < next_) *this = Lines(text_);
+    if (line < next_) *this = Lines(text_, forget_);
     while (at_ < text_.size()) {
+      ForgetNowAndThen();
       const std::uint64_t first = editorLine_;
       const bool isEmpty = SkipLine();
       if (isEmpty) continue;
@@ -31,6 +35,12 @@ class Lines {
   }
 
  private:
+  void ForgetNowAndThen() {
+    constexpr std::size_t kStep = std::size_t{8} << 20;
+    if (!forget_ || at_ - forgotten_ < kStep) return;
+    forget_();
+    forgotten_ = at_;
+  }
   /// @return whether there was nothing but white space
   bool SkipLine() {
     bool isInQuotes = false, isEmpty = true;
@@ -45,7 +55,8 @@ class Lines {
   }
 
   std::string_view text_;
-  std::size_t at_ = 0;
+  std::function<void()> forget_;
+  std::size_t at_ = 0, forgotten_ = 0;
   std::uint64_t next_ = 0, editorLine_ = 1;
 };
 
@@ -95,12 +106,12 @@ void WarnOfLines(std::uint64_t count, const std::string& source, const char* wha
 }  // namespace
 
 void WarnOfLosses(const layerdata::Table& table, const layerdata::ReadReport& report,
-                  std::string_view text, const std::string& source) {
+                  std::string_view text, const std::string& source, std::function<void()> forget) {
   using layerdata::detail::Ask;
   using layerdata::detail::Call;
   ld_read_report* const found = report.Get();
   const bool isJson = report.Separator().empty();
-  Lines lines(text);
+  Lines lines(text, std::move(forget));
   const auto place = [&](std::uint64_t line) {
     return AtLine(source, isJson ? line : lines.InEditor(line));
   };
@@ -132,7 +143,7 @@ layerdata::Error LongLineError(std::string_view text, const std::string& source,
                                const layerdata::Table& table, std::uint64_t line,
                                std::uint64_t valueCount) {
   return layerdata::Error(
-      AtLine(source, Lines(text).InEditor(line)) + Counted(valueCount, "value") + " for " +
+      AtLine(source, Lines(text, {}).InEditor(line)) + Counted(valueCount, "value") + " for " +
       Counted(table.ColumnCount(), "column") + " (--long-lines skip or keep reads such a file)");
 }
 

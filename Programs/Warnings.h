@@ -2,15 +2,17 @@
 
 #include <LayerData/Table.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 namespace program {
 
 /// Tells what reading has lost, with the lines as editors number them.
-/// @param text  what was read
+/// @param text    what was read
+/// @param forget  called now and then while the lines are counted: those need not stay in memory
 void WarnOfLosses(const layerdata::Table& table, const layerdata::ReadReport& report,
-                  std::string_view text, const std::string& source);
+                  std::string_view text, const std::string& source, std::function<void()> forget);
 
 /// The failure of a line with too many values.
 /// @param line  as the report numbers it

@@ -108,10 +108,11 @@ def memory():
     """The peaks of reading a file, and of writing it to standard output, are those of the table."""
     row = "{0},station {0},47.{0},7.{0},{0}.5,{0},2024-01-31T08:00:00,a remark on station {0} that is long\n"
     with open("big.csv", "w", encoding="utf-8") as file:
-        file.write("id,name,lat,lon,length,load,seen,note\n" + "".join(map(row.format, range(100000, 250000))))
+        file.write("id,name,lat,lon,length,load,seen,note\n" + "".join(map(row.format, range(100000, 250000))) + "007,,,,,,,\n")
     faults, size, program = [], os.path.getsize("big.csv"), 24 << 20
     for arguments in (["-o", "out.json"], ["-t", "json"]):
-        with subprocess.Popen(PROGRAM + ["convert", "-q", "big.csv", *arguments], stdout=subprocess.DEVNULL) as job:
+        with subprocess.Popen(PROGRAM + ["convert", "big.csv", *arguments, "--text", "lat,lon"],
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as job:
             _, status, usage = os.wait4(job.pid, 0)
             job.returncode = os.waitstatus_to_exitcode(status)
         if job.returncode != 0 or usage.ru_maxrss * 1024 > 6 * size + program:
