@@ -69,15 +69,20 @@ bool ReadWord(std::string_view piece, std::size_t longest, std::uint16_t& out) {
 /// Scales a fraction by the digits of its value, not of its text: ".05" and ".5"
 /// are both 500 ms. Callers depend on it.
 std::uint16_t MillisecondsOf(std::int32_t fraction) {
-  std::int32_t unit = 100'000'000;
-  for (std::int32_t limit = 9; fraction > limit; limit = limit * 10 + 9) unit /= 10;
-  return static_cast<std::uint16_t>(fraction * unit / 1'000'000);
+  constexpr std::int32_t kLeastOfNineDigits = 100'000'000;
+  while (fraction != 0 && fraction < kLeastOfNineDigits) fraction *= 10;
+  return static_cast<std::uint16_t>(fraction / 1'000'000);
 }
 
+/// Reads a piece of at most nine characters, up to the zone; what follows its digits is ignored.
 bool ReadFraction(std::string_view text, CalendarFields& out) {
-  const std::string_view piece = TakeUntil(text, "Z+-");
-  if (piece.size() > 9) return false;
-  out.millisecond = MillisecondsOf(LeadingNumber(piece));
+  constexpr std::size_t kMost = 9;
+  std::int32_t fraction = 0;
+  std::size_t digits = 0;
+  for (; digits < std::min(text.size(), kMost) && IsDigit(text[digits]); ++digits)
+    fraction = fraction * 10 + (text[digits] - '0');
+  if (std::min(text.find_first_of("Z+-", digits), text.size()) > kMost) return false;
+  out.millisecond = MillisecondsOf(fraction);
   return true;
 }
 
