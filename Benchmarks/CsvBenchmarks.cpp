@@ -100,8 +100,8 @@ void FreeTable(benchmark::State& state) {
 }
 BENCHMARK(FreeTable)->Arg(10);
 
-void WriteCsv(benchmark::State& state) {
-  const auto table = Read(TextOf(state, TableKind::Mixed));
+void WriteCsv(benchmark::State& state, TableKind kind) {
+  const auto table = Read(TextOf(state, kind));
   std::int64_t bytes = 0;
   for (auto _ : state) {
     Ptr<Data::Interfaces::IString> text;
@@ -110,6 +110,9 @@ void WriteCsv(benchmark::State& state) {
   }
   state.SetBytesProcessed(bytes);
 }
-BENCHMARK(WriteCsv)->Arg(1)->Arg(10)->Arg(100);
+BENCHMARK_CAPTURE(WriteCsv, mixed, TableKind::Mixed)->Arg(1)->Arg(10)->Arg(100);
+BENCHMARK_CAPTURE(WriteCsv, numeric, TableKind::Numeric)->Arg(10);
+BENCHMARK_CAPTURE(WriteCsv, dates, TableKind::Dates)->Arg(10);
+BENCHMARK_CAPTURE(WriteCsv, text, TableKind::Text)->Arg(10);
 
 }  // namespace
