@@ -192,6 +192,12 @@ END
   ) && [ -f "$zip/share/doc/LayerData/THIRD-PARTY-NOTICES.md" ]
 }
 
+binaries_have_no_time() {
+  for file in "$zip"/bin/layerdata*; do
+    x86_64-w64-mingw32-objdump -p "$file" | grep -E '^Time/Date\s+Thu Jan  1 00:00:00 1970' || return
+  done
+}
+
 binaries_are_stripped() {
   for file in "$zip"/bin/*; do x86_64-w64-mingw32-objdump -t "$file" | grep -Fx "no symbols" || return; done
 }
@@ -215,6 +221,7 @@ for_windows root.cmake "list(APPEND CMAKE_FIND_ROOT_PATH \"$zip\")"
 check Zip.Packs zips
 check Zip.IsComplete zip_is_complete
 check Zip.BinariesAreStripped binaries_are_stripped
+check Zip.BinariesHaveNoBuildTime binaries_have_no_time
 check Zip.BinariesSayTheirVersion binaries_say_their_version
 check Zip.FoundByPrefix consumer zip-prefix "$zip" "-DCMAKE_PREFIX_PATH=$zip" "-DCMAKE_TOOLCHAIN_FILE=$work/prefix.cmake"
 check Zip.FoundByRoot consumer zip-root "$zip" "-DCMAKE_TOOLCHAIN_FILE=$work/root.cmake"

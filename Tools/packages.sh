@@ -3,7 +3,7 @@
 BUILD_PACKAGES="g++ cmake ninja-build rapidjson-dev librapidxml-dev libssl-dev libcli11-dev googletest pkgconf"
 WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix wine64"
 CHECK_PACKAGES="clang clang-format clang-tidy llvm lld tcc libclang-rt-dev libbenchmark-dev python3 abigail-tools gdb"
-PACKAGE_PACKAGES="dpkg-dev file lintian"
+PACKAGE_PACKAGES="dpkg-dev lintian"
 DOCS_PACKAGES="doxygen python3"
 DUCKDB_PACKAGES="npm"
 FUZZ_PACKAGES="clang libclang-rt-14-dev python3"

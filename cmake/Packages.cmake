@@ -6,13 +6,18 @@ set(CPACK_PACKAGE_CONTACT "LayerData maintainers <maintainers@layerdata.example>
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
-set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_COMPONENTS_ALL runtime development program documentation)
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
+  set(CPACK_STRIP_COMMAND ${CMAKE_STRIP})
+  set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/Packaging/Windows/strip.cmake)
 else()
   set(CPACK_GENERATOR DEB)
+  set(CPACK_STRIP_FILES ON)
+  # Adds Debian's own files, and sets the dependencies.
+  set(CPACK_DEBIAN_FOLDER ${PROJECT_SOURCE_DIR}/Packaging/Debian)
+  set(CPACK_PRE_BUILD_SCRIPTS ${CPACK_DEBIAN_FOLDER}/prepare.cmake)
 endif()
 
 # -- Debian: liblayerdata1, liblayerdata-dev (with the documentation) and layerdata --
@@ -25,9 +30,6 @@ set(CPACK_DEBIAN_PACKAGE_SOURCE layerdata)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# Adds Debian's own files, and sets the dependencies.
-set(CPACK_DEBIAN_FOLDER ${PROJECT_SOURCE_DIR}/Packaging/Debian)
-set(CPACK_PRE_BUILD_SCRIPTS ${CPACK_DEBIAN_FOLDER}/prepare.cmake)
 
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
 set(about "LayerData reads delimited text and JSON into typed tables, reports what a
