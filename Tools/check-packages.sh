@@ -259,7 +259,10 @@ recipes() {
     python3 -c 'import ast, sys; ast.parse(open(sys.argv[1]).read())' Packaging/conan/conanfile.py || return
   grep -rhoE 'LAYERDATA_[A-Z_]*[A-Z]' Packaging/vcpkg Packaging/conan | sort -u | while read -r option; do
     grep -F "option($option " CMakeLists.txt || return
-  done
+  done || return
+  # The recipe for Conan takes along whatever is installed.
+  sed -nE 's/.*install\((FILES|DIRECTORY) ([A-Z][A-Za-z]*)[/ ].*/\2/p' cmake/Install.cmake | sort -u |
+    while read -r name; do grep -F "\"$name" Packaging/conan/conanfile.py || return; done
 }
 
 check RecipesAgreeWithTheSources recipes

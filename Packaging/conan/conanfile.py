@@ -26,7 +26,7 @@ class LayerDataRecipe(ConanFile):
         self.version = re.search(r"VERSION (\d+\.\d+\.\d+)", project)[1]
 
     def export_sources(self):
-        for pattern in ("CMakeLists.txt", "CHANGELOG.md", "LICENSE", "THIRD-PARTY-NOTICES.md", "cmake/*",
+        for pattern in ("CMakeLists.txt", "CHANGELOG.md", "LICENSE", "THIRD-PARTY-NOTICES.md", "cmake/*", "Debuggers/*",
                         "Docs/Guides/*", "Examples/*", "Include/*", "Programs/*", "Source/*"):
             copy(self, pattern, self._sources, self.export_sources_folder)
 
