@@ -767,6 +767,7 @@ TEST(Arrow, WritesTheFormatThatFitsOrIsRequested) {
        "tsn:", "row 0: DateTime cannot be stored in the Arrow format \"tsn:\" without loss!"},
       {"caf\xE9", nullptr, "row 0: String cannot be stored as Text without loss!"},
       {"caf\xE9", nullptr, "u: String caf\xEF\xBF\xBD", true},
+      {"1\n\nx", "b", "row 0: Int64 cannot be stored as Bool without loss!"},
       {"1", "e", "Column \"x\" of Arrow format \"e\": the format cannot be written!"},
       {"1", "tdm", "Column \"x\" of Arrow format \"tdm\": the format cannot be written!"},
       {"1", "d:5,2", "Column \"x\" of Arrow format \"d:5,2\": the format cannot be written!"},
