@@ -36,23 +36,11 @@ void ReadCsv(benchmark::State& state, TableKind kind, bool wantsReport) {
   }
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
-BENCHMARK_CAPTURE(ReadCsv, mixed, TableKind::Mixed, false)
-    ->Arg(1)
-    ->Arg(2)
-    ->Arg(4)
-    ->Arg(8)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(ReadCsv, numeric, TableKind::Numeric, false)
-    ->Arg(1)
-    ->Arg(2)
-    ->Arg(4)
-    ->Arg(8)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(ReadCsv, mixed_reported, TableKind::Mixed, true)
-    ->Arg(1)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
+void OnThreads(benchmark::internal::Benchmark* benchmark) {
+  benchmark->UseRealTime()->MeasureProcessCPUTime()->RangeMultiplier(2)->Range(1, 8);
+}
+BENCHMARK_CAPTURE(ReadCsv, mixed, TableKind::Mixed, false)->Apply(OnThreads);
+BENCHMARK_CAPTURE(ReadCsv, numeric, TableKind::Numeric, false)->Apply(OnThreads);
+BENCHMARK_CAPTURE(ReadCsv, mixed_reported, TableKind::Mixed, true)->Apply(OnThreads);
 
 }  // namespace

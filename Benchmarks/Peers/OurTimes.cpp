@@ -30,19 +30,14 @@ Options WithThreads(std::uint32_t threads) {
   return options;
 }
 
-ld_table* ReadCsv(const std::string& text, std::uint32_t threads) {
-  const auto options = WithThreads<ld_csv_read_options>(threads);
+template <class Options>
+ld_table* Read(bool (*read)(const void*, std::uint64_t, const Options*, ld_table**,
+                            ld_read_report**, ld_error**),
+               const std::string& text, std::uint32_t threads) {
+  const auto options = WithThreads<Options>(threads);
   ld_table* table = nullptr;
   ld_error* error = nullptr;
-  Check(ld_csv_read(text.data(), text.size(), &options, &table, nullptr, &error), error);
-  return table;
-}
-
-ld_table* ReadJson(const std::string& text, std::uint32_t threads) {
-  const auto options = WithThreads<ld_json_read_options>(threads);
-  ld_table* table = nullptr;
-  ld_error* error = nullptr;
-  Check(ld_json_read(text.data(), text.size(), &options, &table, nullptr, &error), error);
+  Check(read(text.data(), text.size(), &options, &table, nullptr, &error), error);
   return table;
 }
 
@@ -79,11 +74,11 @@ int main(int argumentCount, char** arguments) {
   const int runs = std::atoi(arguments[3]);
   const auto threads = static_cast<std::uint32_t>(std::atoi(arguments[4]));
   if (task == "csv-read") {
-    Time(runs, [&] { return ReadCsv(text, threads); });
+    Time(runs, [&] { return Read(ld_csv_read, text, threads); });
   } else if (task == "json-read") {
-    Time(runs, [&] { return ReadJson(text, threads); });
+    Time(runs, [&] { return Read(ld_json_read, text, threads); });
   } else {
-    ld_table* const table = ReadCsv(text, 1);
+    ld_table* const table = Read(ld_csv_read, text, 1);
     Time(runs, [&] {
       return task == "csv-write" ? Write(ld_csv_write, table, threads)
                                  : Write(ld_json_write, table, threads);
