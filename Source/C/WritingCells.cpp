@@ -7,7 +7,6 @@
 
 namespace Data::c {
 
-using Core::ValueType;
 using impl::CalendarFields;
 using impl::DateTimeImpl;
 using impl::OwnDateTime;

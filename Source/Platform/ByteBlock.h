@@ -29,8 +29,8 @@ class ByteBlock {
   /// Compares as unsigned numbers.
   /// @param most  the largest byte for which it holds
   ByteBlock AtMost(unsigned char most) const {
-    const __m128i least = _mm_min_epu8(bytes_, _mm_set1_epi8(static_cast<char>(most)));
-    return ByteBlock(_mm_cmpeq_epi8(least, bytes_));
+    const __m128i above = _mm_subs_epu8(bytes_, _mm_set1_epi8(static_cast<char>(most)));
+    return ByteBlock(_mm_cmpeq_epi8(above, _mm_setzero_si128()));
   }
   friend ByteBlock operator|(ByteBlock left, ByteBlock right) {
     return ByteBlock(_mm_or_si128(left.bytes_, right.bytes_));
