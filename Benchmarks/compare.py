@@ -65,7 +65,7 @@ def data_file(row, megabytes):
         return csv
     json = csv.with_suffix(".json")
     if not json.exists():
-        subprocess.run([BUILD / "bin/layerdata", "convert", "--quiet", csv, json], check=True)
+        subprocess.run([BUILD / "bin/layerdata", "convert", "--quiet", csv, "-o", json], check=True)
     return json
 
 
