@@ -130,7 +130,7 @@ def draw(results, path):
     axes.set_xlim(0, most + 0.4)
     axes.set_xlabel("time, LayerData = 1; less is better")
     axes.spines[["top", "right"]].set_visible(False)
-    axes.legend(frameon=False, loc="lower right", fontsize=8)
+    axes.legend(frameon=False, loc="lower center", bbox_to_anchor=(0.4, 1), ncols=len(names), fontsize=8)
     figure.savefig(path, transparent=True, bbox_inches="tight", metadata={"Date": None})
 
 
